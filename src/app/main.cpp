@@ -1,0 +1,12 @@
+#include "app/showsearch.h"
+
+#include <QApplication>
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
+    QApplication app(argc, argv);
+    showsearch window(nullptr);
+    window.show();
+    return app.exec();
+}

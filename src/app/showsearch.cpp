@@ -1,0 +1,268 @@
+#include "showsearch.h"
+
+#include "devicemodel.h"
+#include "globaldev.h"
+#include "groupbox_right.h"
+#include "searchstyles.h"
+#include "workdata.h"
+
+#include <QApplication>
+#include <QDesktopWidget>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QSpacerItem>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <cstring>
+
+uint8_t GLOBAL_DEV_CHILD_TYPE = 0;
+
+namespace {
+
+QString recordName(const DevInfo_DATA &rec)
+{
+    return QString::fromLatin1(rec.name, int(strnlen(rec.name, sizeof(rec.name))));
+}
+
+QString recordText(const DevInfo_DATA &rec, DeviceModel::Filter filter)
+{
+    const QString address = SWITCHER_DATA::dottedIp(rec.ip);
+    if (filter == DeviceModel::Filter::All)
+        return recordName(rec) + QStringLiteral(": ") + address;
+    return DeviceModel::filterLabel(rec.childType) + address;
+}
+
+} // namespace
+
+showsearch::showsearch(QWidget *parent) : QWidget(parent)
+{
+    setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
+    const QRect desk = QApplication::desktop()->availableGeometry(this);
+    setGeometry((desk.width() - 475) / 2, (desk.height() - 395) / 2, 475, 395);
+    setWindowFlags(Qt::FramelessWindowHint);
+    setAttribute(Qt::WA_TranslucentBackground);
+    setObjectName(QStringLiteral("widget"));
+    init();
+}
+
+void showsearch::init()
+{
+    auto *outer = new QVBoxLayout(this);
+    outer->setContentsMargins(3, 3, 3, 3);
+
+    m_titleBar = new QWidget(this);
+    m_titleBar->setFixedSize(490, 30);
+
+    m_list = new QListWidget(this);
+    QFont font = m_list->font();
+    font.setPointSize(15);
+    font.setBold(true);
+    font.setWeight(50);
+    m_list->setFont(font);
+    m_list->setStyleSheet(QString::fromLatin1(SearchStyles::List));
+
+    m_groupBox = new GroupBox_right(this, m_list);
+    m_link = new SWITCHER_DATA(this);
+
+    connect(m_link, &SWITCHER_DATA::sigend_datapack, this, &showsearch::m_on_ReceiveDatagram);
+    init2();
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(m_list, 6);
+    row->addWidget(m_groupBox, 1);
+    outer->addWidget(m_titleBar);
+    outer->addLayout(row);
+
+    connect(m_list, &QListWidget::itemDoubleClicked, this, &showsearch::m_on_liswidget_clicked);
+    connect(m_groupBox, &GroupBox_right::btnScan_clicked, this, &showsearch::m_on_SendCMD_Scan);
+    connect(m_groupBox, &GroupBox_right::btnGrp_clicked, this, &showsearch::m_on_Radbtn_select);
+    connect(m_groupBox, &GroupBox_right::btn5120_clicked, this, &showsearch::set5120UI);
+}
+
+void showsearch::init2()
+{
+    auto *bar = new QHBoxLayout(m_titleBar);
+    bar->setContentsMargins(0, 0, 0, 0);
+    auto *logo = new QLabel(m_titleBar);
+    logo->setFixedSize(200, 35);
+    logo->setStyleSheet(QString::fromLatin1(SearchStyles::Logo));
+    bar->addWidget(logo);
+    bar->addItem(new QSpacerItem(40, 20, QSizePolicy::Expanding, QSizePolicy::Minimum));
+    m_titleBar->setAttribute(Qt::WA_StyledBackground);
+    m_titleBar->setStyleSheet(QString::fromLatin1(SearchStyles::TitleBar));
+    // The first search leaves while the window is still being built.
+    m_on_SendCMD_Scan();
+}
+
+void showsearch::m_on_SendCMD_Scan()
+{
+    m_list->clear();
+    m_listedAll = 0;
+    m_groupBox->on_Radiobtn_checked(true);
+    m_link->setSearcheQuipment();
+}
+
+void showsearch::m_on_ReceiveDatagram()
+{
+    // Replies come in bursts, many per pass of the event loop; the list is brought up to
+    // date once per pass, which shows the operator the same list as a rebuild per reply.
+    if (m_updatePending)
+        return;
+    m_updatePending = true;
+    QTimer::singleShot(0, this, [this] {
+        m_updatePending = false;
+        appendNewRecords();
+    });
+}
+
+void showsearch::appendNewRecords()
+{
+    const int count = m_link->DevInfo_DATA_IDX();
+    if (m_listedAll < 0 || m_listedAll > count || m_list->count() != m_listedAll) {
+        setBtnall();
+        return;
+    }
+    const DevInfo_DATA *devices = m_link->devices();
+    for (int i = m_listedAll; i < count; ++i)
+        m_list->addItem(recordText(devices[i], DeviceModel::Filter::All));
+    m_listedAll = count;
+    setliswidget_ItemAlignment();
+}
+
+void showsearch::m_on_Radbtn_select(int id)
+{
+    switch (id) {
+    case 0:
+        setBtnall();
+        break;
+    case 1:
+        setBtn3210();
+        break;
+    case 2:
+        setBtn3220();
+        break;
+    default:
+        // The RVX5370 filter leaves the list as it is.
+        break;
+    }
+}
+
+void showsearch::rebuild(int filter)
+{
+    const auto f = DeviceModel::Filter(filter);
+    m_list->clear();
+    const int count = m_link->DevInfo_DATA_IDX();
+    const DevInfo_DATA *devices = m_link->devices();
+    for (int i = 0; i < count; ++i) {
+        if (DeviceModel::admits(f, devices[i].childType))
+            m_list->addItem(recordText(devices[i], f));
+    }
+    m_listedAll = f == DeviceModel::Filter::All ? count : -1;
+    setliswidget_ItemAlignment();
+}
+
+void showsearch::setBtnall()
+{
+    rebuild(int(DeviceModel::Filter::All));
+}
+
+void showsearch::setBtn3210()
+{
+    rebuild(int(DeviceModel::Filter::RVX3210));
+}
+
+void showsearch::setBtn3220()
+{
+    rebuild(int(DeviceModel::Filter::RVX3220));
+}
+
+void showsearch::setliswidget_ItemAlignment()
+{
+    m_list->sortItems(Qt::AscendingOrder);
+    for (int i = 0; i < m_list->count(); ++i)
+        m_list->item(i)->setTextAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
+}
+
+void showsearch::m_on_liswidget_clicked()
+{
+    QListWidgetItem *item = m_list->currentItem();
+    if (!item)
+        return;
+    const QList<QByteArray> pieces = item->text().toLatin1().split(' ');
+    if (pieces.size() < 2)
+        return;
+    const QString address = QString::fromLatin1(pieces.at(1));
+
+    // Up to and including count: the record after the last is all zero and matches nothing
+    // listed. The table may be emptied by a launcher (a modal panel re-searches when it
+    // closes), so the count is read again on every step.
+    for (int i = 0; i <= m_link->DevInfo_DATA_IDX() && i <= SWITCHER_DATA::MaxDevices; ++i) {
+        const DevInfo_DATA rec = m_link->devices()[i];
+        if (SWITCHER_DATA::dottedIp(rec.ip) != address)
+            continue;
+        GLOBAL_DEV_CHILD_TYPE = rec.childType;
+        const QString ip2 = SWITCHER_DATA::dottedIp(rec.ip2);
+        switch (DeviceModel::panelFor(rec.childType)) {
+        case DeviceModel::Panel::RVX3210:
+            set3210UI(address, rec.devClass, rec.devNum, ip2, rec.devClass2, rec.devNum2);
+            break;
+        case DeviceModel::Panel::RVX3410:
+            set3410UI(address, rec.devClass, rec.devNum, ip2, rec.devClass2, rec.devNum2);
+            break;
+        case DeviceModel::Panel::RVX3220:
+            set3220UI(address, rec.devClass, rec.devNum);
+            break;
+        case DeviceModel::Panel::RVX5310:
+            set5310UI(address, rec.devClass, rec.devNum, ip2, rec.devClass2, rec.devNum2);
+            break;
+        case DeviceModel::Panel::RVX5370:
+            set5370UI(address, rec.devClass, rec.devNum, ip2, rec.devClass2, rec.devNum2);
+            break;
+        case DeviceModel::Panel::RVX5350:
+            set5350UI(address, rec.devClass, rec.devNum, ip2, rec.devClass2, rec.devNum2);
+            break;
+        }
+    }
+}
+
+void showsearch::showSearchPage()
+{
+    show();
+    m_on_SendCMD_Scan();
+}
+
+void showsearch::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Qt::transparent));
+    painter.setBrush(QColor(56, 56, 56));
+    painter.drawRoundedRect(rect(), 8, 8, Qt::AbsoluteSize);
+}
+
+void showsearch::mousePressEvent(QMouseEvent *event)
+{
+    m_dragging = true;
+    m_lastGlobal = event->globalPos();
+    QWidget::mousePressEvent(event);
+}
+
+void showsearch::mouseMoveEvent(QMouseEvent *event)
+{
+    // Only the title band drags the frameless window.
+    if (m_dragging && event->pos().y() < 30) {
+        move(pos() + event->globalPos() - m_lastGlobal);
+        m_lastGlobal = event->globalPos();
+    }
+    QWidget::mouseMoveEvent(event);
+}
+
+void showsearch::mouseReleaseEvent(QMouseEvent *event)
+{
+    m_dragging = false;
+    QWidget::mouseReleaseEvent(event);
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QPoint>
+#include <QString>
+#include <QWidget>
+#include <cstdint>
+
+class GroupBox_right;
+class QListWidget;
+class SWITCHER_DATA;
+
+// The start window: searches the network, lists the units that answered under the chosen
+// model filter and opens the panel that fits a double-clicked unit.
+class showsearch : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit showsearch(QWidget *parent = nullptr);
+
+    QListWidget *deviceList() const { return m_list; }
+    GroupBox_right *groupBox() const { return m_groupBox; }
+    SWITCHER_DATA *link() const { return m_link; }
+
+public slots:
+    void m_on_SendCMD_Scan();
+    void m_on_ReceiveDatagram();
+    void m_on_Radbtn_select(int id);
+    void setBtnall();
+    void setBtn3210();
+    void setBtn3220();
+    void setliswidget_ItemAlignment();
+    void m_on_liswidget_clicked();
+
+    void set3210UI(QString ip, uint8_t a, uint8_t b, QString ip2, uint8_t c, uint8_t d);
+    void set3410UI(QString ip, uint8_t a, uint8_t b, QString ip2, uint8_t c, uint8_t d);
+    void set3220UI(QString ip, uint8_t a, uint8_t b);
+    void set5310UI(QString ip, uint8_t a, uint8_t b, QString ip2, uint8_t c, uint8_t d);
+    void set5370UI(QString ip, uint8_t a, uint8_t b, QString ip2, uint8_t c, uint8_t d);
+    void set5350UI(QString ip, uint8_t a, uint8_t b, QString ip2, uint8_t c, uint8_t d);
+    void set5120UI();
+    void showSearchPage();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+
+private:
+    void init();
+    void init2();
+    // Refills the list with every record the filter admits (model label or name, then the
+    // address), then sorts and centres it.
+    void rebuild(int filter);
+    // Brings the "all" list up to date with the records that arrived since it was built:
+    // a burst of replies adds its items once instead of rebuilding the list per reply.
+    void appendNewRecords();
+
+    bool m_dragging = false;
+    QPoint m_lastGlobal;
+    QWidget *m_titleBar = nullptr;
+    QListWidget *m_list = nullptr;
+    GroupBox_right *m_groupBox = nullptr;
+    SWITCHER_DATA *m_link = nullptr;
+    // Records 0..m_listedAll-1 are shown in the "all" form; -1 when the list shows
+    // anything else, so the next reply rebuilds it whole.
+    int m_listedAll = -1;
+    bool m_updatePending = false;
+};
