@@ -1,0 +1,203 @@
+// Control-frame builders against byte vectors written out by hand from the wire format.
+#include "workdata.h"
+
+#include <QDateTime>
+#include <QtTest>
+
+namespace {
+
+QByteArray bytes(std::initializer_list<int> values)
+{
+    QByteArray out;
+    for (int v : values)
+        out.append(char(uint8_t(v)));
+    return out;
+}
+
+QByteArray asArray(const uint8_t *buf, int len)
+{
+    return QByteArray(reinterpret_cast<const char *>(buf), len);
+}
+
+} // namespace
+
+class tst_Frames : public QObject
+{
+    Q_OBJECT
+private slots:
+    void dataCountBuilders_data();
+    void dataCountBuilders();
+    void checksumKeepsSixteenBits_data();
+    void checksumKeepsSixteenBits();
+    void lowHighBytes();
+    void packedBcd_data();
+    void packedBcd();
+    void searchFrameForFixedMoment();
+    void searchFrameNowHasTodaysDate();
+    void addressFrame_data();
+    void addressFrame();
+    void buildersLeaveTheRestOfTheBufferAlone();
+};
+
+void tst_Frames::dataCountBuilders_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QByteArray>("expected");
+
+    // The reference frame: A5 FF, command 0x10, sum 0x02DA.
+    QTest::newRow("none, A5 FF cmd 10")
+        << 0 << bytes({0xA5, 0x6C, 0x14, 0x00, 0xA5, 0xFF, 0x01, 0,    0,    0,
+                       0,    0,    0,    0,    0,    0,    0x10, 0xDA, 0x02, 0xAE});
+    QTest::newRow("single") << 1 << bytes({0xA5, 0x6C, 0x15, 0x00, 0xA5, 0xFF, 0x01, 0,    0,    0,   0,
+                                           0,    0,    0,    0,    0,    0x10, 0x01, 0xDC, 0x02, 0xAE});
+    QTest::newRow("double") << 2 << bytes({0xA5, 0x6C, 0x16, 0x00, 0xA5, 0xFF, 0x01, 0,    0,    0,    0,
+                                           0,    0,    0,    0,    0,    0x10, 0x01, 0x02, 0xDF, 0x02, 0xAE});
+    QTest::newRow("three") << 3 << bytes({0xA5, 0x6C, 0x17, 0x00, 0xA5, 0xFF, 0x01, 0,    0,    0,    0,   0,
+                                          0,    0,    0,    0,    0x10, 0x01, 0x02, 0x03, 0xE3, 0x02, 0xAE});
+    QTest::newRow("four") << 4
+                          << bytes({0xA5, 0x6C, 0x18, 0x00, 0xA5, 0xFF, 0x01, 0,    0,    0,    0,    0,
+                                    0,    0,    0,    0,    0x10, 0x01, 0x02, 0x03, 0x04, 0xE8, 0x02, 0xAE});
+}
+
+void tst_Frames::dataCountBuilders()
+{
+    QFETCH(int, count);
+    QFETCH(QByteArray, expected);
+    uint8_t buf[128] = {};
+    uint16_t len = 0;
+    switch (count) {
+    case 0:
+        len = SWITCHER_DATA::None_Char_Data(buf, 0xA5, 0xFF, 0x10);
+        break;
+    case 1:
+        len = SWITCHER_DATA::Single_Char_Data(buf, 0xA5, 0xFF, 0x10, 1);
+        break;
+    case 2:
+        len = SWITCHER_DATA::Double_Char_Data(buf, 0xA5, 0xFF, 0x10, 1, 2);
+        break;
+    case 3:
+        len = SWITCHER_DATA::Three_Char_Data(buf, 0xA5, 0xFF, 0x10, 1, 2, 3);
+        break;
+    case 4:
+        len = SWITCHER_DATA::Four_Char_Data(buf, 0xA5, 0xFF, 0x10, 1, 2, 3, 4);
+        break;
+    }
+    QCOMPARE(int(len), expected.size());
+    QCOMPARE(asArray(buf, len).toHex(' '), expected.toHex(' '));
+}
+
+void tst_Frames::checksumKeepsSixteenBits_data()
+{
+    QTest::addColumn<QByteArray>("data");
+    QTest::addColumn<int>("sum");
+    QTest::newRow("empty") << QByteArray() << 0;
+    QTest::newRow("plain") << bytes({1, 2, 3}) << 6;
+    // 258 bytes of 0xFF add up to 0x100FE: only 0x00FE survives.
+    QTest::newRow("wraps past 0xFFFF") << QByteArray(258, char(0xFF)) << 0x00FE;
+    // 257 * 255 = 0xFFFF exactly, one more byte of 1 wraps to zero.
+    QTest::newRow("wraps to zero") << QByteArray(257, char(0xFF)).append(char(1)) << 0;
+}
+
+void tst_Frames::checksumKeepsSixteenBits()
+{
+    QFETCH(QByteArray, data);
+    QFETCH(int, sum);
+    QCOMPARE(
+        int(SWITCHER_DATA::CalcCheckSum(reinterpret_cast<const uint8_t *>(data.constData()), data.size())),
+        sum);
+}
+
+void tst_Frames::lowHighBytes()
+{
+    QCOMPARE(SWITCHER_DATA::QLOBYTE(0x1234), uint8_t(0x34));
+    QCOMPARE(SWITCHER_DATA::QHIBYTE(0x1234), uint8_t(0x12));
+    QCOMPARE(SWITCHER_DATA::QHIBYTE(0xFF00), uint8_t(0xFF));
+}
+
+void tst_Frames::packedBcd_data()
+{
+    QTest::addColumn<int>("value");
+    QTest::addColumn<int>("bcd");
+    QTest::newRow("0") << 0 << 0x00;
+    QTest::newRow("7") << 7 << 0x07;
+    QTest::newRow("10") << 10 << 0x10;
+    QTest::newRow("59") << 59 << 0x59;
+    QTest::newRow("99") << 99 << 0x99;
+}
+
+void tst_Frames::packedBcd()
+{
+    QFETCH(int, value);
+    QFETCH(int, bcd);
+    QCOMPARE(int(SWITCHER_DATA::TimeCRC(uint8_t(value))), bcd);
+}
+
+void tst_Frames::searchFrameForFixedMoment()
+{
+    // 2026-11-15 was a Sunday: day of week 7.
+    uint8_t buf[128] = {};
+    const uint16_t len = SWITCHER_DATA::searchFrameAt(buf, QDateTime(QDate(2026, 11, 15), QTime(19, 40, 5)));
+    const QByteArray expected =
+        bytes({0xA5, 0x6C, 0x1B, 0x00, 0x81, 0xFF, 0x01, 0,    0,    0,    0,    0,    0,   0,
+               0,    0,    0xFF, 0x26, 0x11, 0x15, 0x07, 0x19, 0x40, 0x05, 0x5D, 0x04, 0xAE});
+    QCOMPARE(int(len), 27);
+    QCOMPARE(asArray(buf, len).toHex(' '), expected.toHex(' '));
+}
+
+void tst_Frames::searchFrameNowHasTodaysDate()
+{
+    uint8_t buf[128] = {};
+    const QDate before = QDate::currentDate();
+    const uint16_t len = SWITCHER_DATA::SendBroadcastBuf(buf);
+    const QDate after = QDate::currentDate();
+    QCOMPARE(int(len), 27);
+    const uint8_t day = buf[19];
+    QVERIFY(day == SWITCHER_DATA::TimeCRC(uint8_t(before.day())) ||
+            day == SWITCHER_DATA::TimeCRC(uint8_t(after.day())));
+    QCOMPARE(buf[20], SWITCHER_DATA::TimeCRC(uint8_t(after.dayOfWeek())));
+    QCOMPARE(buf[26], uint8_t(0xAE));
+}
+
+void tst_Frames::addressFrame_data()
+{
+    QTest::addColumn<int>("devClass");
+    QTest::addColumn<QByteArray>("expected");
+    // New address 192.168.1.20, mask 255.255.255.0, gateway 192.168.1.1, command 5.
+    QTest::newRow("main board A5: kind 00")
+        << 0xA5 << bytes({0xA5, 0x6C, 0x20, 0x00, 0xA5, 0xFF, 0x00, 0,    0,    0,    0,
+                          0,    0,    0,    0,    0,    0x05, 0xC0, 0xA8, 0x01, 0x14, 0xFF,
+                          0xFF, 0xFF, 0x00, 0xC0, 0xA8, 0x01, 0x01, 0xBE, 0x08, 0xAE});
+    QTest::newRow("HIS board E0: kind 01")
+        << 0xE0 << bytes({0xA5, 0x6C, 0x20, 0x00, 0xE0, 0xFF, 0x01, 0,    0,    0,    0,
+                          0,    0,    0,    0,    0,    0x05, 0xC0, 0xA8, 0x01, 0x14, 0xFF,
+                          0xFF, 0xFF, 0x00, 0xC0, 0xA8, 0x01, 0x01, 0xFA, 0x08, 0xAE});
+    // Any other class: no kind byte, everything one place earlier, sum over 29 bytes that
+    // include the caller's zero at offset 28, last byte left as the buffer had it.
+    QTest::newRow("HIS board E5: shifted")
+        << 0xE5 << bytes({0xA5, 0x6C, 0x20, 0x00, 0xE5, 0xFF, 0,    0,    0,    0,    0,
+                          0,    0,    0,    0,    0x05, 0xC0, 0xA8, 0x01, 0x14, 0xFF, 0xFF,
+                          0xFF, 0x00, 0xC0, 0xA8, 0x01, 0x01, 0xFE, 0x08, 0xAE, 0x00});
+}
+
+void tst_Frames::addressFrame()
+{
+    QFETCH(int, devClass);
+    QFETCH(QByteArray, expected);
+    const SET_DEV_IP rec = {{192, 168, 1, 20}, {255, 255, 255, 0}, {192, 168, 1, 1}};
+    uint8_t buf[128] = {};
+    const uint16_t len = SWITCHER_DATA::Set_ipCom(buf, uint8_t(devClass), 0xFF, 0x05, rec);
+    QCOMPARE(int(len), 32);
+    QCOMPARE(asArray(buf, len).toHex(' '), expected.toHex(' '));
+}
+
+void tst_Frames::buildersLeaveTheRestOfTheBufferAlone()
+{
+    uint8_t buf[64];
+    memset(buf, 0x5A, sizeof(buf));
+    QCOMPARE(int(SWITCHER_DATA::Four_Char_Data(buf, 0xA5, 0xFF, 0xB4, 1, 2, 3, 4)), 24);
+    for (int i = 24; i < 64; ++i)
+        QCOMPARE(buf[i], uint8_t(0x5A));
+}
+
+QTEST_APPLESS_MAIN(tst_Frames)
+#include "tst_frames.moc"
