@@ -1,0 +1,34 @@
+#pragma once
+
+#include "unitconfig.h"
+
+#include <QHostAddress>
+#include <QString>
+#include <cstdint>
+
+// Unit specifications and the lab's address plan (10.77.0.0/16): unit n (from 0) has its
+// main board at 10.77.(1 + n/250).(1 + n%250) and its HIS board at 10.77.(101 + n/250).(1 + n%250).
+class UnitPlan
+{
+public:
+    static constexpr int kMaxUnits = 25000;
+
+    static QHostAddress mainAddress(int index);
+    static QHostAddress hisAddress(int index);
+
+    // Defaults for unit n: type 0x21, name "Unit 000n+1", identifier 4b hh ll (n+1), plan address,
+    // no HIS board.
+    static UnitConfig defaults(int index);
+
+    // "type=0x21,name=Studio A,id=0a0b0c,ip=10.77.1.1,his=10.77.101.1,hisclass=e0,fault=split+duplicate"
+    // Every key is optional; his=auto takes the plan's HIS address, his=none leaves it out.
+    static bool parseSpec(const QString &spec, int index, UnitConfig *unit, QString *error);
+
+    static bool parseFault(const QString &name, Fault *fault);
+    static bool parseByte(const QString &text, uint8_t *value); // "0x21", "21h" is not accepted
+    static QString faultName(Fault fault);
+
+    // The name travels between a skipped byte and a "-" in a part of the reply that the
+    // receiver cuts at 0xFF: it must be printable ASCII without "-".
+    static bool validName(const QString &name);
+};
