@@ -1,0 +1,117 @@
+// Measures the search path as an operator meets it:
+//   startup  - from starting the program to its search frame on the wire (run in a private
+//              network namespace: tests/netns-run.sh bench_search startup)
+//   burst    - from the search leaving to every emulated unit listed, with the longest time
+//              the GUI thread was blocked meanwhile (run in the lab with many units)
+#include "app/showsearch.h"
+#include "workdata.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QListWidget>
+#include <QProcess>
+#include <QTimer>
+#include <QUdpSocket>
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+struct Stats
+{
+    double median;
+    double worst;
+};
+
+Stats stats(QVector<double> v)
+{
+    std::sort(v.begin(), v.end());
+    return {v.isEmpty() ? 0 : v.at(v.size() / 2), v.isEmpty() ? 0 : v.last()};
+}
+
+int startup(int runs)
+{
+    QUdpSocket catcher;
+    if (!catcher.bind(QHostAddress::AnyIPv4, SWITCHER_DATA::Port, QUdpSocket::ShareAddress)) {
+        std::fprintf(stderr, "cannot bind port 7000\n");
+        return 1;
+    }
+    QVector<double> times;
+    for (int i = 0; i < runs; ++i) {
+        QProcess kova;
+        kova.setProgram(QStringLiteral(KOVA_BINARY));
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert("QT_QPA_PLATFORM", "offscreen");
+        kova.setProcessEnvironment(env);
+        QElapsedTimer clock;
+        clock.start();
+        kova.start();
+        while (!catcher.hasPendingDatagrams() && clock.elapsed() < 10000)
+            catcher.waitForReadyRead(10000);
+        const double ms = double(clock.nsecsElapsed()) / 1e6;
+        QByteArray frame(int(catcher.pendingDatagramSize()), '\0');
+        catcher.readDatagram(frame.data(), frame.size());
+        if (frame.size() != 27 || uint8_t(frame.at(16)) != 0xFF) {
+            std::fprintf(stderr, "unexpected first datagram\n");
+            return 1;
+        }
+        times << ms;
+        kova.kill();
+        kova.waitForFinished();
+    }
+    const Stats s = stats(times);
+    std::printf("startup_to_search_frame_ms runs=%d median=%.1f worst=%.1f\n", runs, s.median, s.worst);
+    return 0;
+}
+
+int burst(int expected)
+{
+    // A 1 ms ticker: the longest gap between two ticks is the longest the GUI thread was
+    // kept from its event loop.
+    QElapsedTimer sinceTick;
+    double longestBlock = 0;
+    QTimer ticker;
+    ticker.setInterval(1);
+    QObject::connect(&ticker, &QTimer::timeout, [&] {
+        longestBlock = std::max(longestBlock, double(sinceTick.nsecsElapsed()) / 1e6);
+        sinceTick.restart();
+    });
+
+    QElapsedTimer clock;
+    clock.start();
+    showsearch window; // the search leaves during construction
+    window.show();
+    sinceTick.start();
+    ticker.start();
+    QListWidget *list = window.deviceList();
+    double listedMs = -1;
+    QTimer poll;
+    poll.setInterval(0);
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+        if (list->count() >= expected && listedMs < 0) {
+            listedMs = double(clock.nsecsElapsed()) / 1e6;
+            QTimer::singleShot(200, qApp, &QCoreApplication::quit);
+        }
+    });
+    poll.start();
+    QTimer::singleShot(30000, qApp, &QCoreApplication::quit);
+    qApp->exec();
+    std::printf("burst units=%d listed=%d all_listed_ms=%.1f longest_gui_block_ms=%.1f\n", expected,
+                list->count(), listedMs, longestBlock);
+    return list->count() >= expected ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QApplication app(argc, argv);
+    const QStringList args = app.arguments();
+    const QString mode = args.value(1);
+    if (mode == "startup")
+        return startup(args.value(2, "20").toInt());
+    if (mode == "burst")
+        return burst(args.value(2, "1024").toInt());
+    std::fprintf(stderr, "usage: bench_search startup [runs] | burst [units]\n");
+    return 2;
+}

@@ -1,0 +1,27 @@
+#!/bin/sh
+# Installs what is missing, builds KOVA and opens it in the lab: a private network with
+# emulated switchers of several models, so KOVA can be tried with no hardware and without
+# sending anything onto a real network. Needs root for the network namespaces.
+#
+# With a desktop session (DISPLAY set) the window opens there; without one it runs under a
+# virtual display and a screenshot of the search window is written to docs/.
+set -eu
+root=$(cd "$(dirname "$0")/.." && pwd)
+"$root/scripts/install-deps.sh"
+"$root/scripts/build.sh" "$root/build"
+
+set -- \
+    --emulator "$root/build/emulator/kova-emulator" \
+    --unit "type=0x21,name=Studio A" \
+    --unit "type=0x24,name=Studio B" \
+    --unit "type=0x26,name=OB Van" \
+    --unit "type=0x25,name=Newsroom" \
+    --unit "type=0x27,name=Stream Desk" \
+    --unit "type=0x22,name=Chapel" \
+    --unit "type=0x55,name=Foyer"
+
+if [ -n "${DISPLAY:-}" ] && [ -z "${KOVA_HEADLESS:-}" ]; then
+    exec "$root/lab/lab.sh" "$@" -- "$root/build/src/kova"
+fi
+exec "$root/lab/lab.sh" "$@" --xvfb --screenshot "$root/docs/search-window.png" --after 3 --stop-after 4 \
+    -- "$root/build/src/kova"

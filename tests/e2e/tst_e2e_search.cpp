@@ -1,0 +1,106 @@
+// End to end in the lab: the real program's broadcast reaches the emulated units, and the
+// search window lists each of them with the label its model calls for. Runs on the operator
+// side of the lab (lab/lab.sh), which exports the emulator's log and the units' addresses.
+#include "app/groupbox_right.h"
+#include "app/showsearch.h"
+
+#include <QFile>
+#include <QListWidget>
+#include <QProcess>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QtTest>
+
+namespace {
+
+QStringList texts(const QListWidget *list)
+{
+    QStringList out;
+    for (int i = 0; i < list->count(); ++i)
+        out << list->item(i)->text();
+    return out;
+}
+
+int searchFramesLogged()
+{
+    QFile log(qEnvironmentVariable("LAB_EMULATOR_LOG"));
+    if (!log.open(QIODevice::ReadOnly))
+        return 0;
+    int n = 0;
+    for (const QByteArray &line : log.readAll().split('\n'))
+        n += line.contains("cmd=0xff") && line.contains("sum=ok") ? 1 : 0;
+    return n;
+}
+
+} // namespace
+
+class tst_E2eSearch : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void programBroadcastReachesUnits();
+    void unitsListedWithTheirLabels();
+    void searchClearsAndRefills();
+
+private:
+    QStringList m_units;
+};
+
+void tst_E2eSearch::initTestCase()
+{
+    m_units = qEnvironmentVariable("LAB_UNITS").split(' ', Qt::SkipEmptyParts);
+    QCOMPARE(m_units.size(), 3);
+    QVERIFY(!qEnvironmentVariableIsEmpty("LAB_EMULATOR_LOG"));
+}
+
+void tst_E2eSearch::programBroadcastReachesUnits()
+{
+    // The shipped program, started as an operator would: its first search must arrive.
+    const int before = searchFramesLogged();
+    QProcess kova;
+    kova.setProgram(QStringLiteral(KOVA_BINARY));
+    kova.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    kova.start();
+    QVERIFY(kova.waitForStarted());
+    QTRY_VERIFY_WITH_TIMEOUT(searchFramesLogged() > before, 15000);
+    kova.kill();
+    kova.waitForFinished();
+}
+
+void tst_E2eSearch::unitsListedWithTheirLabels()
+{
+    showsearch window;
+    window.show();
+    QListWidget *list = window.deviceList();
+    QTRY_COMPARE_WITH_TIMEOUT(list->count(), 3, 10000);
+    QCOMPARE(texts(list), (QStringList{"Alpha Cam: " + m_units[1], "Bravo Desk: " + m_units[2],
+                                       "Charlie: " + m_units[0]}));
+
+    window.groupBox()->radio(1)->click();
+    QCOMPARE(texts(list), QStringList{"RVX3210S: " + m_units[0]});
+    window.groupBox()->radio(2)->click();
+    QCOMPARE(texts(list), QStringList{"RVX3220: " + m_units[1]});
+}
+
+void tst_E2eSearch::searchClearsAndRefills()
+{
+    showsearch window;
+    window.show();
+    QListWidget *list = window.deviceList();
+    QTRY_COMPARE_WITH_TIMEOUT(list->count(), 3, 10000);
+    window.groupBox()->radio(2)->click();
+
+    const int before = searchFramesLogged();
+    window.groupBox()->searchButton()->click();
+    QCOMPARE(list->count(), 0);
+    QVERIFY(window.groupBox()->radioAll()->isChecked());
+    QTRY_COMPARE_WITH_TIMEOUT(list->count(), 3, 10000);
+    QTRY_VERIFY(searchFramesLogged() > before);
+    // The HIS boards answered too: the RVX3210S record knows its second address.
+    QTRY_VERIFY(window.link()->devices()[0].ip2 != 0 || window.link()->devices()[1].ip2 != 0 ||
+                window.link()->devices()[2].ip2 != 0);
+}
+
+QTEST_MAIN(tst_E2eSearch)
+#include "tst_e2e_search.moc"
