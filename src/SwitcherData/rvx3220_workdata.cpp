@@ -1,0 +1,322 @@
+#include "rvx3220_workdata.h"
+
+#include "framecodec.h"
+
+#include <QDebug>
+#include <QUdpSocket>
+#include <cstring>
+
+Q_LOGGING_CATEGORY(lc3220, "kova.rvx3220")
+
+namespace {
+
+// Audio source list index -> source code. The unit has no source 0x02; the gap is its own.
+const uint8_t CH_NB[8] = {0x00, 0x01, 0x03, 0x04, 0x05, 0x06, 0x07, 0x08};
+
+// Output-format list index -> format code.
+const uint8_t PGM_OUT_CODES[7] = {0x07, 0x0B, 0x09, 0x01, 0x03, 0x0D, 0x05};
+
+constexpr uint8_t CmdReadState = 0x49;
+constexpr uint8_t CmdWipe = 0x90;
+constexpr uint8_t CmdWipePattern = 0x92;
+constexpr uint8_t CmdSetIp = 5;
+
+} // namespace
+
+RVX3220_workdata::RVX3220_workdata(QObject *parent) : SWITCHER_DATA(parent)
+{
+    initUdp();
+}
+
+RVX3220_workdata::~RVX3220_workdata() = default;
+
+void RVX3220_workdata::initUdp()
+{
+    m_udp = new QUdpSocket(this);
+    // The address is not known yet, so this listens on port 7000 of every IPv4 interface.
+    // Shared like the other panels' links, so a panel kept open in the background does not
+    // lock this one out.
+    if (!m_udp->bind(QHostAddress::AnyIPv4, Port,
+                     QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint)) {
+        // Someone holds the port exclusively. Commands still leave, from a port of the
+        // system's choosing; the unit's answers are ignored anyway.
+        qCDebug(lc3220) << "port 7000 is taken, sending without it:" << m_udp->errorString();
+    }
+    connect(m_udp, &QUdpSocket::readyRead, this, &RVX3220_workdata::ReceiveData);
+}
+
+void RVX3220_workdata::releasePort()
+{
+    m_udp->close();
+}
+
+bool RVX3220_workdata::isBound() const
+{
+    return m_udp->state() == QAbstractSocket::BoundState && m_udp->localPort() == Port;
+}
+
+void RVX3220_workdata::DevTypeID(QString ip, quint8 classByte, quint8 numberByte)
+{
+    m_devIP = ip;
+    m_devClass = classByte;
+    m_devNum = numberByte;
+}
+
+void RVX3220_workdata::ReceiveData()
+{
+    QByteArray buffer;
+    QHostAddress sender;
+    quint16 port = 0;
+    while (m_udp->hasPendingDatagrams()) {
+        buffer.resize(int(qMax<qint64>(0, m_udp->pendingDatagramSize())));
+        const qint64 got = m_udp->readDatagram(buffer.data(), buffer.size(), &sender, &port);
+        if (got <= 0)
+            return;
+        Read3220State_Data(buffer, int(got));
+    }
+}
+
+RVX3220_workdata::Verdict RVX3220_workdata::examine(const QByteArray &frame, int length)
+{
+    using FrameCodec::byteAt;
+    if (frame.size() < 2)
+        return Verdict::TooShort;
+    if (byteAt(frame, 0) != 0xA5 || byteAt(frame, 1) != 0x6C)
+        return Verdict::BadLeadIn;
+    // byteAt keeps a read count that disagrees with the buffer from reading outside it.
+    if (length < 1 || length > frame.size() || byteAt(frame, length - 1) != 0xAE)
+        return Verdict::BadTrailer;
+    if (length < 18 || byteAt(frame, 16) != CmdReadState)
+        return Verdict::NotState;
+    return Verdict::StateReply;
+}
+
+void RVX3220_workdata::Read3220State_Data(const QByteArray &frame, int length)
+{
+    // The panel never shows what the unit reports, so even a state reply ends here. Its
+    // first data byte is the one the unit's software looks at; nothing depends on it.
+    (void)examine(frame, length);
+}
+
+void RVX3220_workdata::send(const uint8_t *buf, uint16_t length)
+{
+    if (length <= 0)
+        return;
+    const QByteArray data(reinterpret_cast<const char *>(buf), length);
+    m_udp->writeDatagram(data.constData(), data.size(), QHostAddress(m_devIP), Port);
+}
+
+void RVX3220_workdata::send0(uint8_t cmd)
+{
+    uint8_t buf[128] = {};
+    send(buf, None_Char_Data(buf, m_devClass, m_devNum, cmd));
+}
+
+void RVX3220_workdata::send1(uint8_t cmd, uint8_t d1)
+{
+    uint8_t buf[128] = {};
+    send(buf, Single_Char_Data(buf, m_devClass, m_devNum, cmd, d1));
+}
+
+void RVX3220_workdata::send2(uint8_t cmd, uint8_t d1, uint8_t d2)
+{
+    uint8_t buf[128] = {};
+    send(buf, Double_Char_Data(buf, m_devClass, m_devNum, cmd, d1, d2));
+}
+
+void RVX3220_workdata::SendCMDReadstate()
+{
+    send0(CmdReadState);
+}
+
+void RVX3220_workdata::SendCMDPGM(quint8 ch)
+{
+    send1(0x80, ch);
+}
+
+void RVX3220_workdata::SendCMDPVW(quint8 ch)
+{
+    send1(0x81, ch);
+}
+
+void RVX3220_workdata::SwndCMDslider(quint8 stroke, quint8 travel)
+{
+    send2(0x82, stroke, travel);
+}
+
+void RVX3220_workdata::SendCMDCUT()
+{
+    send0(0x83);
+}
+
+void RVX3220_workdata::SendCMDAUTO()
+{
+    // The unit runs its automatic transition from the lever and CUT only; AUTO is a
+    // panel-side animation and puts nothing on the wire.
+}
+
+void RVX3220_workdata::SendCMDPIP(quint8 on)
+{
+    send1(0x86, on);
+}
+
+void RVX3220_workdata::SendCMDTRANSITIONS(quint8 effect)
+{
+    switch (effect) {
+    case 1:
+        send0(0x8E);
+        break;
+    case 2:
+        send0(0x8F);
+        break;
+    case 3:
+        SET_WIPE();
+        send1(CmdWipePattern, 0x25);
+        break;
+    case 4:
+        SET_WIPE();
+        send1(CmdWipePattern, 0x29);
+        break;
+    case 5:
+        SET_WIPE();
+        send1(CmdWipePattern, 0x23);
+        break;
+    case 6:
+        SET_WIPE();
+        send1(CmdWipePattern, 0x27);
+        break;
+    default:
+        break;
+    }
+}
+
+void RVX3220_workdata::SET_WIPE()
+{
+    send0(CmdWipe);
+}
+
+void RVX3220_workdata::SendCMDPIP_Border_Enable(quint8 v)
+{
+    send1(0x9D, v);
+}
+
+void RVX3220_workdata::SendCMDPIP_Border_Color(quint8 v)
+{
+    send1(0x9E, v);
+}
+
+void RVX3220_workdata::SendCMDPIP_Border_Width(quint8 v)
+{
+    send1(0x9F, v);
+}
+
+void RVX3220_workdata::SendCMDPIP_H_Position(quint16 x)
+{
+    send2(0xA0, QLOBYTE(x), QHIBYTE(x));
+}
+
+void RVX3220_workdata::SendCMDPIP_V_Position(quint16 y)
+{
+    send2(0xA1, QLOBYTE(y), QHIBYTE(y));
+}
+
+void RVX3220_workdata::SendCMDPIP_Border_Size(quint8 v)
+{
+    send1(0xA2, v);
+}
+
+void RVX3220_workdata::SendCMDPGM_OUT(int index)
+{
+    if (index < 0 || index >= int(sizeof(PGM_OUT_CODES)))
+        return;
+    send1(0xA3, PGM_OUT_CODES[index]);
+}
+
+void RVX3220_workdata::SendCMDPOP(quint8 on)
+{
+    send1(0xA7, on);
+}
+
+void RVX3220_workdata::SendCMDPOP_Window(quint8 w)
+{
+    send1(0xA8, w);
+}
+
+void RVX3220_workdata::SendCMDPOP_Border_Enable(quint8 on)
+{
+    send1(0xA9, on);
+}
+
+void RVX3220_workdata::SendCMDPOP_Border_Color(quint8 v)
+{
+    send1(0xAA, v);
+}
+
+void RVX3220_workdata::SendCMDPOP_Border_Width(quint8 v)
+{
+    send1(0xAB, v);
+}
+
+void RVX3220_workdata::SendCMDPOP_H_Position(quint16 x)
+{
+    send2(0xAC, QLOBYTE(x), QHIBYTE(x));
+}
+
+void RVX3220_workdata::SendCMDPOP_V_Position(quint16 y)
+{
+    send2(0xAD, QLOBYTE(y), QHIBYTE(y));
+}
+
+// Both channels' volumes share one command code: the unit tells them apart by the source
+// code alone.
+void RVX3220_workdata::SendCMDCH1_VOL(int src, quint8 vol)
+{
+    if (src < 0 || src >= int(sizeof(CH_NB)))
+        return;
+    send2(0xB8, CH_NB[src], vol);
+}
+
+void RVX3220_workdata::SendCMDCH2_VOL(int src, quint8 vol)
+{
+    if (src < 0 || src >= int(sizeof(CH_NB)))
+        return;
+    send2(0xB8, CH_NB[src], vol);
+}
+
+void RVX3220_workdata::SendCMDCH1(int src)
+{
+    if (src < 0 || src >= int(sizeof(CH_NB)))
+        return;
+    send1(0xB9, CH_NB[src]);
+}
+
+void RVX3220_workdata::SendCMDCH2(int src)
+{
+    if (src < 0 || src >= int(sizeof(CH_NB)))
+        return;
+    send1(0xBA, CH_NB[src]);
+}
+
+void RVX3220_workdata::SendCMDMIX()
+{
+    send0(0xCB);
+}
+
+void RVX3220_workdata::SendCMDAFV()
+{
+    send0(0xCC);
+}
+
+void RVX3220_workdata::SendCMD_IP(QByteArray &ip4, QString newIp)
+{
+    std::memset(&m_ipBlock, 0, sizeof(m_ipBlock));
+    for (int i = 0; i < 4; ++i)
+        m_ipBlock.ip[i] = FrameCodec::byteAt(ip4, i);
+    uint8_t buf[128] = {};
+    const uint16_t length = Set_ipCom(buf, m_devClass, m_devNum, CmdSetIp, m_ipBlock);
+    if (length <= 0)
+        return;
+    // The frame goes to the old address; only then does the unit move.
+    send(buf, length);
+    m_devIP = newIp;
+}
