@@ -115,12 +115,14 @@ RVX3210_workdata::RVX3210_workdata(QObject *parent) : SWITCHER_DATA(parent)
 void RVX3210_workdata::initUdp()
 {
     m_udp = new QUdpSocket(this);
-    // The device IP is still empty here, and a null QHostAddress would not bind at all:
-    // take the wildcard so the unit's replies on port 7000 reach us whatever its address.
+    // Bound once, before any device IP is known; Qt takes a null address as the IPv4
+    // wildcard, spelled out here. Address sharing lets the link object of
+    // the next panel bind port 7000 while this one still exists (the newest socket gets the
+    // unicast replies on Linux), and lets local listeners take port 7000 on their own address.
     QHostAddress local(m_devIP);
     if (local.isNull())
         local = QHostAddress::AnyIPv4;
-    if (!m_udp->bind(local, Port))
+    if (!m_udp->bind(local, Port, QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint))
         qCDebug(lc3210) << "bind on port" << Port << "failed:" << m_udp->errorString();
     connect(m_udp, &QUdpSocket::readyRead, this, &RVX3210_workdata::ReceiveData);
 }
