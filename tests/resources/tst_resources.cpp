@@ -1,0 +1,293 @@
+#include "imagetable.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QImage>
+#include <QImageReader>
+#include <QPixmap>
+#include <QRegularExpression>
+#include <QtTest>
+
+namespace {
+
+// Resource references found in one text: whole paths, prefixes that code completes at
+// run time (":/images/white/" + name), and printf-style templates (".../png/%1.png").
+struct References
+{
+    QStringList paths;
+    QStringList prefixes;
+    QStringList templates;
+};
+
+// C++ splits long style sheets over adjacent literals; join them so a path broken
+// across two lines is seen whole.
+QStringList joinedStringLiterals(const QString &code)
+{
+    static const QRegularExpression literal(QStringLiteral("\"((?:[^\"\\\\\\n]|\\\\.)*)\""));
+    static const QRegularExpression blank(QStringLiteral("^\\s*$"));
+    QStringList out;
+    int lastEnd = -1;
+    auto it = literal.globalMatch(code);
+    while (it.hasNext()) {
+        const QRegularExpressionMatch m = it.next();
+        const bool adjacent =
+            lastEnd >= 0 && blank.match(code.mid(lastEnd, m.capturedStart() - lastEnd)).hasMatch();
+        if (adjacent)
+            out.last() += m.captured(1);
+        else
+            out.append(m.captured(1));
+        lastEnd = m.capturedEnd();
+    }
+    return out;
+}
+
+void addReferences(const QString &text, References *refs)
+{
+    // A path ends where a style sheet or a literal would end it.
+    static const QRegularExpression path(QStringLiteral(":/images/[^\"'()\\s;,<>\\\\]*"));
+    auto it = path.globalMatch(text);
+    while (it.hasNext()) {
+        const QString p = it.next().captured(0);
+        QStringList *list = p.contains(QLatin1Char('%'))   ? &refs->templates
+                            : p.endsWith(QLatin1Char('/')) ? &refs->prefixes
+                                                           : &refs->paths;
+        if (!list->contains(p))
+            list->append(p);
+    }
+}
+
+References scanText(const QString &text, bool isCpp)
+{
+    References refs;
+    if (isCpp) {
+        for (const QString &s : joinedStringLiterals(text))
+            addReferences(s, &refs);
+    } else {
+        addReferences(text, &refs);
+    }
+    return refs;
+}
+
+QString loadFailure(const QString &path)
+{
+    QImageReader reader(path);
+    const QImage image = reader.read();
+    if (image.isNull())
+        return QStringLiteral("%1: %2").arg(path, reader.errorString());
+    if (QPixmap(path).isNull())
+        return QStringLiteral("%1: loads as an image but not as a pixmap").arg(path);
+    return QString();
+}
+
+ImageTable loadTable()
+{
+    return ImageTable::load(QStringLiteral(KOVA_IMAGE_TABLE_FILE));
+}
+
+} // namespace
+
+class TestResources : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void scanner_data();
+    void scanner();
+    void tableEntries_data();
+    void tableEntries();
+    void lampColours_data();
+    void lampColours();
+    void doubledSlash_data();
+    void doubledSlash();
+    void sourceReferences();
+};
+
+void TestResources::scanner_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("isCpp");
+    QTest::addColumn<QStringList>("paths");
+    QTest::addColumn<QStringList>("prefixes");
+    QTest::addColumn<QStringList>("templates");
+
+    QTest::newRow("style sheet url") << R"t(x = "QPushButton{image:url(:/images/white/F1.bmp);}";)t" << true
+                                     << QStringList{":/images/white/F1.bmp"} << QStringList()
+                                     << QStringList();
+    QTest::newRow("url with blank and no semicolon")
+        << R"t(s = "QPushButton{image: url(:/images/green/MIX.bmp)}";)t" << true
+        << QStringList{":/images/green/MIX.bmp"} << QStringList() << QStringList();
+    QTest::newRow("path split over two literals")
+        << "s = \"a{border-image:url(:/images/StyleSheet/\"\n      \"limit.png);}\";" << true
+        << QStringList{":/images/StyleSheet/limit.png"} << QStringList() << QStringList();
+    QTest::newRow("separate literals stay separate")
+        << R"t(f(":/images/red/1.bmp", ":/images/red/2.bmp");)t" << true
+        << QStringList{":/images/red/1.bmp", ":/images/red/2.bmp"} << QStringList() << QStringList();
+    QTest::newRow("prefix completed at run time")
+        << R"t(QString p = QString(":/images/white/") + name + ".bmp";)t" << true << QStringList()
+        << QStringList{":/images/white/"} << QStringList();
+    QTest::newRow("doubled slash kept")
+        << R"t(p = ":/images/green//png/1.png";)t" << true << QStringList{":/images/green//png/1.png"}
+        << QStringList() << QStringList();
+    QTest::newRow("template") << R"t(QString(":/images/red/png/%1.png").arg(n))t" << true << QStringList()
+                              << QStringList() << QStringList{":/images/red/png/%1.png"};
+    QTest::newRow("escaped quote inside literal")
+        << R"t(s = "say \"hi\" url(:/images/StyleSheet/set.png)";)t" << true
+        << QStringList{":/images/StyleSheet/set.png"} << QStringList() << QStringList();
+    QTest::newRow("designer form text")
+        << R"t(<string>image: url(:/images/StyleSheet/DS.bmp);</string>)t" << false
+        << QStringList{":/images/StyleSheet/DS.bmp"} << QStringList() << QStringList();
+    QTest::newRow("duplicates once") << R"t(a(":/images/white/CUT.bmp"); b(":/images/white/CUT.bmp");)t"
+                                     << true << QStringList{":/images/white/CUT.bmp"} << QStringList()
+                                     << QStringList();
+}
+
+void TestResources::scanner()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, isCpp);
+    const References refs = scanText(text, isCpp);
+    QTEST(refs.paths, "paths");
+    QTEST(refs.prefixes, "prefixes");
+    QTEST(refs.templates, "templates");
+}
+
+void TestResources::tableEntries_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QString>("format");
+    const ImageTable table = loadTable();
+    QVERIFY2(table.isValid(), qPrintable(table.error()));
+    QVERIFY(!table.entries().isEmpty());
+    for (const ImageEntry &e : table.entries())
+        QTest::newRow(qPrintable(e.path)) << e.path << e.size << e.format();
+}
+
+void TestResources::tableEntries()
+{
+    QFETCH(QString, path);
+    QFETCH(QSize, size);
+    QFETCH(QString, format);
+    const QString failure = loadFailure(path);
+    QVERIFY2(failure.isEmpty(), qPrintable(failure));
+    // The extension is what a reader of the code expects; the bytes must agree with it.
+    QImageReader reader(path);
+    reader.setAutoDetectImageFormat(true);
+    QCOMPARE(QString::fromLatin1(reader.format()), format);
+    QCOMPARE(QImage(path).size(), size);
+}
+
+void TestResources::lampColours_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("lamp");
+    const ImageTable table = loadTable();
+    QVERIFY2(table.isValid(), qPrintable(table.error()));
+    for (const ImageEntry &e : table.entries()) {
+        if (e.kind == QLatin1String("key"))
+            QTest::newRow(qPrintable(e.path)) << e.path << e.scheme;
+    }
+}
+
+// An unlit key shown lit, or a programme key painted green, is the mistake an operator
+// would act on, so the face colour is checked against the directory it lives in.
+void TestResources::lampColours()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, lamp);
+    const QImage image = QImage(path).convertToFormat(QImage::Format_RGB32);
+    QVERIFY(!image.isNull());
+    if (path.contains(QLatin1String("/white/")))
+        QCOMPARE(lamp, QStringLiteral("white"));
+    else if (path.contains(QLatin1String("/red/")))
+        QCOMPARE(lamp, QStringLiteral("red"));
+    else if (path.contains(QLatin1String("/green/")))
+        QCOMPARE(lamp, QStringLiteral("green"));
+
+    // Count the face's pixels by lamp colour; the legend and the rim are a minority.
+    int white = 0, red = 0, green = 0;
+    for (int y = image.height() / 5; y < image.height() * 4 / 5; ++y) {
+        for (int x = image.width() / 5; x < image.width() * 4 / 5; ++x) {
+            const QColor c = image.pixelColor(x, y);
+            if (c.saturation() < 40 && c.value() > 150)
+                ++white;
+            else if (c.red() > 150 && c.red() > 2 * c.green() && c.red() > 2 * c.blue())
+                ++red;
+            else if (c.green() > 150 && c.green() > 2 * c.red() && c.green() > 2 * c.blue())
+                ++green;
+        }
+    }
+    const QString counts = QStringLiteral("white %1, red %2, green %3").arg(white).arg(red).arg(green);
+    const int expected = lamp == QLatin1String("white") ? white : lamp == QLatin1String("red") ? red : green;
+    QVERIFY2(expected == qMax(white, qMax(red, green)) && expected > image.width() * image.height() / 8,
+             qPrintable(counts));
+}
+
+void TestResources::doubledSlash_data()
+{
+    QTest::addColumn<QString>("doubled");
+    QTest::addColumn<QString>("single");
+    QTest::newRow("green 1") << ":/images/green//png/1.png"
+                             << ":/images/green/png/1.png";
+    QTest::newRow("green 2") << ":/images/green//png/2.png"
+                             << ":/images/green/png/2.png";
+}
+
+// The preview bus names two of its pictures with a doubled slash; they must resolve to
+// the same picture as the plain path, through QImage, QPixmap and a style sheet's QFile.
+void TestResources::doubledSlash()
+{
+    QFETCH(QString, doubled);
+    QFETCH(QString, single);
+    const QString failure = loadFailure(doubled);
+    QVERIFY2(failure.isEmpty(), qPrintable(failure));
+    QVERIFY(QFile::exists(doubled));
+    QCOMPARE(QImage(doubled), QImage(single));
+}
+
+void TestResources::sourceReferences()
+{
+    const QDir tree(QStringLiteral(KOVA_SOURCE_TREE));
+    QVERIFY2(tree.exists(), KOVA_SOURCE_TREE);
+    References all;
+    QDirIterator it(
+        tree.absolutePath(),
+        {QStringLiteral("*.cpp"), QStringLiteral("*.h"), QStringLiteral("*.ui"), QStringLiteral("*.qss")},
+        QDir::Files, QDirIterator::Subdirectories);
+    QStringList failures;
+    int files = 0;
+    while (it.hasNext()) {
+        const QString file = it.next();
+        QFile f(file);
+        QVERIFY2(f.open(QIODevice::ReadOnly), qPrintable(file));
+        const bool isCpp = !file.endsWith(QLatin1String(".ui")) && !file.endsWith(QLatin1String(".qss"));
+        const References refs = scanText(QString::fromUtf8(f.readAll()), isCpp);
+        const QString where = tree.relativeFilePath(file) + QLatin1String(": ");
+        for (const QString &p : refs.paths) {
+            const QString failure = loadFailure(p);
+            if (!failure.isEmpty())
+                failures << where + failure;
+        }
+        for (const QString &p : refs.prefixes) {
+            if (QDir(p).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot).isEmpty())
+                failures << where + p + QLatin1String(": no pictures under this prefix");
+        }
+        for (const QString &t : refs.templates) {
+            // Only the directory and the shape of the name can be checked statically.
+            const QString dir = t.left(t.lastIndexOf(QLatin1Char('/'), t.indexOf(QLatin1Char('%'))) + 1);
+            QString pattern = t.mid(dir.size());
+            pattern.replace(QRegularExpression(QStringLiteral("%\\d+")), QStringLiteral("*"));
+            if (QDir(dir).entryList({pattern}, QDir::Files).isEmpty())
+                failures << where + t + QLatin1String(": no picture matches this pattern");
+        }
+        all.paths += refs.paths;
+        ++files;
+    }
+    all.paths.removeDuplicates();
+    qInfo("%d source files, %d distinct picture paths", files, int(all.paths.size()));
+    QVERIFY2(failures.isEmpty(), qPrintable(failures.join(QLatin1Char('\n'))));
+}
+
+QTEST_MAIN(TestResources)
+#include "tst_resources.moc"
