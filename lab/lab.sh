@@ -69,6 +69,19 @@ ip netns list >/dev/null 2>&1 || die "'ip netns' is not available on this system
 [ -x "$emulator" ] || die "no emulator at $emulator (build the kova-emulator target or pass --emulator)"
 emulator=$(cd "$(dirname "$emulator")" && pwd)/$(basename "$emulator")
 
+# A lab killed outright (SIGKILL, say a test runner's time-out) cannot clean up after itself;
+# the next lab removes namespaces of ours whose script is gone.
+for ns in $(ip netns list | awk '{print $1}' | grep -E '^kova-(op|un)-[0-9]+-[0-9]+$' || true); do
+    owner=${ns#kova-??-}
+    owner=${owner%%-*}
+    if ! kill -0 "$owner" 2>/dev/null; then
+        for pid in $(ip netns pids "$ns" 2>/dev/null); do
+            kill -KILL "$pid" 2>/dev/null || true
+        done
+        ip netns del "$ns" 2>/dev/null || true
+    fi
+done
+
 run_id="$$-$RANDOM"
 op_ns="kova-op-$run_id"
 unit_ns="kova-un-$run_id"
