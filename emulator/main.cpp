@@ -42,7 +42,7 @@ int main(int argc, char *argv[])
     parser.addHelpOption();
     const QCommandLineOption unitOpt(
         QStringLiteral("unit"),
-        QStringLiteral("A unit: type=0x21,name=Studio A,id=0a0b0c,ip=A,his=A|auto,"
+        QStringLiteral("A unit: type=0x21,name=Studio A,id=0a0b0c,ip=A,his=A|auto|none,"
                        "hisclass=e0|e5,fault=F[+F]. Repeatable."),
         QStringLiteral("spec"));
     const QCommandLineOption countOpt(QStringLiteral("count"),
@@ -105,8 +105,8 @@ int main(int argc, char *argv[])
             UnitConfig unit = UnitPlan::defaults(units.size());
             unit.childType = type;
             unit.hisClass = hisClass;
-            if (!parser.isSet(noHisOpt))
-                unit.hisIp = UnitPlan::hisAddress(unit.index);
+            if (parser.isSet(noHisOpt) || !UnitPlan::modelHasHis(type))
+                unit.hisIp = QHostAddress();
             units.append(unit);
         }
     }

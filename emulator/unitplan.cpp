@@ -38,7 +38,13 @@ UnitConfig UnitPlan::defaults(int index)
     u.id[1] = char((serial >> 8) & 0xFF);
     u.id[2] = char(serial & 0xFF);
     u.mainIp = mainAddress(index);
+    u.hisIp = hisAddress(index);
     return u;
+}
+
+bool UnitPlan::modelHasHis(uint8_t childType)
+{
+    return childType != 0x22;
 }
 
 bool UnitPlan::parseByte(const QString &text, uint8_t *value)
@@ -100,6 +106,7 @@ bool UnitPlan::validName(const QString &name)
 bool UnitPlan::parseSpec(const QString &spec, int index, UnitConfig *unit, QString *error)
 {
     UnitConfig u = defaults(index);
+    bool hisGiven = false;
     const QStringList parts = spec.split(QLatin1Char(','), Qt::SkipEmptyParts);
     for (const QString &part : parts) {
         const int eq = part.indexOf(QLatin1Char('='));
@@ -135,6 +142,7 @@ bool UnitPlan::parseSpec(const QString &spec, int index, UnitConfig *unit, QStri
             }
         } else if (key == QLatin1String("his")) {
             const QString v = value.trimmed();
+            hisGiven = true;
             if (v == QLatin1String("auto")) {
                 u.hisIp = hisAddress(index);
             } else if (v == QLatin1String("none")) {
@@ -162,6 +170,8 @@ bool UnitPlan::parseSpec(const QString &spec, int index, UnitConfig *unit, QStri
             return false;
         }
     }
+    if (!hisGiven && !modelHasHis(u.childType))
+        u.hisIp = QHostAddress();
     *unit = u;
     return true;
 }

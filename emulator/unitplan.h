@@ -17,11 +17,15 @@ public:
     static QHostAddress hisAddress(int index);
 
     // Defaults for unit n: type 0x21, name "Unit 000n+1", identifier 4b hh ll (n+1), plan address,
-    // no HIS board.
+    // and the plan's HIS address where the model has a HIS board.
     static UnitConfig defaults(int index);
 
+    // Every model but the RVX3220 has a second network endpoint, the HIS board.
+    static bool modelHasHis(uint8_t childType);
+
     // "type=0x21,name=Studio A,id=0a0b0c,ip=10.77.1.1,his=10.77.101.1,hisclass=e0,fault=split+duplicate"
-    // Every key is optional; his=auto takes the plan's HIS address, his=none leaves it out.
+    // Every key is optional; without "his" (or with his=auto) a unit whose model has a HIS
+    // board gets the plan's HIS address; his=none leaves it out.
     static bool parseSpec(const QString &spec, int index, UnitConfig *unit, QString *error);
 
     static bool parseFault(const QString &name, Fault *fault);
