@@ -1,4 +1,5 @@
 // Launcher of the RVX3220 panel.
+#include "RVX3220/rvx3220ui.h"
 #include "searchstyles.h"
 #include "showsearch.h"
 
@@ -6,7 +7,13 @@
 
 void showsearch::set3220UI(QString ip, uint8_t a, uint8_t b)
 {
-    Q_UNUSED(ip)
-    Q_UNUSED(a)
-    Q_UNUSED(b)
+    auto *panel = new RVX3220UI(nullptr);
+    panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
+    panel->DevTypeID(ip, a, b);
+    hide();
+    // Modal: the search comes back when the panel is left, and the panel (with its hold on
+    // port 7000) goes with it.
+    if (panel->exec() == 0)
+        delete panel;
+    showSearchPage();
 }

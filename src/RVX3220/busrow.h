@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QWidget>
+#include <cstdint>
+
+class QButtonGroup;
+class QLabel;
+class RVX3220_workdata;
+
+// One bus of six input keys, lit one at a time. The program and preview buses differ only
+// in their lamp colour and the command a key sends.
+class BusRow : public QWidget
+{
+    Q_OBJECT
+public:
+    QButtonGroup *buttonGroup() const { return m_group; }
+    // Lit input, 0 when none.
+    quint8 litInput() const { return m_lit; }
+
+    void initbtnStyle();
+    // Lights input id (1..6; any other id leaves all unlit) and stores it. No command.
+    void setStyle(quint8 id);
+
+public slots:
+    void on_btnGrp_clicked(quint8 id);
+
+protected:
+    BusRow(QWidget *parent, RVX3220_workdata *model, const char *caption, const char *const *lit);
+    virtual void sendInput(quint8 id) = 0;
+
+    RVX3220_workdata *m_model;
+
+private:
+    const char *const *m_litPictures;
+    QButtonGroup *m_group;
+    QLabel *m_caption;
+    quint8 m_lit = 0;
+};

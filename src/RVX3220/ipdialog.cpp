@@ -1,0 +1,56 @@
+#include "ipdialog.h"
+
+#include "SwitcherData/rvx3220_workdata.h"
+#include "rvx3220styles.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QRegularExpressionValidator>
+
+IPDialog::IPDialog(QWidget *parent, RVX3220_workdata *model)
+    : QDialog(parent), m_model(model), m_edit(new QLineEdit(this)),
+      m_close(new QPushButton(QString::fromLatin1(RVX3220Styles::IpClose), this)),
+      m_ok(new QPushButton(QString::fromLatin1(RVX3220Styles::IpOk), this))
+{
+    setWindowTitle(QString::fromLatin1(RVX3220Styles::WindowTitle));
+    setFixedSize(320, 110);
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(QString::fromLatin1(RVX3220Styles::Window));
+
+    auto *label = new QLabel(QString::fromLatin1(RVX3220Styles::IpCaption), this);
+    label->setStyleSheet(QString::fromLatin1(RVX3220Styles::Caption));
+    label->setGeometry(20, 20, 70, 28);
+    m_edit->setStyleSheet(QString::fromLatin1(RVX3220Styles::LineEdit));
+    m_edit->setGeometry(95, 20, 205, 28);
+    m_edit->setValidator(new QRegularExpressionValidator(
+        QRegularExpression(QString::fromLatin1(RVX3220Styles::IpPattern)), m_edit));
+    m_edit->setText(m_model->unitAddress());
+
+    m_close->setStyleSheet(QString::fromLatin1(RVX3220Styles::TextButton));
+    m_close->setGeometry(95, 64, 95, 30);
+    m_ok->setStyleSheet(QString::fromLatin1(RVX3220Styles::TextButton));
+    m_ok->setGeometry(205, 64, 95, 30);
+
+    connect(m_close, &QPushButton::clicked, this, &QDialog::close);
+    connect(m_ok, &QPushButton::clicked, this, &IPDialog::on_btnip_clicked);
+}
+
+void IPDialog::on_btnip_clicked()
+{
+    const QString text = m_edit->text();
+    if (text == QLatin1String(RVX3220Styles::IpNone) || text.isEmpty()) {
+        QMessageBox::warning(this, QString::fromLatin1(RVX3220Styles::WarningTitle),
+                             QString::fromLatin1(RVX3220Styles::TextEmpty), QMessageBox::Yes);
+        return;
+    }
+    const QStringList parts = text.split(QLatin1Char('.'), Qt::SkipEmptyParts);
+    if (parts.size() < 4)
+        return;
+    QByteArray ip4(4, '\0');
+    for (int i = 0; i < 4; ++i)
+        ip4[i] = char(quint8(parts.at(i).toUInt(nullptr, 10)));
+    m_model->SendCMD_IP(ip4, text);
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QDialog>
+
+class QLineEdit;
+class QPushButton;
+class RVX3220_workdata;
+
+// Gives the unit a new IPv4 address. Later commands follow it to the new address.
+class IPDialog : public QDialog
+{
+    Q_OBJECT
+public:
+    IPDialog(QWidget *parent, RVX3220_workdata *model);
+
+    QLineEdit *addressEdit() const { return m_edit; }
+    QPushButton *okButton() const { return m_ok; }
+    QPushButton *closeButton() const { return m_close; }
+
+public slots:
+    void on_btnip_clicked();
+
+private:
+    RVX3220_workdata *m_model;
+    QLineEdit *m_edit;
+    QPushButton *m_close;
+    QPushButton *m_ok;
+};

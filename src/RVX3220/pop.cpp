@@ -1,0 +1,113 @@
+#include "pop.h"
+
+#include "SwitcherData/rvx3220_workdata.h"
+#include "panewidgets.h"
+#include "rvx3220styles.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSpinBox>
+
+namespace {
+
+QPushButton *rowButton(QWidget *parent, int row, const char *text)
+{
+    auto *button = new QPushButton(QString::fromLatin1(text), parent);
+    button->setStyleSheet(QString::fromLatin1(RVX3220Styles::TextButton));
+    button->setGeometry(PaneWidgets::controlX(), PaneWidgets::rowY(row), 114, 28);
+    return button;
+}
+
+} // namespace
+
+POP::POP(QWidget *parent, RVX3220_workdata *model) : QWidget(parent), m_model(model)
+{
+    using namespace PaneWidgets;
+    QGroupBox *box = frame(RVX3220Styles::PopTitle, this);
+    caption(QStringLiteral("Window"), box, 0);
+    m_window = rowButton(box, 0, RVX3220Styles::Placeholder);
+    caption(QStringLiteral("H Position"), box, 1);
+    m_h = spinBox(box, 1, 0, 960, 10);
+    caption(QStringLiteral("V Position"), box, 2);
+    m_v = spinBox(box, 2, 0, 540, 10);
+    caption(QStringLiteral("Size"), box, 3);
+    QLabel *size = caption(QString::fromLatin1(RVX3220Styles::PopSize), box, 3);
+    size->move(controlX() + 6, rowY(3));
+    caption(QStringLiteral("Border"), box, 4);
+    // Reads "On" although the border starts off, so the first press turns it on.
+    m_border = rowButton(box, 4, RVX3220Styles::BorderOn);
+    caption(QStringLiteral("Border Width"), box, 5);
+    m_borderWidth = spinBox(box, 5, 2, 7);
+    caption(QStringLiteral("Border Color"), box, 6);
+    m_borderColour = list(box, 6, RVX3220Styles::BorderColours, 4);
+
+    connect(m_window, &QPushButton::clicked, this, &POP::setlwindowindex);
+    connect(m_h, qOverload<int>(&QSpinBox::valueChanged), this, &POP::setSpboxHPosition);
+    connect(m_v, qOverload<int>(&QSpinBox::valueChanged), this, &POP::setSpboxVPosition);
+    connect(m_border, &QPushButton::clicked, this, &POP::setbtnBorder_Enable);
+    connect(m_borderWidth, qOverload<int>(&QSpinBox::valueChanged), this, &POP::setSpboxBorder_Width);
+    connect(m_borderColour, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            &POP::setCoboxBorder_Color);
+}
+
+void POP::setlwindowindex()
+{
+    if (!m_windowTwo) {
+        m_model->SendCMDPOP_Window(1);
+        m_window->setText(QStringLiteral("1"));
+        m_windowTwo = true;
+    } else {
+        m_model->SendCMDPOP_Window(2);
+        m_window->setText(QStringLiteral("2"));
+        m_windowTwo = false;
+    }
+    m_windowSelected = true;
+}
+
+bool POP::windowChosen()
+{
+    if (m_windowSelected)
+        return true;
+    QMessageBox::warning(this, QString::fromLatin1(RVX3220Styles::WarningTitle),
+                         QString::fromLatin1(RVX3220Styles::ChooseWindowSource),
+                         QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
+    return false;
+}
+
+void POP::setSpboxHPosition(int v)
+{
+    if (windowChosen())
+        m_model->SendCMDPOP_H_Position(quint16(v));
+}
+
+void POP::setSpboxVPosition(int v)
+{
+    if (windowChosen())
+        m_model->SendCMDPOP_V_Position(quint16(v));
+}
+
+void POP::setbtnBorder_Enable()
+{
+    if (m_borderOn) {
+        m_model->SendCMDPOP_Border_Enable(0);
+        m_border->setText(QString::fromLatin1(RVX3220Styles::BorderOff));
+        m_borderOn = false;
+    } else {
+        m_model->SendCMDPOP_Border_Enable(1);
+        m_border->setText(QString::fromLatin1(RVX3220Styles::BorderOn));
+        m_borderOn = true;
+    }
+}
+
+void POP::setSpboxBorder_Width(int v)
+{
+    m_model->SendCMDPOP_Border_Width(quint8(v));
+}
+
+void POP::setCoboxBorder_Color(int i)
+{
+    m_model->SendCMDPOP_Border_Color(quint8(i));
+}

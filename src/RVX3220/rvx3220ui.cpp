@@ -1,0 +1,282 @@
+#include "rvx3220ui.h"
+
+#include "SwitcherData/rvx3220_workdata.h"
+#include "audio.h"
+#include "common/delay.h"
+#include "devlog.h"
+#include "ipdialog.h"
+#include "pgm.h"
+#include "pip.h"
+#include "pop.h"
+#include "pvw.h"
+#include "rvx3220styles.h"
+#include "transitions.h"
+
+#include <QGuiApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QSlider>
+#include <QTimer>
+
+namespace {
+
+constexpr int NarrowWidth = 1000;
+constexpr int WideWidth = 1280;
+constexpr int Height = 600;
+constexpr int TbarMax = 126;
+// How long the unit's automatic transition takes; the buses swap when it is over.
+constexpr int AutoTransitionMs = 900;
+constexpr int CutLampMs = 300;
+
+} // namespace
+
+RVX3220UI::RVX3220UI(QWidget *parent) : QDialog(parent)
+{
+    m_reachedMax = m_reachedMin = m_strokeBack = m_pipOn = m_popOn = false;
+    init();
+}
+
+void RVX3220UI::init()
+{
+    setWindowTitle(QString::fromLatin1(RVX3220Styles::WindowTitle));
+    const QRect desktop =
+        QGuiApplication::primaryScreen() ? QGuiApplication::primaryScreen()->geometry() : QRect();
+    setGeometry((desktop.width() - NarrowWidth) / 2, (desktop.height() - Height) / 2, NarrowWidth, Height);
+    setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(QString::fromLatin1(RVX3220Styles::Window));
+    initUI1();
+    initUI2();
+}
+
+void RVX3220UI::initUI1()
+{
+    m_modelLabel = new QLabel(QString::fromLatin1(RVX3220Styles::ModelText), this);
+    m_divider = new QLabel(this);
+    m_tbar = new QSlider(Qt::Vertical, this);
+    m_pipBtn = new QPushButton(this);
+    m_popBtn = new QPushButton(this);
+    m_cut = new QPushButton(this);
+    m_auto = new QPushButton(this);
+    m_settings = new QPushButton(this);
+    m_return = new QPushButton(this);
+    m_version = new QLabel(QString::fromLatin1(RVX3220Styles::VersionText), this);
+    m_model = new RVX3220_workdata(this);
+    m_titleBar = new Devlog(this);
+    m_audio = new AUDIO(this, m_model);
+    m_transitions = new Transitions(this, m_model);
+    m_pgm = new PGM(this, m_model);
+    m_pvw = new PVW(this, m_model);
+    m_pip = new PIP(this, m_model);
+    m_pop = new POP(this, m_model);
+    m_cutTimer = new QTimer(this);
+
+    btnCutStyle(false);
+    btnAutoStyle(false);
+    btnPIPStyle(false);
+    btnPOPStyle(false);
+
+    m_modelLabel->setStyleSheet(QString::fromUtf8(RVX3220Styles::ModelLabel));
+    m_version->setStyleSheet(QString::fromLatin1(RVX3220Styles::VersionLabel));
+    m_divider->setStyleSheet(QString::fromLatin1(RVX3220Styles::DividerHidden));
+    m_tbar->setStyleSheet(QString::fromLatin1(RVX3220Styles::TbarGroove) +
+                          QString::fromLatin1(RVX3220Styles::TbarHandle));
+    m_settings->setStyleSheet(QString::fromLatin1(RVX3220Styles::SettingsButton));
+    m_return->setStyleSheet(QString::fromLatin1(RVX3220Styles::ReturnButton));
+    for (QPushButton *key : {m_pipBtn, m_popBtn, m_cut, m_auto, m_settings, m_return})
+        key->setCursor(Qt::PointingHandCursor);
+    m_tbar->setRange(0, TbarMax);
+
+    connect(m_tbar, &QSlider::valueChanged, this, &RVX3220UI::setslider0);
+    connect(m_cut, &QPushButton::clicked, this, &RVX3220UI::setBtncut);
+    connect(m_auto, &QPushButton::clicked, this, &RVX3220UI::setBtnAUTO);
+    connect(m_pipBtn, &QPushButton::clicked, this, &RVX3220UI::setBtnPIP);
+    connect(m_popBtn, &QPushButton::clicked, this, &RVX3220UI::setBtnPOP);
+    connect(m_settings, &QPushButton::clicked, this, &RVX3220UI::setBtnip);
+    connect(m_return, &QPushButton::clicked, this, &QDialog::close);
+    connect(m_cutTimer, &QTimer::timeout, this, &RVX3220UI::setTimercut);
+}
+
+void RVX3220UI::initUI2()
+{
+    m_titleBar->setGeometry(0, 0, NarrowWidth, 30);
+    m_audio->setGeometry(40, 95, 320, 220);
+    m_transitions->setGeometry(390, 95, 250, 220);
+    m_pgm->setGeometry(40, 340, 610, 125);
+    m_pvw->setGeometry(40, 450, 610, 125);
+    m_modelLabel->setGeometry(730, 70, 140, 70);
+    m_pipBtn->setGeometry(700, 180, 55, 55);
+    m_popBtn->setGeometry(850, 180, 55, 55);
+    m_auto->setGeometry(850, 310, 66, 63);
+    m_cut->setGeometry(850, 460, 66, 63);
+    m_tbar->setGeometry(680, 280, 110, 300);
+    m_divider->setGeometry(950, 30, 10, 570);
+    m_settings->setGeometry(5, 575, 20, 20);
+    m_return->setGeometry(0, 50, 30, 30);
+    m_pip->setGeometry(1000, 150, 250, 350);
+    m_pop->setGeometry(1000, 150, 250, 350);
+    m_version->setGeometry(950, 575, 54, 12);
+    m_pip->close();
+    m_pop->close();
+}
+
+void RVX3220UI::DevTypeID(QString ip, quint8 classByte, quint8 numberByte)
+{
+    m_model->DevTypeID(ip, classByte, numberByte);
+}
+
+void RVX3220UI::done(int result)
+{
+    // The next panel gets port 7000 even if this one is kept.
+    m_model->releasePort();
+    QDialog::done(result);
+}
+
+void RVX3220UI::btnCutStyle(bool lit)
+{
+    m_cut->setStyleSheet(RVX3220Styles::lamp(lit ? RVX3220Styles::CutLit : RVX3220Styles::CutUnlit));
+}
+
+void RVX3220UI::btnAutoStyle(bool lit)
+{
+    m_auto->setStyleSheet(RVX3220Styles::lamp(lit ? RVX3220Styles::AutoLit : RVX3220Styles::AutoUnlit));
+}
+
+void RVX3220UI::btnPIPStyle(bool lit)
+{
+    m_pipBtn->setStyleSheet(RVX3220Styles::lamp(lit ? RVX3220Styles::PipLit : RVX3220Styles::PipUnlit));
+}
+
+void RVX3220UI::btnPOPStyle(bool lit)
+{
+    m_popBtn->setStyleSheet(RVX3220Styles::lamp(lit ? RVX3220Styles::PopLit : RVX3220Styles::PopUnlit));
+}
+
+void RVX3220UI::setPGM_PVWCH()
+{
+    const quint8 onAir = m_pgm->BtnPGMstate();
+    const quint8 next = m_pvw->BtnPVWstate();
+    m_pgm->setPGMCHstate(next);
+    m_pvw->setPVWCHstate(onAir);
+}
+
+void RVX3220UI::setBtncut()
+{
+    btnCutStyle(true);
+    m_model->SendCMDCUT();
+    // With an inset on, a cut changes the inset's source, not the buses.
+    if (!m_pipOn)
+        setPGM_PVWCH();
+    m_cutTimer->start(CutLampMs);
+}
+
+void RVX3220UI::setTimercut()
+{
+    btnCutStyle(false);
+    m_cutTimer->stop();
+}
+
+void RVX3220UI::setBtnAUTO()
+{
+    btnAutoStyle(true);
+    m_model->SendCMDAUTO();
+    Delay_MSec(AutoTransitionMs);
+    if (!m_pipOn)
+        setPGM_PVWCH();
+    btnAutoStyle(false);
+}
+
+void RVX3220UI::setBtnPIP()
+{
+    btnPIPStyle(false);
+    btnPOPStyle(false);
+    if (!m_pipOn) {
+        setRightUIshow();
+        m_pop->close();
+        m_pip->show();
+        m_model->SendCMDPIP(1);
+        btnPIPStyle(true);
+        m_pipOn = true;
+    } else {
+        setRightUIclos();
+        m_model->SendCMDPIP(0);
+        btnPIPStyle(false);
+        m_pipOn = false;
+    }
+    // The unit shows one inset kind at a time: turning PIP on replaces POP there too.
+    m_popOn = false;
+}
+
+void RVX3220UI::setBtnPOP()
+{
+    btnPIPStyle(false);
+    btnPOPStyle(false);
+    if (!m_popOn) {
+        setRightUIshow();
+        m_pip->close();
+        m_pop->show();
+        m_model->SendCMDPOP(1);
+        btnPOPStyle(true);
+        m_popOn = true;
+    } else {
+        setRightUIclos();
+        m_model->SendCMDPOP(0);
+        btnPOPStyle(false);
+        m_popOn = false;
+    }
+    m_pipOn = false;
+}
+
+void RVX3220UI::setRightUIshow()
+{
+    m_titleBar->setGeometry(0, 0, WideWidth, 30);
+    m_divider->setStyleSheet(QString::fromLatin1(RVX3220Styles::DividerShown));
+    resize(WideWidth, Height);
+}
+
+void RVX3220UI::setRightUIclos()
+{
+    m_titleBar->setGeometry(0, 0, NarrowWidth, 30);
+    m_divider->setStyleSheet(QString::fromLatin1(RVX3220Styles::DividerHidden));
+    resize(NarrowWidth, Height);
+    m_pip->close();
+    m_pop->close();
+}
+
+void RVX3220UI::setBtnip()
+{
+    auto *dialog = new IPDialog(this, m_model);
+    if (dialog->exec() == 0)
+        delete dialog;
+}
+
+void RVX3220UI::setslider0(int v)
+{
+    btnAutoStyle(v > m_tbar->minimum() && v < m_tbar->maximum());
+    if (v == TbarMax) {
+        if (!m_reachedMax) {
+            setPGM_PVWCH();
+            m_reachedMax = true;
+            m_reachedMin = false;
+        }
+        m_strokeBack = true;
+    }
+    if (!m_strokeBack && v != TbarMax)
+        m_model->SwndCMDslider(0, quint8(v));
+    if (m_strokeBack)
+        setslider1(v);
+}
+
+void RVX3220UI::setslider1(int v)
+{
+    m_model->SwndCMDslider(1, quint8(TbarMax - v));
+    // The return stroke ends one step short of the bottom (at 1, not 0); the unit counts
+    // its travel that way, so the swap and the new forward stroke start there.
+    if (TbarMax - v == 125 && !m_reachedMin) {
+        setPGM_PVWCH();
+        m_reachedMax = false;
+        m_reachedMin = true;
+        m_strokeBack = false;
+    }
+}
