@@ -94,6 +94,8 @@ class TestResources : public QObject
 private slots:
     void scanner_data();
     void scanner();
+    void tableParser_data();
+    void tableParser();
     void tableEntries_data();
     void tableEntries();
     void lampColours_data();
@@ -150,6 +152,41 @@ void TestResources::scanner()
     QTEST(refs.paths, "paths");
     QTEST(refs.prefixes, "prefixes");
     QTEST(refs.templates, "templates");
+}
+
+void TestResources::tableParser_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("entries");
+    QTest::addColumn<QString>("error"); // fragment of the message, empty when valid
+
+    QTest::newRow("comments and blanks") << "# c\n\n  \n:/images/a.png icon light 4x4 close\n" << 1 << "";
+    QTest::newRow("legend keeps inner blanks")
+        << ":/images/l.png logo - 40x10 VIDEO SWITCHER CONTROL" << 1 << "";
+    QTest::newRow("case variants are distinct")
+        << ":/images/white/UP.bmp key white 8x8 @up\n:/images/white/up.bmp key white 8x8 @up" << 2 << "";
+    QTest::newRow("exact repeat") << ":/images/a.png icon light 4x4 x\n:/images/a.png icon light 4x4 x" << 0
+                                  << "line 2: duplicate";
+    QTest::newRow("missing size") << ":/images/a.png icon light close" << 0 << "line 1:";
+    QTest::newRow("unknown kind") << ":/images/a.png sticker light 4x4" << 0 << "unknown kind";
+    QTest::newRow("unwritten format") << ":/images/a.jpg icon light 4x4" << 0 << ".png and .bmp";
+    QTest::newRow("not a resource path") << "images/a.png icon light 4x4" << 0 << "must start";
+    QTest::newRow("zero size") << ":/images/a.png icon light 0x4" << 0 << "size";
+}
+
+void TestResources::tableParser()
+{
+    QFETCH(QString, text);
+    QFETCH(int, entries);
+    QFETCH(QString, error);
+    const ImageTable table = ImageTable::parse(text);
+    if (error.isEmpty()) {
+        QVERIFY2(table.isValid(), qPrintable(table.error()));
+        QCOMPARE(table.entries().size(), entries);
+    } else {
+        QVERIFY(!table.isValid());
+        QVERIFY2(table.error().contains(error), qPrintable(table.error()));
+    }
 }
 
 void TestResources::tableEntries_data()
