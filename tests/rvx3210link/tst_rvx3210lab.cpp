@@ -3,6 +3,10 @@
 #include <QFile>
 #include <QSignalSpy>
 #include <QtTest>
+#include <functional>
+
+using Call = std::function<void(RVX3210_workdata &)>;
+Q_DECLARE_METATYPE(Call)
 
 // Runs on the operator side of a lab whose first unit is an emulated RVX3210 with a HIS board
 // (see CMakeLists.txt): the link object drives it as a panel would.
@@ -14,6 +18,9 @@ private slots:
     void initTestCase();
     void stateFollowsCommands();
     void hisNetworkAndUrl();
+    void commandChangesRecord_data();
+    void commandChangesRecord();
+    void splitRepliesAreJoined();
 
 private:
     QByteArray readState();
@@ -111,6 +118,88 @@ void TestRvx3210Lab::hisNetworkAndUrl()
                                        "cam"));
     QCOMPARE(url.mid(19, 2), QByteArray("\x15\x00", 2));
     QCOMPARE(url.mid(21, 21), QByteArray("rtmp://10.77.0.1/live"));
+}
+
+void TestRvx3210Lab::commandChangesRecord_data()
+{
+    QTest::addColumn<Call>("call");
+    QTest::addColumn<int>("offset");
+    QTest::addColumn<int>("expected");
+    using W = RVX3210_workdata;
+    auto row = [](const char *name, Call c, int offset, int expected) {
+        QTest::newRow(name) << c << offset << expected;
+    };
+    // Rows run in order against one unit; each reads the state back.
+    row(
+        "pvw 1", [](W &w) { w.SendCMDPVWCH(1); }, 1, 1);
+    row("auto swaps", &W::SendCMDAUTO, 0, 1);
+    row(
+        "t-bar travel keeps buses", [](W &w) { w.SwndCMDslider(1, 60); }, 0, 1);
+    row(
+        "t-bar end swaps", [](W &w) { w.SwndCMDslider(1, 128); }, 0, 4);
+    row(
+        "transition mix", [](W &w) { w.SendCMDTRANSITIONS(1); }, 7, 1);
+    row(
+        "transition fade", [](W &w) { w.SendCMDTRANSITIONS(2); }, 7, 2);
+    row(
+        "wipe up", [](W &w) { w.SendCMDTRANSITIONS(3); }, 8, 2);
+    row(
+        "wipe down", [](W &w) { w.SendCMDTRANSITIONS(4); }, 8, 6);
+    row("ftb on", &W::SendCMDFTB, 9, 1);
+    row("ftb off", &W::SendCMDFTB, 9, 0);
+    row("still on", &W::SendCMDSTILL, 19, 1);
+    row(
+        "pip on", [](W &w) { w.SendCMDPIP(1); }, 10, 1);
+    row(
+        "border enable", [](W &w) { w.SendCMDPIP_Border_Enable(1); }, 11, 1);
+    row(
+        "border colour", [](W &w) { w.SendCMDPIP_Border_Color(3); }, 12, 3);
+    row(
+        "border width", [](W &w) { w.SendCMDPIP_Border_Width(5); }, 13, 5);
+    row(
+        "pip size", [](W &w) { w.SendCMDPIP_Border_Size(2); }, 14, 2);
+    row(
+        "v position high", [](W &w) { w.SendCMDPIP_V_Position(0x0210); }, 17, 0x02);
+    row(
+        "v position low", [](W &w) { w.SendCMDPIP_V_Position(0x0210); }, 18, 0x10);
+    row("mix audio", &W::SendCMDMIX, 2, 1);
+    row("afv audio", &W::SendCMDAFV, 2, 0);
+    row(
+        "ch2 source", [](W &w) { w.SendCMDCH2(6); }, 5, 0);
+    row(
+        "ch1 volume", [](W &w) { w.SendCMDCH1_VOL(75); }, 4, 75);
+    row(
+        "ch2 volume", [](W &w) { w.SendCMDCH2_VOL(100); }, 6, 100);
+    row(
+        "rate", [](W &w) { w.SendCMDRATE(2); }, 20, 2);
+    row(
+        "output index 6", [](W &w) { w.SendCMDF1(6); }, 21, 5);
+    row(
+        "output first", [](W &w) { w.SendCMDF1(0); }, 21, 7);
+    row("f3 back off", &W::SendCMDF3, 24, 0);
+}
+
+void TestRvx3210Lab::commandChangesRecord()
+{
+    QFETCH(Call, call);
+    QFETCH(int, offset);
+    QFETCH(int, expected);
+    call(*m_link);
+    const QByteArray record = readState();
+    QCOMPARE(record.size(), 26);
+    QCOMPARE(int(uint8_t(record.at(offset))), expected);
+}
+
+void TestRvx3210Lab::splitRepliesAreJoined()
+{
+    // The second unit sends every reply as 19 bytes and then the rest.
+    const QString second = QString::fromLocal8Bit(qgetenv("LAB_UNITS")).split(' ').value(1);
+    QVERIFY(!second.isEmpty());
+    m_link->get_DevTypeID(second, 0xA5, 0xFF);
+    const QByteArray record = readState();
+    m_link->get_DevTypeID(m_main, 0xA5, 0xFF);
+    QCOMPARE(record.size(), 26);
+    QCOMPARE(int(record.at(0)), 1);
 }
 
 QTEST_GUILESS_MAIN(TestRvx3210Lab)
