@@ -116,9 +116,9 @@ void RVX3210_workdata::initUdp()
 {
     m_udp = new QUdpSocket(this);
     // Bound once, before any device IP is known; Qt takes a null address as the IPv4
-    // wildcard, spelled out here. Address sharing lets the link object of
-    // the next panel bind port 7000 while this one still exists (the newest socket gets the
-    // unicast replies on Linux), and lets local listeners take port 7000 on their own address.
+    // wildcard, spelled out here. Sharing lets the next panel's link object bind port 7000
+    // while this one still exists (on Linux the newest socket gets the unicast replies), and
+    // lets a local listener take port 7000 on its own address.
     QHostAddress local(m_devIP);
     if (local.isNull())
         local = QHostAddress::AnyIPv4;
@@ -131,6 +131,7 @@ void RVX3210_workdata::releasePort()
 {
     if (m_udp)
         m_udp->close();
+    m_released = true;
 }
 
 bool RVX3210_workdata::isBound() const
@@ -180,7 +181,8 @@ void RVX3210_workdata::sendFrame(const uint8_t *buf, uint16_t len, const QString
         return;
     const QByteArray frame(reinterpret_cast<const char *>(buf), len);
     qCDebug(lc3210).noquote() << QString::fromUtf8(label) << frame.toHex(' ');
-    if (m_udp)
+    // A released link must not quietly rebind to a random port by sending.
+    if (m_udp && !m_released)
         m_udp->writeDatagram(frame, QHostAddress(host), Port);
     ShowCurrentSendData(frame);
 }

@@ -41,7 +41,8 @@ public:
     explicit RVX3210_workdata(QObject *parent = nullptr);
 
     void initUdp();
-    // Closes the socket so another link object (the next panel) can take port 7000.
+    // Closes the socket so another link object (the next panel) can take port 7000; nothing
+    // is sent or received afterwards.
     void releasePort();
     bool isBound() const;
 
@@ -132,6 +133,7 @@ private:
     void sendHis(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data = {});
 
     QUdpSocket *m_udp = nullptr;
+    bool m_released = false;
     QString m_hisIP;
     QString m_hisSubnet;
     QString m_hisGateway;
