@@ -1,0 +1,488 @@
+// RVX3220 panel offscreen: layout, lamps, the T-bar strokes and the insets, checked on the
+// wire through a stand-in unit at 127.0.0.2.
+#include "RVX3220/audio.h"
+#include "RVX3220/devlog.h"
+#include "RVX3220/ipdialog.h"
+#include "RVX3220/pgm.h"
+#include "RVX3220/pip.h"
+#include "RVX3220/pop.h"
+#include "RVX3220/pvw.h"
+#include "RVX3220/rvx3220ui.h"
+#include "RVX3220/transitions.h"
+#include "SwitcherData/rvx3220_workdata.h"
+#include "modalanswer.h"
+#include "wirecapture.h"
+
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSlider>
+#include <QSpinBox>
+#include <QTimer>
+#include <QtTest>
+#include <functional>
+#include <memory>
+
+namespace {
+
+const QByteArray Marker = QByteArray::fromHex("a56c1400a5ff01000000000000000000491303ae");
+
+QByteArray hex(const char *h)
+{
+    return QByteArray::fromHex(h);
+}
+
+// Lever frame to A5 FF: the fixed bytes add up to 0x034E before the two data bytes.
+QByteArray lever(int stroke, int travel)
+{
+    QByteArray f = hex("a56c1600a5ff0100000000000000000082");
+    const int sum = 0x034E + stroke + travel;
+    f.append(char(stroke))
+        .append(char(travel))
+        .append(char(sum & 0xFF))
+        .append(char(sum >> 8))
+        .append(char(0xAE));
+    return f;
+}
+
+bool lit(QWidget *key, const char *picture)
+{
+    return key->styleSheet().contains(QLatin1String(picture));
+}
+
+struct Rig
+{
+    Rig()
+    {
+        panel.DevTypeID(QStringLiteral("127.0.0.2"), 0xA5, 0xFF);
+        panel.show();
+    }
+    // Everything the panel sent since the last call.
+    QList<QByteArray> wire()
+    {
+        panel.model()->SendCMDReadstate();
+        QList<QByteArray> got;
+        if (!unit.takeUntil(Marker, &got))
+            got << QByteArray("marker lost");
+        return got;
+    }
+    // Bus displays as "program/preview".
+    QString buses() const
+    {
+        return QStringLiteral("%1/%2").arg(panel.pgm()->BtnPGMstate()).arg(panel.pvw()->BtnPVWstate());
+    }
+
+    RVX3220UI panel;
+    WireCapture unit;
+};
+
+} // namespace
+
+using Getter = std::function<QWidget *(RVX3220UI &)>;
+Q_DECLARE_METATYPE(Getter)
+
+class TestRvx3220Panel : public QObject
+{
+    Q_OBJECT
+private slots:
+    void layout_data();
+    void layout();
+    void captureWorks();
+    void busKeys();
+    void tbarStroke();
+    void cutSwapsUnlessPip();
+    void autoWaitsThenSwaps();
+    void pipThenPop();
+    void popPositionNeedsWindow();
+    void popBorderButton();
+    void pipSizeClampsPosition();
+    void audio();
+    void effects();
+    void ipDialog_data();
+    void ipDialog();
+    void settingsOpensIpDialog();
+    void returnClosesAndFreesPort();
+    void titleCloseQuitsEverything(); // last: it ends every event loop
+};
+
+void TestRvx3220Panel::layout_data()
+{
+    QTest::addColumn<Getter>("child");
+    QTest::addColumn<QRect>("rect");
+    auto row = [](const char *name, Getter g, QRect r) { QTest::newRow(name) << g << r; };
+    row("title bar", [](RVX3220UI &p) { return p.titleBar(); }, {0, 0, 1000, 30});
+    row("audio", [](RVX3220UI &p) { return p.audio(); }, {40, 95, 320, 220});
+    row("transitions", [](RVX3220UI &p) { return p.transitions(); }, {390, 95, 250, 220});
+    row("program bus", [](RVX3220UI &p) { return p.pgm(); }, {40, 340, 610, 125});
+    row("preview bus", [](RVX3220UI &p) { return p.pvw(); }, {40, 450, 610, 125});
+    row("PIP key", [](RVX3220UI &p) { return p.pipButton(); }, {700, 180, 55, 55});
+    row("POP key", [](RVX3220UI &p) { return p.popButton(); }, {850, 180, 55, 55});
+    row("AUTO", [](RVX3220UI &p) { return p.autoButton(); }, {850, 310, 66, 63});
+    row("CUT", [](RVX3220UI &p) { return p.cutButton(); }, {850, 460, 66, 63});
+    row("T-bar", [](RVX3220UI &p) { return p.tbar(); }, {680, 280, 110, 300});
+    row("divider", [](RVX3220UI &p) { return p.divider(); }, {950, 30, 10, 570});
+    row("settings", [](RVX3220UI &p) { return p.settingsButton(); }, {5, 575, 20, 20});
+    row("return", [](RVX3220UI &p) { return p.returnButton(); }, {0, 50, 30, 30});
+    row("PIP column", [](RVX3220UI &p) { return p.pip(); }, {1000, 150, 250, 350});
+    row("POP column", [](RVX3220UI &p) { return p.pop(); }, {1000, 150, 250, 350});
+}
+
+void TestRvx3220Panel::layout()
+{
+    QFETCH(Getter, child);
+    QFETCH(QRect, rect);
+    RVX3220UI panel;
+    QCOMPARE(panel.size(), QSize(1000, 600));
+    QCOMPARE(child(panel)->geometry(), rect);
+    QVERIFY(panel.pip()->isHidden());
+    QVERIFY(panel.pop()->isHidden());
+    QCOMPARE(panel.tbar()->maximum(), 126);
+    QVERIFY(panel.windowFlags() & Qt::FramelessWindowHint);
+}
+
+void TestRvx3220Panel::captureWorks()
+{
+    // The stand-in unit shares port 7000 with the panel's own socket.
+    Rig rig;
+    QVERIFY2(rig.unit.isBound(), qPrintable(rig.unit.error()));
+    QVERIFY(rig.panel.model()->isBound());
+    QCOMPARE(rig.wire(), QList<QByteArray>{});
+}
+
+void TestRvx3220Panel::busKeys()
+{
+    Rig rig;
+    rig.panel.pgm()->buttonGroup()->button(3)->click();
+    rig.panel.pvw()->buttonGroup()->button(6)->click();
+    QCOMPARE(rig.wire(), (QList<QByteArray>{hex("a56c1500a5ff0100000000000000000080034e03ae"),
+                                            hex("a56c1500a5ff0100000000000000000081065203ae")}));
+    QCOMPARE(rig.buses(), QStringLiteral("3/6"));
+    QVERIFY(lit(rig.panel.pgm()->buttonGroup()->button(3), ":/images/red/3.bmp"));
+    QVERIFY(lit(rig.panel.pgm()->buttonGroup()->button(1), ":/images/white/1.bmp"));
+    QVERIFY(lit(rig.panel.pvw()->buttonGroup()->button(6), ":/images/green/6.bmp"));
+}
+
+void TestRvx3220Panel::tbarStroke()
+{
+    Rig rig;
+    rig.panel.pgm()->setPGMCHstate(2);
+    rig.panel.pvw()->setPVWCHstate(5);
+    QSlider *tbar = rig.panel.tbar();
+
+    QList<QByteArray> expected;
+    for (int v = 1; v <= 125; ++v) {
+        tbar->setValue(v);
+        expected << lever(0, v);
+    }
+    QVERIFY(lit(rig.panel.autoButton(), ":/images/red/AUTO.bmp"));
+    QCOMPARE(rig.buses(), QStringLiteral("2/5"));
+    tbar->setValue(126);
+    expected << lever(1, 0);
+    QCOMPARE(rig.buses(), QStringLiteral("5/2"));
+    QVERIFY(lit(rig.panel.autoButton(), ":/images/white/AUTO.bmp"));
+    for (int v = 125; v >= 2; --v) {
+        tbar->setValue(v);
+        expected << lever(1, 126 - v);
+    }
+    QCOMPARE(rig.buses(), QStringLiteral("5/2"));
+    // The return stroke ends at 1, one short of the bottom.
+    tbar->setValue(1);
+    expected << lever(1, 125);
+    QCOMPARE(rig.buses(), QStringLiteral("2/5"));
+    tbar->setValue(0);
+    expected << lever(0, 0);
+    QCOMPARE(rig.buses(), QStringLiteral("2/5"));
+    QVERIFY(lit(rig.panel.autoButton(), ":/images/white/AUTO.bmp"));
+
+    // A second push swaps again.
+    tbar->setValue(126);
+    expected << lever(1, 0);
+    QCOMPARE(rig.buses(), QStringLiteral("5/2"));
+
+    const QList<QByteArray> got = rig.wire();
+    QCOMPARE(got.size(), expected.size());
+    for (int i = 0; i < got.size(); ++i)
+        QVERIFY2(got.at(i) == expected.at(i),
+                 qPrintable(QStringLiteral("frame %1: %2 instead of %3")
+                                .arg(i)
+                                .arg(QString::fromLatin1(got.at(i).toHex()))
+                                .arg(QString::fromLatin1(expected.at(i).toHex()))));
+}
+
+void TestRvx3220Panel::cutSwapsUnlessPip()
+{
+    const QByteArray cut = hex("a56c1400a5ff01000000000000000000834d03ae");
+    Rig rig;
+    rig.panel.pgm()->setPGMCHstate(1);
+    rig.panel.pvw()->setPVWCHstate(4);
+
+    rig.panel.cutButton()->click();
+    QCOMPARE(rig.buses(), QStringLiteral("4/1"));
+    QVERIFY(lit(rig.panel.cutButton(), ":/images/red/CUT.bmp"));
+    QCOMPARE(rig.panel.cutTimer()->interval(), 300);
+    QTRY_VERIFY(lit(rig.panel.cutButton(), ":/images/white/CUT.bmp"));
+    QVERIFY(!rig.panel.cutTimer()->isActive());
+    QCOMPARE(rig.wire(), QList<QByteArray>{cut});
+
+    // With PIP on the cut goes out but the buses stay.
+    rig.panel.pipButton()->click();
+    rig.panel.cutButton()->click();
+    QCOMPARE(rig.buses(), QStringLiteral("4/1"));
+    QCOMPARE(rig.wire(), (QList<QByteArray>{hex("a56c1500a5ff0100000000000000000086015203ae"), cut}));
+}
+
+void TestRvx3220Panel::autoWaitsThenSwaps()
+{
+    Rig rig;
+    rig.panel.pgm()->setPGMCHstate(2);
+    rig.panel.pvw()->setPVWCHstate(3);
+    bool litDuringWait = false;
+    QString busesDuringWait;
+    QTimer::singleShot(100, &rig.panel, [&] {
+        litDuringWait = lit(rig.panel.autoButton(), ":/images/red/AUTO.bmp");
+        busesDuringWait = rig.buses();
+    });
+    QElapsedTimer clock;
+    clock.start();
+    rig.panel.autoButton()->click(); // returns once the transition time is over
+    QVERIFY(clock.elapsed() >= 850);
+    QVERIFY(litDuringWait);
+    QCOMPARE(busesDuringWait, QStringLiteral("2/3"));
+    QCOMPARE(rig.buses(), QStringLiteral("3/2"));
+    QVERIFY(lit(rig.panel.autoButton(), ":/images/white/AUTO.bmp"));
+    QCOMPARE(rig.wire(), QList<QByteArray>{}); // AUTO puts nothing on the wire
+}
+
+void TestRvx3220Panel::pipThenPop()
+{
+    Rig rig;
+    rig.panel.pipButton()->click();
+    QCOMPARE(rig.panel.width(), 1280);
+    QCOMPARE(rig.panel.titleBar()->width(), 1280);
+    QVERIFY(rig.panel.pip()->isVisible());
+    QVERIFY(rig.panel.divider()->styleSheet().contains(QLatin1String("limit.png")));
+    QVERIFY(lit(rig.panel.pipButton(), ":/images/red/PIP.bmp"));
+    QCOMPARE(rig.wire(), QList<QByteArray>{hex("a56c1500a5ff0100000000000000000086015203ae")});
+
+    // POP replaces PIP without a PIP-off frame.
+    rig.panel.popButton()->click();
+    QCOMPARE(rig.panel.width(), 1280);
+    QVERIFY(rig.panel.pip()->isHidden());
+    QVERIFY(rig.panel.pop()->isVisible());
+    QVERIFY(lit(rig.panel.pipButton(), ":/images/white/PIP.bmp"));
+    QVERIFY(lit(rig.panel.popButton(), ":/images/red/POP.bmp"));
+    QCOMPARE(rig.wire(), QList<QByteArray>{hex("a56c1500a5ff01000000000000000000a7017303ae")});
+
+    rig.panel.popButton()->click();
+    QCOMPARE(rig.panel.width(), 1000);
+    QCOMPARE(rig.panel.titleBar()->width(), 1000);
+    QVERIFY(rig.panel.pop()->isHidden());
+    QVERIFY(lit(rig.panel.popButton(), ":/images/white/POP.bmp"));
+    QCOMPARE(rig.panel.divider()->styleSheet(), QStringLiteral("QLabel {background-color: transparent;}"));
+    QCOMPARE(rig.wire(), QList<QByteArray>{hex("a56c1500a5ff01000000000000000000a7007203ae")});
+
+    // PIP is off after POP took over, so the next PIP press turns it on again.
+    rig.panel.pipButton()->click();
+    QCOMPARE(rig.wire(), QList<QByteArray>{hex("a56c1500a5ff0100000000000000000086015203ae")});
+}
+
+void TestRvx3220Panel::popPositionNeedsWindow()
+{
+    Rig rig;
+    rig.panel.popButton()->click();
+    rig.wire();
+    POP *pop = rig.panel.pop();
+    {
+        ModalWatch watch;
+        pop->hPosition()->setValue(100);
+        pop->vPosition()->setValue(50);
+        QCOMPARE(watch.boxes, QStringList({QStringLiteral("Warning|please choose Window source"),
+                                           QStringLiteral("Warning|please choose Window source")}));
+    }
+    QCOMPARE(rig.wire(), QList<QByteArray>{});
+
+    pop->windowButton()->click();
+    QCOMPARE(pop->windowButton()->text(), QStringLiteral("1"));
+    QVERIFY(pop->POP_WindowMode());
+    pop->windowButton()->click();
+    QCOMPARE(pop->windowButton()->text(), QStringLiteral("2"));
+    QVERIFY(!pop->POP_WindowMode());
+    {
+        ModalWatch watch;
+        pop->hPosition()->setValue(960);
+        pop->vPosition()->setValue(540);
+        QCOMPARE(watch.boxes, QStringList());
+    }
+    QCOMPARE(rig.wire(), (QList<QByteArray>{hex("a56c1500a5ff01000000000000000000a8017403ae"),
+                                            hex("a56c1500a5ff01000000000000000000a8027503ae"),
+                                            hex("a56c1600a5ff01000000000000000000acc0033b04ae"),
+                                            hex("a56c1600a5ff01000000000000000000ad1c029703ae")}));
+}
+
+void TestRvx3220Panel::popBorderButton()
+{
+    Rig rig;
+    QPushButton *border = rig.panel.pop()->borderButton();
+    QCOMPARE(border->text(), QStringLiteral("On")); // reads On while still off
+    border->click();
+    QCOMPARE(border->text(), QStringLiteral("On"));
+    border->click();
+    QCOMPARE(border->text(), QStringLiteral("Off"));
+    QCOMPARE(rig.wire(), (QList<QByteArray>{hex("a56c1500a5ff01000000000000000000a9017503ae"),
+                                            hex("a56c1500a5ff01000000000000000000a9007403ae")}));
+}
+
+void TestRvx3220Panel::pipSizeClampsPosition()
+{
+    Rig rig;
+    PIP *pip = rig.panel.pip();
+    QCOMPARE(pip->sizeList()->currentIndex(), -1);
+    QCOMPARE(pip->hPosition()->maximum(), 960);
+    QCOMPARE(pip->vPosition()->maximum(), 540);
+    QCOMPARE(pip->hPosition()->singleStep(), 10);
+
+    pip->sizeList()->setCurrentIndex(1); // Medium
+    QCOMPARE(pip->hPosition()->maximum(), 1280);
+    QCOMPARE(pip->vPosition()->maximum(), 720);
+    pip->hPosition()->setValue(1300);
+    QCOMPARE(pip->hPosition()->value(), 1280);
+    pip->sizeList()->setCurrentIndex(0); // Small
+    QCOMPARE(pip->hPosition()->maximum(), 1440);
+    QCOMPARE(pip->vPosition()->maximum(), 810);
+    QCOMPARE(rig.wire(), (QList<QByteArray>{hex("a56c1500a5ff01000000000000000000a2016e03ae"),
+                                            hex("a56c1600a5ff01000000000000000000a000057103ae"),
+                                            hex("a56c1500a5ff01000000000000000000a2006d03ae")}));
+}
+
+void TestRvx3220Panel::audio()
+{
+    Rig rig;
+    AUDIO *audio = rig.panel.audio();
+    QCOMPARE(audio->ch1Volume()->value(), 60);
+    QCOMPARE(audio->ch2Source()->currentIndex(), -1);
+    {
+        // Both channels name CH1 in their warning.
+        ModalWatch watch;
+        audio->ch2Volume()->setValue(70);
+        audio->ch1Volume()->setValue(80);
+        QCOMPARE(watch.boxes, QStringList({QStringLiteral("Warning|please choose CH1 source"),
+                                           QStringLiteral("Warning|please choose CH1 source")}));
+    }
+    QCOMPARE(rig.wire(), QList<QByteArray>{});
+
+    audio->ch2Source()->setCurrentIndex(2); // IN1, code 0x03
+    audio->ch2Volume()->setValue(60);
+    audio->ch1Source()->setCurrentIndex(7); // IN6, code 0x08
+    audio->ch1Volume()->setValue(100);
+    audio->pgmOut()->setCurrentIndex(3); // 1080I50, code 0x01
+    audio->modeGroup()->button(1)->click();
+    QCOMPARE(audio->modeCaption()->text(), QStringLiteral("Follow"));
+    QVERIFY(lit(audio->modeGroup()->button(1), ":/images/green/AFV.bmp"));
+    audio->modeGroup()->button(2)->click();
+    QCOMPARE(audio->modeCaption()->text(), QStringLiteral("Mixing"));
+    QVERIFY(lit(audio->modeGroup()->button(1), ":/images/white/AFV.bmp"));
+    QVERIFY(lit(audio->modeGroup()->button(2), ":/images/green/MIX.bmp"));
+    QCOMPARE(rig.wire(), (QList<QByteArray>{
+                             hex("a56c1500a5ff01000000000000000000ba038803ae"),
+                             hex("a56c1600a5ff01000000000000000000b8033cc303ae"),
+                             hex("a56c1500a5ff01000000000000000000b9088c03ae"),
+                             hex("a56c1600a5ff01000000000000000000b80864f003ae"),
+                             hex("a56c1500a5ff01000000000000000000a3016f03ae"),
+                             hex("a56c1400a5ff01000000000000000000cc9603ae"),
+                             hex("a56c1400a5ff01000000000000000000cb9503ae"),
+                         }));
+}
+
+void TestRvx3220Panel::effects()
+{
+    Rig rig;
+    QButtonGroup *keys = rig.panel.transitions()->buttonGroup();
+    keys->button(5)->click(); // Left
+    QVERIFY(lit(keys->button(5), ":/images/green/LEFT.bmp"));
+    QVERIFY(lit(keys->button(3), ":/images/white/up.bmp"));
+    QVERIFY(lit(keys->button(6), ":/images/white/Right.bmp"));
+    keys->button(1)->click(); // MIX
+    QVERIFY(lit(keys->button(1), ":/images/green/MIX.bmp"));
+    QVERIFY(lit(keys->button(5), ":/images/white/Left.bmp"));
+    QCOMPARE(rig.wire(), (QList<QByteArray>{hex("a56c1400a5ff01000000000000000000905a03ae"),
+                                            hex("a56c1500a5ff0100000000000000000092238003ae"),
+                                            hex("a56c1400a5ff010000000000000000008e5803ae")}));
+}
+
+void TestRvx3220Panel::ipDialog_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QStringList>("boxes");
+    QTest::addColumn<bool>("sent");
+    const QStringList empty{QStringLiteral("Warning|Text cannot be empty")};
+    QTest::newRow("0.0.0.0") << QStringLiteral("0.0.0.0") << empty << false;
+    QTest::newRow("empty") << QString() << empty << false;
+    QTest::newRow("three parts") << QStringLiteral("10.1.2") << QStringList() << false;
+    QTest::newRow("empty part") << QStringLiteral("10..1.2") << QStringList() << false;
+    QTest::newRow("address") << QStringLiteral("127.0.0.3") << QStringList() << true;
+}
+
+void TestRvx3220Panel::ipDialog()
+{
+    QFETCH(QString, text);
+    QFETCH(QStringList, boxes);
+    QFETCH(bool, sent);
+    Rig rig;
+    WireCapture moved(QStringLiteral("127.0.0.3"));
+    IPDialog dialog(&rig.panel, rig.panel.model());
+    QCOMPARE(dialog.addressEdit()->text(), QStringLiteral("127.0.0.2"));
+    dialog.addressEdit()->setText(text);
+    ModalWatch watch;
+    dialog.okButton()->click();
+    QCOMPARE(watch.boxes, boxes);
+    if (sent) {
+        QVERIFY(rig.unit.waitFor(1));
+        QCOMPARE(rig.unit.takeAll(),
+                 QList<QByteArray>{hex("a56c2000a5ff00000000000000000000057f00000300000000000000005c03ae")});
+        QCOMPARE(rig.panel.model()->unitAddress(), QStringLiteral("127.0.0.3"));
+    } else {
+        QCOMPARE(rig.wire(), QList<QByteArray>{});
+        QCOMPARE(rig.panel.model()->unitAddress(), QStringLiteral("127.0.0.2"));
+    }
+}
+
+void TestRvx3220Panel::settingsOpensIpDialog()
+{
+    Rig rig;
+    QString shown;
+    ModalWatch watch([&shown](QWidget *w) {
+        auto *dialog = qobject_cast<IPDialog *>(w);
+        QVERIFY(dialog);
+        shown = dialog->addressEdit()->text();
+        // Only an address can be typed.
+        QTest::keyClicks(dialog->addressEdit(), QStringLiteral("x"));
+        QCOMPARE(dialog->addressEdit()->text(), shown);
+        dialog->closeButton()->click();
+    });
+    rig.panel.settingsButton()->click();
+    QCOMPARE(shown, QStringLiteral("127.0.0.2"));
+    QVERIFY(rig.panel.findChildren<IPDialog *>().isEmpty()); // deleted once closed
+}
+
+void TestRvx3220Panel::returnClosesAndFreesPort()
+{
+    auto panel = std::make_unique<RVX3220UI>();
+    QVERIFY(panel->model()->isBound());
+    ModalWatch watch([](QWidget *w) { static_cast<RVX3220UI *>(w)->returnButton()->click(); });
+    QCOMPARE(panel->exec(), 0);
+    QVERIFY(!panel->model()->isBound());
+    QUdpSocket exclusive;
+    QVERIFY(exclusive.bind(QHostAddress::LocalHost, 7000, QUdpSocket::DontShareAddress));
+}
+
+void TestRvx3220Panel::titleCloseQuitsEverything()
+{
+    RVX3220UI panel;
+    ModalWatch watch([](QWidget *w) { static_cast<RVX3220UI *>(w)->titleBar()->closeButton()->click(); });
+    QCOMPARE(panel.exec(), 0); // the application's exit ends the panel's loop too
+}
+
+QTEST_MAIN(TestRvx3220Panel)
+#include "tst_rvx3220panel.moc"
