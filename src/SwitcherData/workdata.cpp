@@ -59,8 +59,15 @@ SWITCHER_DATA::SWITCHER_DATA(QObject *parent) : QObject(parent)
 
 void SWITCHER_DATA::initUDPSOCKET()
 {
-    // Never bound: the first send takes an ephemeral port and the units answer to it.
+    // An ephemeral port, as the first send would take anyway; binding now lets the receive
+    // buffer be enlarged before the first search. A room of a thousand units answers within
+    // milliseconds (two datagrams each, main and HIS board) and the default buffer drops
+    // most of such a burst.
     m_socket = new QUdpSocket(this);
+    if (m_socket->bind(QHostAddress(QHostAddress::AnyIPv4), 0))
+        m_socket->setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption, ReceiveBuffer);
+    else
+        qCDebug(lcLink) << "search socket not bound yet:" << m_socket->errorString();
     connect(m_socket, &QUdpSocket::readyRead, this, &SWITCHER_DATA::ReceiveDatagram);
 }
 

@@ -49,6 +49,8 @@ public:
     static constexpr int MinFrame = 20;
     static constexpr int MaxFrame = 1056;
     static constexpr quint16 Port = 7000;
+    // Asked of the kernel for the search socket; it grants at most its configured maximum.
+    static constexpr int ReceiveBuffer = 4 * 1024 * 1024;
 
     explicit SWITCHER_DATA(QObject *parent = nullptr);
 

@@ -64,6 +64,8 @@ void showsearch::init()
     font.setWeight(50);
     m_list->setFont(font);
     m_list->setStyleSheet(QString::fromLatin1(SearchStyles::List));
+    // Every row is one line of the same font: laying out a thousand rows then costs one.
+    m_list->setUniformItemSizes(true);
 
     m_groupBox = new GroupBox_right(this, m_list);
     m_link = new SWITCHER_DATA(this);

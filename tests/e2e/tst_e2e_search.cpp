@@ -3,6 +3,7 @@
 // side of the lab (lab/lab.sh), which exports the emulator's log and the units' addresses.
 #include "app/groupbox_right.h"
 #include "app/showsearch.h"
+#include "workdata.h"
 
 #include <QFile>
 #include <QListWidget>
