@@ -50,15 +50,15 @@ AUDIO::AUDIO(QWidget *parent, RVX3220_workdata *model) : QWidget(parent), m_mode
     frame->setStyleSheet(QString::fromLatin1(RVX3220Styles::GroupBox));
     frame->setGeometry(0, 0, 320, 220);
 
-    m_ch1 = sourceList(frame, QRect(12, 30, 110, 26));
-    caption(RVX3220Styles::Ch1VolCaption, frame, QRect(135, 30, 70, 26));
-    m_ch1Vol = volumeBox(frame, QRect(210, 30, 95, 26));
-    m_ch2 = sourceList(frame, QRect(12, 66, 110, 26));
-    caption(RVX3220Styles::Ch2VolCaption, frame, QRect(135, 66, 70, 26));
-    m_ch2Vol = volumeBox(frame, QRect(210, 66, 95, 26));
+    m_ch1 = sourceList(frame, QRect(12, 30, 104, 26));
+    caption(RVX3220Styles::Ch1VolCaption, frame, QRect(124, 30, 70, 26));
+    m_ch1Vol = volumeBox(frame, QRect(200, 30, 105, 26));
+    m_ch2 = sourceList(frame, QRect(12, 66, 104, 26));
+    caption(RVX3220Styles::Ch2VolCaption, frame, QRect(124, 66, 70, 26));
+    m_ch2Vol = volumeBox(frame, QRect(200, 66, 105, 26));
 
-    caption(RVX3220Styles::AudioModeCaption, frame, QRect(12, 104, 90, 22));
-    m_mode = caption("", frame, QRect(102, 104, 60, 22));
+    caption(RVX3220Styles::AudioModeCaption, frame, QRect(14, 104, 80, 22));
+    m_mode = caption("", frame, QRect(96, 104, 70, 22));
     m_modeGroup = new QButtonGroup(this);
     auto *afv = new QPushButton(frame);
     afv->setObjectName(QStringLiteral("AFV"));

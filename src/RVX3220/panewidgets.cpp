@@ -11,7 +11,7 @@ namespace PaneWidgets {
 
 int controlX()
 {
-    return 120;
+    return 128;
 }
 
 int rowY(int row)
@@ -31,7 +31,7 @@ QLabel *caption(const QString &text, QWidget *parent, int row)
 {
     auto *label = new QLabel(text, parent);
     label->setStyleSheet(QString::fromLatin1(RVX3220Styles::Caption));
-    label->setGeometry(14, rowY(row), 100, 28);
+    label->setGeometry(12, rowY(row), 114, 28);
     return label;
 }
 
@@ -41,7 +41,7 @@ QSpinBox *spinBox(QWidget *parent, int row, int min, int max, int step)
     box->setStyleSheet(QString::fromLatin1(RVX3220Styles::SpinBox));
     box->setRange(min, max);
     box->setSingleStep(step);
-    box->setGeometry(controlX(), rowY(row), 114, 28);
+    box->setGeometry(controlX(), rowY(row), 108, 28);
     return box;
 }
 
@@ -52,7 +52,7 @@ QComboBox *list(QWidget *parent, int row, const char *const *items, int count)
     for (int i = 0; i < count; ++i)
         box->addItem(QString::fromLatin1(items[i]));
     box->setCurrentIndex(-1);
-    box->setGeometry(controlX(), rowY(row), 114, 28);
+    box->setGeometry(controlX(), rowY(row), 108, 28);
     return box;
 }
 

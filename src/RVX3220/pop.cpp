@@ -17,7 +17,7 @@ QPushButton *rowButton(QWidget *parent, int row, const char *text)
 {
     auto *button = new QPushButton(QString::fromLatin1(text), parent);
     button->setStyleSheet(QString::fromLatin1(RVX3220Styles::TextButton));
-    button->setGeometry(PaneWidgets::controlX(), PaneWidgets::rowY(row), 114, 28);
+    button->setGeometry(PaneWidgets::controlX(), PaneWidgets::rowY(row), 108, 28);
     return button;
 }
 

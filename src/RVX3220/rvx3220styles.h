@@ -100,7 +100,8 @@ inline constexpr char TitleLogo[] = "QLabel{border-image: url(:/images/StyleShee
 inline constexpr char TitleClose[] = "QPushButton{border-image: url(:/images/StyleSheet/close.png);}";
 
 // Decoration of the family's controls.
-inline constexpr char Caption[] = "QLabel{color: rgb(230, 230, 230);background: transparent;}";
+inline constexpr char Caption[] =
+    "QLabel{color: rgb(230, 230, 230);background: transparent;font-size: 13px;}";
 inline constexpr char GroupBox[] = "QGroupBox{border-radius:8px;border:2px solid rgb(83, 83, 83);"
                                    "background-color: rgb(66, 66, 66);color: rgb(230, 230, 230);"
                                    "margin-top: 12px;}"
