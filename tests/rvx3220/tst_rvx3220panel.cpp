@@ -93,6 +93,7 @@ private slots:
     void busKeys();
     void tbarStroke();
     void cutSwapsUnlessPip();
+    void secondCutRestartsLamp();
     void autoWaitsThenSwaps();
     void pipThenPop();
     void popPositionNeedsWindow();
@@ -231,6 +232,19 @@ void TestRvx3220Panel::cutSwapsUnlessPip()
     rig.panel.cutButton()->click();
     QCOMPARE(rig.buses(), QStringLiteral("4/1"));
     QCOMPARE(rig.wire(), (QList<QByteArray>{hex("a56c1500a5ff0100000000000000000086015203ae"), cut}));
+}
+
+void TestRvx3220Panel::secondCutRestartsLamp()
+{
+    RVX3220UI panel;
+    QTimer *timer = panel.cutTimer();
+    panel.cutButton()->click();
+    QTRY_VERIFY(timer->remainingTime() >= 0 && timer->remainingTime() < 200);
+    panel.cutButton()->click();
+    // The lamp's 300 ms start again from the second cut.
+    QVERIFY(timer->remainingTime() > 200);
+    QVERIFY(lit(panel.cutButton(), ":/images/red/CUT.bmp"));
+    QTRY_VERIFY(lit(panel.cutButton(), ":/images/white/CUT.bmp"));
 }
 
 void TestRvx3220Panel::autoWaitsThenSwaps()
