@@ -1,0 +1,333 @@
+#include "middle_widget.h"
+
+#include "rvx3210_workdata.h"
+#include "rvx3210styles.h"
+
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+namespace S = Rvx3210Styles;
+
+namespace {
+
+// Transition keys by group id 1-6: MIX, FADE, UP, DOWN, LEFT, RIGHT.
+constexpr const char *TransOff[] = {S::MixOff, S::FadeOff, S::UpOff, S::DownOff, S::LeftOff, S::RightOff};
+constexpr const char *TransOn[] = {S::MixOn, S::FadeOn, S::UpOn, S::DownOn, S::LeftOn, S::RightOn};
+
+QLabel *caption(const char *text, QWidget *parent, const char *style = S::Caption)
+{
+    auto *label = new QLabel(QString::fromLatin1(text), parent);
+    label->setStyleSheet(QString::fromLatin1(style));
+    return label;
+}
+
+} // namespace
+
+Middle_widget::Middle_widget(QWidget *parent, RVX3210_workdata *link) : QWidget(parent), m_link(link)
+{
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(QString::fromLatin1(S::MiddleBackground));
+
+    // Audio block.
+    m_btnAFV = makeKey(S::AfvOff, 55);
+    m_btnMIX = makeKey(S::MixOff, 55);
+    auto makeSource = [this] {
+        auto *list = new QComboBox(this);
+        list->setMinimumSize(90, 24);
+        list->setStyleSheet(QString::fromLatin1(S::Inputs));
+        for (const char *item : S::SourceItems)
+            list->addItem(QString::fromLatin1(item));
+        // Nothing is chosen until the operator or the unit picks a source.
+        list->setCurrentIndex(-1);
+        return list;
+    };
+    auto makeVolume = [this] {
+        auto *spin = new QSpinBox(this);
+        spin->setMinimumSize(70, 24);
+        spin->setStyleSheet(QString::fromLatin1(S::Inputs));
+        spin->setRange(0, 100);
+        spin->setSingleStep(5);
+        spin->setValue(50);
+        return spin;
+    };
+    m_ch1 = makeSource();
+    m_ch2 = makeSource();
+    m_ch1Vol = makeVolume();
+    m_ch2Vol = makeVolume();
+
+    auto *audio = new QGridLayout;
+    audio->setHorizontalSpacing(8);
+    audio->addWidget(caption(S::AudioHead, this, S::SectionHead), 0, 0, 1, 4);
+    auto *keys = new QHBoxLayout;
+    keys->addWidget(m_btnAFV);
+    keys->addWidget(m_btnMIX);
+    keys->addStretch(1);
+    audio->addLayout(keys, 1, 0, 1, 4);
+    audio->addWidget(caption(S::Ch1, this), 2, 0);
+    audio->addWidget(m_ch1, 2, 1);
+    audio->addWidget(caption(S::Ch1Vol, this), 2, 2);
+    audio->addWidget(m_ch1Vol, 2, 3);
+    audio->addWidget(caption(S::Ch2, this), 3, 0);
+    audio->addWidget(m_ch2, 3, 1);
+    audio->addWidget(caption(S::Ch2Vol, this), 3, 2);
+    audio->addWidget(m_ch2Vol, 3, 3);
+
+    // Transitions.
+    m_trans = new QButtonGroup(this);
+    auto *transKeys = new QGridLayout;
+    for (int id = 1; id <= 6; ++id) {
+        QPushButton *key = makeKey(TransOff[id - 1], id <= 2 ? 55 : 50);
+        m_trans->addButton(key, id);
+    }
+    // MIX and FADE on the left, the four wipe directions as a cross beside them.
+    transKeys->addWidget(m_trans->button(1), 0, 0, 2, 1, Qt::AlignCenter);
+    transKeys->addWidget(m_trans->button(2), 2, 0, 2, 1, Qt::AlignCenter);
+    transKeys->addWidget(m_trans->button(3), 0, 2, 2, 1, Qt::AlignCenter);
+    transKeys->addWidget(m_trans->button(5), 1, 1, 2, 1, Qt::AlignCenter);
+    transKeys->addWidget(m_trans->button(6), 1, 3, 2, 1, Qt::AlignCenter);
+    transKeys->addWidget(m_trans->button(4), 2, 2, 2, 1, Qt::AlignCenter);
+    auto *transitions = new QVBoxLayout;
+    transitions->addWidget(caption(S::TransitionsHead, this, S::SectionHead));
+    transitions->addLayout(transKeys);
+
+    // PIP and STILL.
+    m_btnPIP = makeKey(S::PipOff, 55);
+    m_btnSTILL = makeKey(S::StillOff, 55);
+    auto *func = new QVBoxLayout;
+    func->addWidget(caption(S::FuncHead, this, S::SectionHead));
+    func->addWidget(m_btnPIP);
+    func->addWidget(m_btnSTILL);
+    func->addStretch(1);
+
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(10, 4, 10, 4);
+    row->setSpacing(24);
+    row->addLayout(audio, 3);
+    row->addLayout(transitions, 2);
+    row->addLayout(func, 1);
+
+    connect(m_btnAFV, &QPushButton::clicked, this, &Middle_widget::on_btnclicked_AFV);
+    connect(m_btnMIX, &QPushButton::clicked, this, &Middle_widget::on_btnclicked_MIX);
+    connect(m_ch1, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &Middle_widget::on_Coboxch1_IndexChanged);
+    connect(m_ch2, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &Middle_widget::on_Coboxch2_IndexChanged);
+    connect(m_ch1Vol, QOverload<int>::of(&QSpinBox::valueChanged), this,
+            &Middle_widget::on_SpinBoxch1_valueChanged);
+    connect(m_ch2Vol, QOverload<int>::of(&QSpinBox::valueChanged), this,
+            &Middle_widget::on_SpinBoxch2_valueChanged);
+    connect(m_trans, &QButtonGroup::idClicked, this, &Middle_widget::on_btnGrp_clicked);
+    connect(m_btnPIP, &QPushButton::clicked, this, &Middle_widget::on_btnclicked_PIP);
+    connect(m_btnSTILL, &QPushButton::clicked, this, &Middle_widget::on_btnclicked_STILL);
+}
+
+QPushButton *Middle_widget::makeKey(const char *style, int size)
+{
+    auto *key = new QPushButton(this);
+    key->setFixedSize(size, size);
+    key->setFocusPolicy(Qt::NoFocus);
+    key->setStyleSheet(QString::fromLatin1(style));
+    return key;
+}
+
+void Middle_widget::on_btnclicked_AFV()
+{
+    set_AFVorMIX_Style(0);
+    m_link->SendCMDAFV();
+}
+
+void Middle_widget::on_btnclicked_MIX()
+{
+    set_AFVorMIX_Style(1);
+    m_link->SendCMDMIX();
+}
+
+void Middle_widget::set_AFVorMIX_Style(uint8_t m)
+{
+    m_btnAFV->setStyleSheet(QString::fromLatin1(S::AfvOff));
+    m_btnMIX->setStyleSheet(QString::fromLatin1(S::MixOff));
+    if (m == 0) {
+        // Audio follows video: the sources are the unit's business then.
+        m_btnAFV->setStyleSheet(QString::fromLatin1(S::AfvOn));
+        m_ch1->setEnabled(false);
+        m_ch2->setEnabled(false);
+    } else if (m == 1) {
+        m_btnMIX->setStyleSheet(QString::fromLatin1(S::MixOn));
+        m_ch1->setEnabled(true);
+        m_ch2->setEnabled(true);
+    }
+}
+
+void Middle_widget::on_Coboxch1_IndexChanged(int index)
+{
+    m_ch1Index = index;
+    if (index >= 0)
+        m_link->SendCMDCH1(index);
+}
+
+void Middle_widget::on_Coboxch2_IndexChanged(int index)
+{
+    m_ch2Index = index;
+    if (index >= 0)
+        m_link->SendCMDCH2(index);
+}
+
+void Middle_widget::warnNoSource()
+{
+    QMessageBox::warning(this, QString::fromLatin1(S::WarningTitle), QString::fromLatin1(S::ChooseCh1Source),
+                         QMessageBox::Yes);
+}
+
+void Middle_widget::on_SpinBoxch1_valueChanged(int value)
+{
+    if (m_ch1->currentIndex() == -1) {
+        warnNoSource();
+        return;
+    }
+    m_link->SendCMDCH1_VOL(uint8_t(value));
+}
+
+void Middle_widget::on_SpinBoxch2_valueChanged(int value)
+{
+    if (m_ch2->currentIndex() == -1) {
+        warnNoSource();
+        return;
+    }
+    m_link->SendCMDCH2_VOL(uint8_t(value));
+}
+
+int Middle_widget::sourceIndex(uint8_t code)
+{
+    switch (code) {
+    case 7:
+        return 0;
+    case 3:
+        return 1;
+    case 4:
+        return 2;
+    case 5:
+        return 3;
+    case 6:
+        return 4;
+    case 8:
+        return 5;
+    case 0:
+        return 6;
+    default:
+        return -1;
+    }
+}
+
+void Middle_widget::set_CH1_Style(uint8_t code)
+{
+    const int index = sourceIndex(code);
+    if (index >= 0)
+        m_ch1->setCurrentIndex(index);
+}
+
+void Middle_widget::set_CH2_Style(uint8_t code)
+{
+    const int index = sourceIndex(code);
+    if (index >= 0)
+        m_ch2->setCurrentIndex(index);
+}
+
+void Middle_widget::set_CH1VOL_Style(uint8_t v)
+{
+    m_ch1Vol->setValue(v);
+}
+
+void Middle_widget::set_CH2VOL_Style(uint8_t v)
+{
+    m_ch2Vol->setValue(v);
+}
+
+void Middle_widget::resetTransitions()
+{
+    for (int id = 1; id <= 6; ++id)
+        m_trans->button(id)->setStyleSheet(QString::fromLatin1(TransOff[id - 1]));
+}
+
+void Middle_widget::lightTransition(int id)
+{
+    if (id >= 1 && id <= 6)
+        m_trans->button(id)->setStyleSheet(QString::fromLatin1(TransOn[id - 1]));
+}
+
+void Middle_widget::on_btnGrp_clicked(int id)
+{
+    resetTransitions();
+    lightTransition(id);
+    m_link->SendCMDTRANSITIONS(uint8_t(id));
+}
+
+void Middle_widget::set_Trans_Style(uint8_t type, uint8_t wipe)
+{
+    resetTransitions();
+    if (type == 1)
+        lightTransition(1);
+    else if (type == 2)
+        lightTransition(2);
+    else if (type == 4)
+        set_Wipe_Style(wipe);
+}
+
+void Middle_widget::set_Wipe_Style(uint8_t wipe)
+{
+    // The unit's wipe codes (0 left, 2 up, 4 right, 6 down) against the key ids.
+    switch (wipe) {
+    case 0:
+        lightTransition(5);
+        break;
+    case 2:
+        lightTransition(3);
+        break;
+    case 4:
+        lightTransition(6);
+        break;
+    case 6:
+        lightTransition(4);
+        break;
+    default:
+        break;
+    }
+}
+
+void Middle_widget::on_btnclicked_PIP()
+{
+    m_pipOn = !m_pipOn;
+    m_btnPIP->setStyleSheet(QString::fromLatin1(m_pipOn ? S::PipOn : S::PipOff));
+    m_link->SendCMDPIP(m_pipOn ? 1 : 0);
+    emit on_Singnale_btnPIP(m_pipOn);
+}
+
+void Middle_widget::set_PIP_Style(uint8_t s)
+{
+    if (s > 1)
+        return;
+    m_pipOn = s == 1;
+    m_btnPIP->setStyleSheet(QString::fromLatin1(m_pipOn ? S::PipOn : S::PipOff));
+    emit on_Singnale_btnPIP(m_pipOn);
+}
+
+void Middle_widget::on_btnclicked_STILL()
+{
+    m_stillOn = !m_stillOn;
+    m_btnSTILL->setStyleSheet(QString::fromLatin1(m_stillOn ? S::StillOn : S::StillOff));
+    m_link->SendCMDSTILL();
+}
+
+void Middle_widget::set_Stll_Style(uint8_t s)
+{
+    if (s > 1)
+        return;
+    m_stillOn = s == 1;
+    m_btnSTILL->setStyleSheet(QString::fromLatin1(m_stillOn ? S::StillOn : S::StillOff));
+}

@@ -1,0 +1,296 @@
+#include "plane_botton.h"
+
+#include "rvx3210_workdata.h"
+#include "rvx3210styles.h"
+
+#include <QComboBox>
+#include <QDialog>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHostAddress>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRegularExpressionValidator>
+#include <QVBoxLayout>
+
+namespace S = Rvx3210Styles;
+
+namespace {
+
+// Offsets inside the network address reply payload; each address is four bytes, first
+// octet first.
+constexpr int HisIpAt = 2;
+constexpr int HisMaskAt = 6;
+constexpr int HisGatewayAt = 10;
+constexpr int HisDnsAt = 20;
+
+// The URL reply payload is laid out as ST_RTMP_URL: slot, name length, 16 name bytes,
+// URL length (little-endian), URL bytes.
+constexpr int UrlNameLenAt = 2;
+constexpr int UrlNameAt = 3;
+constexpr int UrlNameMax = 16;
+constexpr int UrlLenAt = 19;
+constexpr int UrlAt = 21;
+constexpr int UrlMax = 768;
+
+// Dotted text of the four bytes at `at`, or a null string when the payload stops short.
+QString dottedAt(const QByteArray &d, int at)
+{
+    if (at + 4 > d.size())
+        return QString();
+    const quint32 v = (quint32(uint8_t(d.at(at))) << 24) | (quint32(uint8_t(d.at(at + 1))) << 16) |
+                      (quint32(uint8_t(d.at(at + 2))) << 8) | quint32(uint8_t(d.at(at + 3)));
+    return QHostAddress(v).toString();
+}
+
+// The four numbers of a dotted address, or an empty array unless there are exactly four.
+QByteArray addressBytes(const QString &text)
+{
+    const QStringList parts = text.split(QLatin1Char('.'));
+    if (parts.size() != 4)
+        return QByteArray();
+    QByteArray bytes;
+    for (const QString &p : parts)
+        bytes.append(char(uint8_t(p.toUInt())));
+    return bytes;
+}
+
+} // namespace
+
+Plane_Botton::Plane_Botton(QWidget *parent, RVX3210_workdata *link) : QWidget(parent), m_link(link)
+{
+    setObjectName(QString::fromLatin1(S::BottomName));
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(QString::fromLatin1(S::Bottom));
+    setFixedHeight(40);
+
+    m_version = new QLabel(QString::fromLatin1(S::Version), this);
+    m_version->setStyleSheet(QString::fromLatin1(S::VersionStyle));
+    m_btnSet = new QPushButton(QString::fromLatin1(S::SetKey), this);
+    m_btnSet->setFixedSize(60, 26);
+    m_btnSet->setStyleSheet(QString::fromLatin1(S::DialogText));
+    m_btnClose = new QPushButton(this);
+    m_btnClose->setFixedSize(30, 28);
+    m_btnClose->setStyleSheet(QString::fromLatin1(S::TopClose));
+
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(10, 4, 10, 4);
+    row->addWidget(m_version);
+    row->addStretch(1);
+    row->addWidget(m_btnSet);
+    row->addWidget(m_btnClose);
+
+    initDialog();
+
+    connect(m_btnSet, &QPushButton::clicked, this, &Plane_Botton::on_btnclicked_Set);
+    connect(m_btnClose, &QPushButton::clicked, this, [this] { window()->close(); });
+    connect(m_link, &RVX3210_workdata::on_signals_3210HISData, this, &Plane_Botton::on_ToShow_HisInfo);
+    connect(m_link, &RVX3210_workdata::on_signals_3210HIS_URL_Data, this, &Plane_Botton::on_ToShow_HisUrl);
+}
+
+void Plane_Botton::initDialog()
+{
+    m_dlg = new QDialog(this);
+    m_dlg->setObjectName(QString::fromLatin1(S::SubDialogName));
+    m_dlg->setWindowTitle(QString::fromLatin1(S::SetDialogTitle));
+    m_dlg->setAttribute(Qt::WA_StyledBackground);
+    m_dlg->setStyleSheet(QString::fromLatin1(S::SetDialog) + QString::fromLatin1(S::DialogText) +
+                         QString::fromLatin1(S::Inputs));
+
+    const QRegularExpression pattern(QString::fromLatin1(S::IpPattern));
+    auto label = [this](const char *text) { return new QLabel(QString::fromLatin1(text), m_dlg); };
+    auto addressEdit = [this, &pattern] {
+        auto *edit = new QLineEdit(m_dlg);
+        edit->setMinimumSize(150, 24);
+        edit->setValidator(new QRegularExpressionValidator(pattern, edit));
+        return edit;
+    };
+    auto key = [this](const char *text) { return new QPushButton(QString::fromLatin1(text), m_dlg); };
+
+    // Frameless like the panel, so the dialog carries its own title and close key.
+    m_dlg->setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+    auto *title = new QLabel(QString::fromLatin1(S::SetDialogTitle), m_dlg);
+    title->setStyleSheet(QString::fromLatin1(S::DialogTitleStyle));
+    title->setAlignment(Qt::AlignCenter);
+    auto *close = new QPushButton(m_dlg);
+    close->setFixedSize(30, 28);
+    close->setStyleSheet(QString::fromLatin1(S::TopClose));
+    auto *titleRow = new QHBoxLayout;
+    titleRow->addSpacing(30);
+    titleRow->addWidget(title, 1);
+    titleRow->addWidget(close);
+
+    // Main board.
+    auto *mainBox = new QGroupBox(m_dlg);
+    m_devIp = addressEdit();
+    m_btnSetDevIp = key(S::SetIp);
+    auto *mainGrid = new QGridLayout(mainBox);
+    mainGrid->addWidget(label(S::IpAddr), 0, 0);
+    mainGrid->addWidget(m_devIp, 0, 1);
+    mainGrid->addWidget(m_btnSetDevIp, 0, 2);
+
+    // HIS board.
+    auto *hisBox = new QGroupBox(m_dlg);
+    m_hisIp = addressEdit();
+    m_hisSubnet = addressEdit();
+    m_hisGateway = addressEdit();
+    m_hisDns = addressEdit();
+    m_btnReadHis = key(S::ReadStaus);
+    m_btnSetHisIp = key(S::SetIp);
+    m_btnSetDns = key(S::SetDns);
+    auto *hisGrid = new QGridLayout(hisBox);
+    hisGrid->addWidget(label(S::IpAddr), 0, 0);
+    hisGrid->addWidget(m_hisIp, 0, 1);
+    hisGrid->addWidget(m_btnReadHis, 0, 2);
+    hisGrid->addWidget(label(S::Subnet), 1, 0);
+    hisGrid->addWidget(m_hisSubnet, 1, 1);
+    hisGrid->addWidget(label(S::Gateway), 2, 0);
+    hisGrid->addWidget(m_hisGateway, 2, 1);
+    hisGrid->addWidget(m_btnSetHisIp, 2, 2);
+    hisGrid->addWidget(label(S::Dns), 3, 0);
+    hisGrid->addWidget(m_hisDns, 3, 1);
+    hisGrid->addWidget(m_btnSetDns, 3, 2);
+
+    // Streaming URL slots of the HIS board.
+    auto *urlBox = new QGroupBox(m_dlg);
+    m_urlIndex = new QComboBox(m_dlg);
+    for (int i = 0; i < S::UrlSlots; ++i)
+        m_urlIndex->addItem(QString::number(i));
+    m_urlIndex->setCurrentIndex(-1);
+    m_otherName = new QLineEdit(m_dlg);
+    m_url = new QLineEdit(m_dlg);
+    m_url->setMinimumWidth(300);
+    m_btnSetUrl = key(S::SetUrl);
+    m_btnReadUrl = key(S::ReadUrl);
+    auto *urlGrid = new QGridLayout(urlBox);
+    urlGrid->addWidget(label(S::Index), 0, 0);
+    urlGrid->addWidget(m_urlIndex, 0, 1);
+    urlGrid->addWidget(m_btnReadUrl, 0, 2);
+    urlGrid->addWidget(label(S::OtherName), 1, 0);
+    urlGrid->addWidget(m_otherName, 1, 1);
+    urlGrid->addWidget(label(S::Url), 2, 0);
+    urlGrid->addWidget(m_url, 2, 1);
+    urlGrid->addWidget(m_btnSetUrl, 2, 2);
+
+    auto *col = new QVBoxLayout(m_dlg);
+    col->setContentsMargins(14, 10, 14, 14);
+    col->addLayout(titleRow);
+    col->addWidget(mainBox);
+    col->addWidget(hisBox);
+    col->addWidget(urlBox);
+
+    connect(close, &QPushButton::clicked, m_dlg, &QDialog::reject);
+    connect(m_btnSetDevIp, &QPushButton::clicked, this, &Plane_Botton::on_btnclicked_SetDevIP);
+    connect(m_btnReadHis, &QPushButton::clicked, this, &Plane_Botton::on_btnclicked_ReadHis);
+    connect(m_btnSetHisIp, &QPushButton::clicked, this, &Plane_Botton::on_btnclicked_SetHisIP);
+    connect(m_btnSetDns, &QPushButton::clicked, this, &Plane_Botton::on_btnclicked_SetDNS);
+    connect(m_btnReadUrl, &QPushButton::clicked, this, &Plane_Botton::on_btnclicked_ReadUrl);
+    connect(m_btnSetUrl, &QPushButton::clicked, this, &Plane_Botton::on_btnclicked_SetUrl);
+}
+
+void Plane_Botton::fillFromLink()
+{
+    m_devIp->setText(m_link->on_DevIP());
+    m_hisIp->setText(m_link->on_HIS_IP());
+    m_hisSubnet->setText(m_link->on_HIS_Subnet());
+    m_hisGateway->setText(m_link->on_HIS_Gateway());
+    m_hisDns->setText(m_link->on_HIS_DNS());
+}
+
+void Plane_Botton::on_btnclicked_Set()
+{
+    fillFromLink();
+    m_dlg->exec();
+}
+
+void Plane_Botton::warn(const char *text)
+{
+    QMessageBox::warning(m_dlg, QString::fromLatin1(S::WarningTitle), QString::fromLatin1(text));
+}
+
+void Plane_Botton::on_btnclicked_SetDevIP()
+{
+    const QString text = m_devIp->text();
+    if (text.isEmpty()) {
+        warn(S::TextEmpty);
+        return;
+    }
+    const QByteArray ip = addressBytes(text);
+    if (ip.size() == 4)
+        m_link->SendCMD_SetIP(ip, text);
+}
+
+void Plane_Botton::on_btnclicked_ReadHis()
+{
+    m_link->SendCMD_Read_His_IP();
+}
+
+void Plane_Botton::on_btnclicked_SetHisIP()
+{
+    const QStringList texts{m_hisIp->text(), m_hisSubnet->text(), m_hisGateway->text()};
+    const QByteArray ip = addressBytes(texts.at(0));
+    const QByteArray mask = addressBytes(texts.at(1));
+    const QByteArray gateway = addressBytes(texts.at(2));
+    if (ip.size() == 4 && mask.size() == 4 && gateway.size() == 4)
+        m_link->SendCMD_Set_HIS_IP(ip, mask, gateway, texts);
+}
+
+void Plane_Botton::on_btnclicked_SetDNS()
+{
+    const QString text = m_hisDns->text();
+    const QByteArray dns = addressBytes(text);
+    if (dns.size() == 4)
+        m_link->SendCMD_Set_HIS_DNS(dns, text);
+}
+
+void Plane_Botton::on_btnclicked_ReadUrl()
+{
+    const int index = m_urlIndex->currentIndex();
+    if (index >= 0)
+        m_link->SendCMD_Read_Url(index);
+}
+
+void Plane_Botton::on_btnclicked_SetUrl()
+{
+    const QByteArray name = m_otherName->text().toLatin1();
+    const QByteArray url = m_url->text().toLatin1();
+    if (name.size() > UrlNameMax) {
+        warn(S::OtherNameErrors);
+        return;
+    }
+    if (url.size() > UrlMax) {
+        warn(S::UrlErrors);
+        return;
+    }
+    m_link->SendCMD_Set_Url(m_urlIndex->currentIndex(), name, url);
+}
+
+void Plane_Botton::on_ToShow_HisInfo(const QByteArray &data)
+{
+    // Only the addresses the payload carries whole are shown; the others keep their text.
+    QLineEdit *const edits[] = {m_hisIp, m_hisSubnet, m_hisGateway, m_hisDns};
+    const int offsets[] = {HisIpAt, HisMaskAt, HisGatewayAt, HisDnsAt};
+    for (int i = 0; i < 4; ++i) {
+        const QString text = dottedAt(data, offsets[i]);
+        if (!text.isNull())
+            edits[i]->setText(text);
+    }
+    m_link->get_HIS_INFO(m_hisIp->text(), m_hisSubnet->text(), m_hisGateway->text(), m_hisDns->text());
+}
+
+void Plane_Botton::on_ToShow_HisUrl(const QByteArray &data)
+{
+    if (data.size() <= UrlNameLenAt)
+        return;
+    const int nameLen = qMin(int(uint8_t(data.at(UrlNameLenAt))), UrlNameMax);
+    m_otherName->setText(QString::fromLatin1(data.mid(UrlNameAt, nameLen)));
+    if (data.size() <= UrlLenAt + 1)
+        return;
+    const int urlLen =
+        qMin(int(uint8_t(data.at(UrlLenAt))) | (int(uint8_t(data.at(UrlLenAt + 1))) << 8), UrlMax);
+    // mid() stops at the end of what arrived, so a short payload shows what it carries.
+    m_url->setText(QString::fromLatin1(data.mid(UrlAt, urlLen)));
+}

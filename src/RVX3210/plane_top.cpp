@@ -1,0 +1,108 @@
+#include "plane_top.h"
+
+#include "rvx3210log.h"
+#include "rvx3210styles.h"
+
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPushButton>
+
+namespace S = Rvx3210Styles;
+
+Plane_Top::Plane_Top(QWidget *parent, RVX3210_workdata *link) : QWidget(parent), m_link(link)
+{
+    initPlan1();
+}
+
+void Plane_Top::initPlan1()
+{
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(QString::fromLatin1(S::TopStrip));
+
+    m_logo = new QLabel(this);
+    m_logo->setFixedSize(120, 28);
+    m_logo->setStyleSheet(QString::fromLatin1(S::TopLogo));
+
+    m_name = new QLabel(QString::fromLatin1(S::ModelRVX3210), this);
+    m_name->setStyleSheet(QString::fromLatin1(S::TopModelName));
+
+    auto makeKey = [this](const char *style) {
+        auto *key = new QPushButton(this);
+        key->setFixedSize(30, 28);
+        key->setFocusPolicy(Qt::NoFocus);
+        key->setStyleSheet(QString::fromLatin1(style));
+        return key;
+    };
+    m_btnMin = makeKey(S::TopMin);
+    m_btnMax = makeKey(S::TopMax);
+    m_btnClose = makeKey(S::TopClose);
+
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(4, 0, 0, 0);
+    row->setSpacing(6);
+    row->addWidget(m_logo);
+    row->addWidget(m_name);
+    row->addStretch(1);
+    row->addWidget(m_btnMin);
+    row->addWidget(m_btnMax);
+    row->addWidget(m_btnClose);
+
+    // Closing the panel ends the program, even though the search window still exists.
+    connect(m_btnClose, &QPushButton::clicked, this, [] { QCoreApplication::exit(0); });
+    connect(m_btnMin, &QPushButton::clicked, this, &Plane_Top::on_btnclicked_min);
+    connect(m_btnMax, &QPushButton::clicked, this, &Plane_Top::on_btnclicked_max);
+}
+
+void Plane_Top::setDev_Child_Type(int code)
+{
+    qCDebug(lcRvx3210, "Plane_Top:子设备类型:%02x", code);
+    switch (code) {
+    case 0x21:
+        m_name->setText(QString::fromLatin1(S::ModelRVX3210));
+        break;
+    case 0x22:
+        m_name->setText(QString::fromLatin1(S::ModelRVX3220));
+        break;
+    case 0x26:
+        m_name->setText(QString::fromLatin1(S::ModelRVX3210P));
+        break;
+    default:
+        break;
+    }
+}
+
+void Plane_Top::on_btnclicked_max()
+{
+    emit on_signals_setWinmax(m_max);
+    m_max = !m_max;
+}
+
+void Plane_Top::on_btnclicked_min()
+{
+    emit on_signals_setWinmin();
+}
+
+void Plane_Top::mousePressEvent(QMouseEvent *event)
+{
+    m_dragging = true;
+    m_lastGlobal = event->globalPos();
+    QWidget::mousePressEvent(event);
+}
+
+void Plane_Top::mouseMoveEvent(QMouseEvent *event)
+{
+    if (m_dragging) {
+        QWidget *panel = window();
+        panel->move(panel->pos() + (event->globalPos() - m_lastGlobal));
+        m_lastGlobal = event->globalPos();
+    }
+    QWidget::mouseMoveEvent(event);
+}
+
+void Plane_Top::mouseReleaseEvent(QMouseEvent *event)
+{
+    m_dragging = false;
+    QWidget::mouseReleaseEvent(event);
+}

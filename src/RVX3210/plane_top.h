@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QPoint>
+#include <QWidget>
+
+class QLabel;
+class QPushButton;
+class RVX3210_workdata;
+
+// Title strip of the frameless RVX3210-family panels: logo, model name, close, minimise and
+// maximise keys; dragging the strip moves the panel.
+class Plane_Top : public QWidget
+{
+    Q_OBJECT
+public:
+    Plane_Top(QWidget *parent, RVX3210_workdata *link);
+
+    void setDev_Child_Type(int code);
+
+    QLabel *modelName() const { return m_name; }
+    QPushButton *closeButton() const { return m_btnClose; }
+    QPushButton *minButton() const { return m_btnMin; }
+    QPushButton *maxButton() const { return m_btnMax; }
+
+signals:
+    void on_signals_setWinmax(bool max);
+    void on_signals_setWinmin();
+    void setWinmaxSignals();
+    void setWinminSignals();
+
+public slots:
+    void on_btnclicked_max();
+    void on_btnclicked_min();
+    void on_btnclicked_max_for5310() {}
+    void on_btnclicked_min_for5310() {}
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+
+private:
+    void initPlan1();
+
+    RVX3210_workdata *m_link = nullptr;
+    QLabel *m_logo = nullptr;
+    QLabel *m_name = nullptr;
+    QPushButton *m_btnClose = nullptr;
+    QPushButton *m_btnMin = nullptr;
+    QPushButton *m_btnMax = nullptr;
+    bool m_max = false;
+    bool m_dragging = false;
+    QPoint m_lastGlobal;
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QWidget>
+
+class QSlider;
+class RVX3210_workdata;
+
+// The T-bar of the RVX3210-family panels: one vertical fader from "A-BUS" to "B-BUS",
+// 0-127. It only reports its position; TbarSequencer turns that into slider commands.
+class QSlider_Right : public QWidget
+{
+    Q_OBJECT
+public:
+    QSlider_Right(QWidget *parent, RVX3210_workdata *link);
+
+    QSlider *slider() const { return m_slider; }
+    int value() const;
+    int maximum() const;
+    int minimum() const;
+    void setValue(int v);
+
+signals:
+    void on_slider_auto(int value);
+
+private:
+    RVX3210_workdata *m_link = nullptr;
+    QSlider *m_slider = nullptr;
+};

@@ -1,0 +1,241 @@
+#include "upper_widget.h"
+
+#include "common/delay.h"
+#include "rvx3210_workdata.h"
+#include "rvx3210styles.h"
+
+#include <QComboBox>
+#include <QDialog>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace S = Rvx3210Styles;
+
+Upper_Widget::Upper_Widget(QWidget *parent, RVX3210_workdata *link) : QWidget(parent), m_link(link)
+{
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(QString::fromLatin1(S::RowBackground));
+
+    m_btnFTB = makeKey(S::FTBOff);
+    m_btnF1 = makeKey(S::F1Off);
+    m_btnF2 = makeKey(S::F2Off);
+    m_btnF3 = makeKey(S::F3Off);
+    m_btnF7 = makeKey(S::F7Off);
+    m_btnRead = makeKey(S::ReadState);
+    m_btnClose = makeKey(S::TopClose);
+    m_btnReturn = makeKey(S::Return);
+
+    m_blink = new QTimer(this);
+    m_blink->setInterval(S::FtbBlinkMs);
+    connect(m_blink, &QTimer::timeout, this, &Upper_Widget::on_timerour_FTB);
+
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(10, 4, 10, 4);
+    row->setSpacing(10);
+    for (QPushButton *key : {m_btnFTB, m_btnF1, m_btnF2, m_btnF3, m_btnF7})
+        row->addWidget(key);
+    row->addStretch(1);
+    for (QPushButton *key : {m_btnRead, m_btnReturn, m_btnClose})
+        row->addWidget(key);
+
+    connect(m_btnFTB, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_FTB);
+    connect(m_btnF1, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_F1);
+    connect(m_btnF2, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_F2);
+    connect(m_btnF3, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_F3);
+    connect(m_btnF7, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_F7);
+    connect(m_btnRead, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_Read3210data);
+    connect(m_btnClose, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_close);
+    connect(m_btnReturn, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_retrun);
+}
+
+QPushButton *Upper_Widget::makeKey(const char *style)
+{
+    auto *key = new QPushButton(this);
+    key->setFixedSize(55, 55);
+    key->setFocusPolicy(Qt::NoFocus);
+    key->setStyleSheet(QString::fromLatin1(style));
+    return key;
+}
+
+void Upper_Widget::on_btnclicked_FTB()
+{
+    if (!m_ftbOn) {
+        m_blink->start(S::FtbBlinkMs);
+        m_ftbOn = true;
+    } else {
+        m_ftbOn = false;
+        on_Style_btnFTB(false);
+        m_blink->stop();
+    }
+    m_link->SendCMDFTB();
+}
+
+void Upper_Widget::on_timerour_FTB()
+{
+    on_Style_btnFTB(m_ftbPhase);
+    m_ftbPhase = !m_ftbPhase;
+}
+
+void Upper_Widget::set_FTB_Style(uint8_t s)
+{
+    if (s == 0) {
+        m_ftbOn = false;
+        on_Style_btnFTB(false);
+        m_blink->stop();
+    } else if (s == 1) {
+        // Restarting an already running blink keeps its phase.
+        m_ftbOn = true;
+        m_blink->start(S::FtbBlinkMs);
+    }
+}
+
+void Upper_Widget::on_btnclicked_F1()
+{
+    QDialog dlg(this);
+    dlg.setObjectName(QString::fromLatin1(S::SubDialogName));
+    dlg.setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+    dlg.setAttribute(Qt::WA_StyledBackground);
+    dlg.setStyleSheet(QString::fromLatin1(S::F1Dialog));
+
+    auto *label = new QLabel(QString::fromLatin1(S::PgmOutLabel), &dlg);
+    label->setFixedSize(90, 20);
+    label->setStyleSheet(QString::fromLatin1(S::Caption));
+    auto *list = new QComboBox(&dlg);
+    list->setObjectName(QStringLiteral("PGMOUT"));
+    list->setStyleSheet(QString::fromLatin1(S::Inputs));
+    for (const char *item : S::PgmOutItems)
+        list->addItem(QString::fromLatin1(item));
+    list->setCurrentIndex(m_outIndex);
+    auto *close = new QPushButton(&dlg);
+    close->setFixedSize(30, 28);
+    close->setStyleSheet(QString::fromLatin1(S::TopClose));
+
+    auto *top = new QHBoxLayout;
+    top->addStretch(1);
+    top->addWidget(close);
+    auto *body = new QHBoxLayout;
+    body->addWidget(label);
+    body->addWidget(list, 1);
+    auto *col = new QVBoxLayout(&dlg);
+    col->addLayout(top);
+    col->addLayout(body);
+    dlg.resize(260, 90);
+
+    // Connected after the stored index is shown, so opening the dialog sends nothing.
+    connect(list, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &Upper_Widget::on_coboxIndexChanged_PGMOUT);
+    connect(close, &QPushButton::clicked, &dlg, &QDialog::reject);
+    dlg.exec();
+}
+
+void Upper_Widget::on_coboxIndexChanged_PGMOUT(int index)
+{
+    // The list index goes out as it is; the unit reports other codes back (set_F1_Style).
+    m_outIndex = index;
+    m_link->SendCMDF1(index);
+}
+
+void Upper_Widget::set_F1_Style(uint8_t code)
+{
+    switch (code) {
+    case 7:
+        m_outIndex = 0;
+        break;
+    case 11:
+        m_outIndex = 1;
+        break;
+    case 9:
+        m_outIndex = 2;
+        break;
+    case 1:
+        m_outIndex = 3;
+        break;
+    case 3:
+        m_outIndex = 4;
+        break;
+    case 13:
+        m_outIndex = 5;
+        break;
+    case 5:
+        m_outIndex = 6;
+        break;
+    default:
+        break;
+    }
+}
+
+void Upper_Widget::on_btnclicked_F2()
+{
+    on_Style_btnF2(true);
+    m_link->SendCMDF2();
+    Delay_MSec(S::F2FlashMs);
+    on_Style_btnF2(false);
+}
+
+void Upper_Widget::on_btnclicked_F3()
+{
+    m_f3On = !m_f3On;
+    on_Style_btnF3(m_f3On);
+    m_link->SendCMDF3();
+}
+
+void Upper_Widget::set_F3_Style(uint8_t s)
+{
+    if (s == 0) {
+        m_f3On = false;
+        on_Style_btnF3(false);
+    } else if (s == 0xFF) {
+        m_f3On = true;
+        on_Style_btnF3(true);
+    }
+}
+
+void Upper_Widget::on_btnclicked_F7()
+{
+    m_f7On = !m_f7On;
+    on_Style_btnF7(m_f7On);
+    m_link->SendCMDF7();
+}
+
+void Upper_Widget::on_btnclicked_Read3210data()
+{
+    m_link->SendCMDRead3210state();
+}
+
+void Upper_Widget::on_btnclicked_close()
+{
+    window()->close();
+}
+
+void Upper_Widget::on_btnclicked_retrun()
+{
+    emit on_Singnals_returnloginwin();
+}
+
+void Upper_Widget::on_Style_btnFTB(bool on)
+{
+    m_btnFTB->setStyleSheet(QString::fromLatin1(on ? S::FTBOn : S::FTBOff));
+}
+
+void Upper_Widget::on_Style_btnF1(bool on)
+{
+    m_btnF1->setStyleSheet(QString::fromLatin1(on ? S::F1On : S::F1Off));
+}
+
+void Upper_Widget::on_Style_btnF2(bool on)
+{
+    m_btnF2->setStyleSheet(QString::fromLatin1(on ? S::F2On : S::F2Off));
+}
+
+void Upper_Widget::on_Style_btnF3(bool on)
+{
+    m_btnF3->setStyleSheet(QString::fromLatin1(on ? S::F3On : S::F3Off));
+}
+
+void Upper_Widget::on_Style_btnF7(bool on)
+{
+    m_btnF7->setStyleSheet(QString::fromLatin1(on ? S::F7On : S::F7Off));
+}
