@@ -1,0 +1,227 @@
+#include "rvx_3410_upper_widget.h"
+
+#include "rvx3210_workdata.h"
+#include "rvx3410styles.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QTimer>
+
+namespace S = Rvx3210Styles;
+namespace S4 = Rvx3410Styles;
+
+namespace {
+
+// Byte 26, bits 3-4: what the unit is doing with its recording.
+enum RecordingState : uint8_t
+{
+    Idle = 0,
+    Recording = 1,
+    Paused = 2,
+    RecordingOther = 3, // recording, with the FTB key blinking
+
+};
+
+constexpr uint8_t RecordingMask = 0x18;
+constexpr int RecordingShift = 3;
+constexpr uint8_t StreamingBit = 0x04;
+constexpr uint8_t RotateMask = 0xC0;
+constexpr uint8_t Rotated = 0x40;
+
+} // namespace
+
+RVX_3410_Upper_Widget::RVX_3410_Upper_Widget(QWidget *parent, RVX3210_workdata *link)
+    : Upper_Widget(parent, link), m_link(link)
+{
+    auto makeKey = [this](const char *style) {
+        auto *key = new QPushButton(this);
+        key->setFixedSize(55, 55);
+        key->setFocusPolicy(Qt::NoFocus);
+        key->setStyleSheet(QString::fromLatin1(style));
+        return key;
+    };
+    m_btnF4 = makeKey(S4::F4Off);
+    m_btnF5 = makeKey(S4::F5Off);
+    m_btnF6 = makeKey(S4::F6Off);
+    m_btnF8 = makeKey(S4::F8Off);
+
+    m_recBlink = new QTimer(this);
+    m_recBlink->setInterval(S4::RecBlinkMs);
+    connect(m_recBlink, &QTimer::timeout, this, &RVX_3410_Upper_Widget::on_timerour_REC);
+
+    m_readTimer = new QTimer(this);
+    m_readTimer->setSingleShot(true);
+    connect(m_readTimer, &QTimer::timeout, this, &RVX_3410_Upper_Widget::on_timerour_DS);
+    m_readTimer->start(S4::DelayedReadMs);
+
+    layOutRow();
+
+    connect(m_btnF4, &QPushButton::clicked, this, &RVX_3410_Upper_Widget::on_btnclicked_F4);
+    connect(m_btnF5, &QPushButton::clicked, this, &RVX_3410_Upper_Widget::on_btnclicked_F5);
+    connect(m_btnF6, &QPushButton::clicked, this, &RVX_3410_Upper_Widget::on_btnclicked_F6);
+    connect(m_btnF8, &QPushButton::clicked, this, &RVX_3410_Upper_Widget::on_btnclicked_F8);
+    // The read-state key also cancels the delayed read.
+    disconnect(btnRead(), &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_Read3210data);
+    connect(btnRead(), &QPushButton::clicked, this, &RVX_3410_Upper_Widget::on_btnclicked_Read3210data);
+}
+
+void RVX_3410_Upper_Widget::layOutRow()
+{
+    // The RVX3410 row has no close key, and its function keys carry captions: the shared
+    // keys are laid out again with the new ones.
+    delete layout();
+    btnClose()->hide();
+
+    auto caption = [this](const char *text) {
+        auto *label = new QLabel(QString::fromLatin1(text), this);
+        label->setAlignment(Qt::AlignCenter);
+        label->setStyleSheet(QString::fromLatin1(S::Caption));
+        return label;
+    };
+    struct Column
+    {
+        QPushButton *key;
+        const char *caption;
+    };
+    const Column columns[] = {{btnFTB(), nullptr},    {btnF1(), S4::LabelF1}, {btnF2(), S4::LabelF2},
+                              {btnF3(), S4::LabelF3}, {m_btnF4, S4::LabelF4}, {m_btnF5, S4::LabelF5},
+                              {m_btnF6, S4::LabelF6}, {btnF7(), nullptr},     {m_btnF8, S4::LabelF8}};
+
+    auto *grid = new QGridLayout(this);
+    grid->setContentsMargins(10, 4, 10, 2);
+    grid->setHorizontalSpacing(8);
+    grid->setVerticalSpacing(2);
+    int col = 0;
+    for (const Column &c : columns) {
+        grid->addWidget(c.key, 0, col, Qt::AlignCenter);
+        if (c.caption)
+            grid->addWidget(caption(c.caption), 1, col, Qt::AlignHCenter | Qt::AlignTop);
+        ++col;
+    }
+    grid->setColumnStretch(col++, 1);
+    grid->addWidget(btnRead(), 0, col++, Qt::AlignCenter);
+    grid->addWidget(btnReturn(), 0, col, Qt::AlignCenter);
+}
+
+void RVX_3410_Upper_Widget::on_btnclicked_F4()
+{
+    if (!m_f4On) {
+        m_f4On = true;
+        on_Style_btnF4(true);
+        m_link->SendCMDREC(1);
+        return;
+    }
+    // Stopping the recording ends a pause as well.
+    m_f4On = false;
+    m_f5On = false;
+    on_Style_btnF4(false);
+    on_Style_btnF5(false);
+    m_link->SendCMDREC(0);
+}
+
+void RVX_3410_Upper_Widget::on_btnclicked_F5()
+{
+    if (!m_f4On)
+        return;
+    m_f5On = !m_f5On;
+    on_Style_btnF5(m_f5On);
+    m_link->SendCMDPAUSE();
+}
+
+void RVX_3410_Upper_Widget::on_btnclicked_F6()
+{
+    m_f6On = !m_f6On;
+    on_Style_btnF6(m_f6On);
+    m_link->SendCMDSTREAM(m_f6On ? 1 : 0);
+}
+
+void RVX_3410_Upper_Widget::on_btnclicked_F8()
+{
+    m_f8On = !m_f8On;
+    on_Style_btnF8(m_f8On);
+    m_link->SendCMDROTATE();
+}
+
+void RVX_3410_Upper_Widget::on_btnclicked_Read3210data()
+{
+    m_readTimer->stop();
+    Upper_Widget::on_btnclicked_Read3210data();
+}
+
+void RVX_3410_Upper_Widget::on_timerour_REC()
+{
+    on_Style_btnF4(m_recPhase);
+    m_recPhase = !m_recPhase;
+}
+
+void RVX_3410_Upper_Widget::on_timerour_DS()
+{
+    m_link->SendCMDRead3210state();
+}
+
+void RVX_3410_Upper_Widget::set_Style_btnF4(uint8_t v)
+{
+    switch ((v & RecordingMask) >> RecordingShift) {
+    case Idle:
+        m_f4On = false;
+        m_f5On = false;
+        on_Style_btnF4(false);
+        on_Style_btnF5(false);
+        m_recBlink->stop();
+        break;
+    case Recording:
+        m_f4On = true;
+        m_f5On = false;
+        on_Style_btnF4(true);
+        on_Style_btnF5(false);
+        m_recBlink->stop();
+        break;
+    case Paused:
+        m_f4On = true;
+        m_f5On = true;
+        on_Style_btnF4(true);
+        on_Style_btnF5(true);
+        m_recBlink->stop();
+        break;
+    case RecordingOther:
+        // It is the FTB key that blinks then, not REC; operators know it that way.
+        m_f4On = true;
+        m_f5On = false;
+        on_Style_btnF5(false);
+        const_cast<QTimer *>(blinkTimer())->start(S::FtbBlinkMs);
+        break;
+    }
+}
+
+void RVX_3410_Upper_Widget::set_Style_btnF6(uint8_t v)
+{
+    m_f6On = (v & StreamingBit) != 0;
+    on_Style_btnF6(m_f6On);
+}
+
+void RVX_3410_Upper_Widget::set_Style_btnF8(uint8_t v)
+{
+    m_f8On = (v & RotateMask) == Rotated;
+    on_Style_btnF8(m_f8On);
+}
+
+void RVX_3410_Upper_Widget::on_Style_btnF4(bool on)
+{
+    m_btnF4->setStyleSheet(QString::fromLatin1(on ? S4::F4On : S4::F4Off));
+}
+
+void RVX_3410_Upper_Widget::on_Style_btnF5(bool on)
+{
+    m_btnF5->setStyleSheet(QString::fromLatin1(on ? S4::F5On : S4::F5Off));
+}
+
+void RVX_3410_Upper_Widget::on_Style_btnF6(bool on)
+{
+    m_btnF6->setStyleSheet(QString::fromLatin1(on ? S4::F6On : S4::F6Off));
+}
+
+void RVX_3410_Upper_Widget::on_Style_btnF8(bool on)
+{
+    m_btnF8->setStyleSheet(QString::fromLatin1(on ? S4::F8On : S4::F8Off));
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "RVX3210/upper_widget.h"
+
+#include <cstdint>
+
+class QLabel;
+class QPushButton;
+class QTimer;
+class RVX3210_workdata;
+
+// Top row of the RVX3410 panel. FTB, F1 (output format), F2, F3 (MUTE), F7 and the
+// read-state and return keys behave as on the RVX3210 (Upper_Widget); what the RVX3410 adds
+// is here: REC, PAUSE, STREAM and ROTATE with their state bytes 26-28, a caption under each
+// function key, no close key, and a second state read 3 s after the panel opens.
+class RVX_3410_Upper_Widget : public Upper_Widget
+{
+    Q_OBJECT
+public:
+    RVX_3410_Upper_Widget(QWidget *parent, RVX3210_workdata *link);
+
+    void set_Style_btnF4(uint8_t v);
+    void set_Style_btnF6(uint8_t v);
+    void set_Style_btnF8(uint8_t v);
+
+    bool f4On() const { return m_f4On; }
+    bool f5On() const { return m_f5On; }
+    bool f6On() const { return m_f6On; }
+    bool f8On() const { return m_f8On; }
+    bool recPhase() const { return m_recPhase; }
+    const QTimer *recBlinkTimer() const { return m_recBlink; }
+    const QTimer *stateReadTimer() const { return m_readTimer; }
+
+    QPushButton *btnF4() const { return m_btnF4; }
+    QPushButton *btnF5() const { return m_btnF5; }
+    QPushButton *btnF6() const { return m_btnF6; }
+    QPushButton *btnF8() const { return m_btnF8; }
+
+public slots:
+    void on_btnclicked_F4();
+    void on_btnclicked_F5();
+    void on_btnclicked_F6();
+    void on_btnclicked_F8();
+    // Asks for the state now, which makes the delayed read unnecessary.
+    void on_btnclicked_Read3210data();
+    void on_timerour_REC();
+    void on_timerour_DS();
+
+    void on_Style_btnF4(bool on);
+    void on_Style_btnF5(bool on);
+    void on_Style_btnF6(bool on);
+    void on_Style_btnF8(bool on);
+
+private:
+    void layOutRow();
+
+    RVX3210_workdata *m_link = nullptr;
+    QPushButton *m_btnF4 = nullptr;
+    QPushButton *m_btnF5 = nullptr;
+    QPushButton *m_btnF6 = nullptr;
+    QPushButton *m_btnF8 = nullptr;
+    QTimer *m_recBlink = nullptr;
+    QTimer *m_readTimer = nullptr;
+    bool m_f4On = false;
+    bool m_f5On = false;
+    bool m_f6On = false;
+    bool m_f8On = false;
+    bool m_recPhase = false;
+};
