@@ -1,6 +1,8 @@
 // End to end in the lab: the search window opens an emulated RVX3220, the panel drives it, and
 // the unit's state file shows what the panel did. Then the panel is left and opened again.
+#include "RVX3220/audio.h"
 #include "RVX3220/pgm.h"
+#include "RVX3220/pip.h"
 #include "RVX3220/pvw.h"
 #include "RVX3220/rvx3220ui.h"
 #include "RVX3220/transitions.h"
@@ -9,10 +11,12 @@
 #include "modalanswer.h"
 
 #include <QButtonGroup>
+#include <QComboBox>
 #include <QFile>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSlider>
+#include <QSpinBox>
 #include <QtTest>
 
 namespace {
@@ -148,8 +152,19 @@ void TestRvx3220Lab::openDriveCloseReopen()
         if (panel->pgm()->BtnPGMstate() != 3 || panel->pvw()->BtnPVWstate() != 5)
             failures << QStringLiteral("panel shows other buses than the unit after the lever");
 
+        panel->audio()->ch1Source()->setCurrentIndex(2); // IN1
+        panel->audio()->ch1Volume()->setValue(70);
+        panel->audio()->pgmOut()->setCurrentIndex(3); // 1080I50
+        panel->audio()->modeGroup()->button(2)->click();
+        check(
+            QStringLiteral("audio"),
+            waitForState(m_ip, {{"ch1", "0x03"}, {"vol_0x03", "70"}, {"output", "0x01"}, {"audio", "mix"}}));
+
         panel->pipButton()->click();
-        check(QStringLiteral("pip"), waitForState(m_ip, {{"pip", "1"}, {"pop", "0"}}));
+        panel->pip()->sizeList()->setCurrentIndex(0);
+        panel->pip()->hPosition()->setValue(1440);
+        check(QStringLiteral("pip"),
+              waitForState(m_ip, {{"pip", "1"}, {"pop", "0"}, {"pip_size", "0"}, {"pip_h", "1440"}}));
         panel->popButton()->click();
         check(QStringLiteral("pop"), waitForState(m_ip, {{"pip", "0"}, {"pop", "1"}}));
         panel->popButton()->click();
