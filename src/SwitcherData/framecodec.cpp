@@ -2,6 +2,8 @@
 
 #include "workdata.h"
 
+#include <cstring>
+
 namespace FrameCodec {
 
 Scan joinFrames(const QByteArray &buffer, QByteArray *joined)
@@ -20,6 +22,29 @@ Scan joinFrames(const QByteArray &buffer, QByteArray *joined)
             joined->append(buffer.constData() + i, length);
     }
     return Scan::Done;
+}
+
+int writeHead(uint8_t *buf, uint16_t length, uint8_t devClass, uint8_t devNum, uint8_t cmd)
+{
+    buf[0] = 0xA5;
+    buf[1] = 0x6C;
+    buf[2] = SWITCHER_DATA::QLOBYTE(length);
+    buf[3] = SWITCHER_DATA::QHIBYTE(length);
+    buf[4] = devClass;
+    buf[5] = devNum;
+    buf[6] = 0x01;
+    std::memset(buf + 7, 0, 9);
+    buf[16] = cmd;
+    return 17;
+}
+
+uint16_t writeTail(uint8_t *buf, int pos)
+{
+    const uint16_t sum = SWITCHER_DATA::CalcCheckSum(buf, pos);
+    buf[pos] = SWITCHER_DATA::QLOBYTE(sum);
+    buf[pos + 1] = SWITCHER_DATA::QHIBYTE(sum);
+    buf[pos + 2] = 0xAE;
+    return uint16_t(pos + 3);
 }
 
 bool checksumOk(const QByteArray &frame)

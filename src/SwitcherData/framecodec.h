@@ -21,6 +21,15 @@ Scan joinFrames(const QByteArray &buffer, QByteArray *joined);
 // bytes before it. An empty or too short array is never valid.
 bool checksumOk(const QByteArray &frame);
 
+// Writes the common head of a control frame: start bytes, total length, device address,
+// kind 0x01, nine reserved zero bytes and the command code. Returns the offset of the first
+// data byte (17).
+int writeHead(uint8_t *buf, uint16_t length, uint8_t devClass, uint8_t devNum, uint8_t cmd);
+
+// Appends the 16-bit sum of the `pos` bytes written so far, low byte first, and the end byte.
+// Returns the frame length.
+uint16_t writeTail(uint8_t *buf, int pos);
+
 inline uint8_t byteAt(const QByteArray &data, int index)
 {
     return index >= 0 && index < data.size() ? uint8_t(data.at(index)) : 0;

@@ -71,27 +71,8 @@ constexpr uint8_t WipeCodes[] = {0x25, 0x29, 0x23, 0x27};
 // Sent as the unit expects them after the DNS address; their meaning is the HIS board's.
 constexpr uint8_t DnsTail[] = {0x02, 0x50, 0x3B, 0x8C};
 
-void writeHead(uint8_t *buf, uint16_t length, uint8_t devClass, uint8_t devNum, uint8_t cmd)
-{
-    buf[0] = 0xA5;
-    buf[1] = 0x6C;
-    buf[2] = SWITCHER_DATA::QLOBYTE(length);
-    buf[3] = SWITCHER_DATA::QHIBYTE(length);
-    buf[4] = devClass;
-    buf[5] = devNum;
-    buf[6] = 0x01;
-    std::memset(buf + 7, 0, 9);
-    buf[16] = cmd;
-}
-
-uint16_t writeTail(uint8_t *buf, int pos)
-{
-    const uint16_t sum = SWITCHER_DATA::CalcCheckSum(buf, pos);
-    buf[pos] = SWITCHER_DATA::QLOBYTE(sum);
-    buf[pos + 1] = SWITCHER_DATA::QHIBYTE(sum);
-    buf[pos + 2] = 0xAE;
-    return uint16_t(pos + 3);
-}
+using FrameCodec::writeHead;
+using FrameCodec::writeTail;
 
 bool isHisBoard(const QByteArray &frame)
 {

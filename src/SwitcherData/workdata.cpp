@@ -12,31 +12,8 @@ Q_LOGGING_CATEGORY(lcLink, "kova.link")
 
 namespace {
 
-// Writes the common head of a control frame: start bytes, length, device address, kind 0x01,
-// nine reserved zero bytes and the command code. Returns the offset of the first data byte.
-int writeHead(uint8_t *buf, uint16_t length, uint8_t devClass, uint8_t devNum, uint8_t cmd)
-{
-    buf[0] = 0xA5;
-    buf[1] = 0x6C;
-    buf[2] = SWITCHER_DATA::QLOBYTE(length);
-    buf[3] = SWITCHER_DATA::QHIBYTE(length);
-    buf[4] = devClass;
-    buf[5] = devNum;
-    buf[6] = 0x01;
-    std::memset(buf + 7, 0, 9);
-    buf[16] = cmd;
-    return 17;
-}
-
-// Appends the sum of everything written so far and the end byte.
-uint16_t writeTail(uint8_t *buf, int pos)
-{
-    const uint16_t sum = SWITCHER_DATA::CalcCheckSum(buf, pos);
-    buf[pos] = SWITCHER_DATA::QLOBYTE(sum);
-    buf[pos + 1] = SWITCHER_DATA::QHIBYTE(sum);
-    buf[pos + 2] = 0xAE;
-    return uint16_t(pos + 3);
-}
+using FrameCodec::writeHead;
+using FrameCodec::writeTail;
 
 uint16_t dataFrame(uint8_t *buf, uint8_t devClass, uint8_t devNum, uint8_t cmd,
                    std::initializer_list<uint8_t> data)

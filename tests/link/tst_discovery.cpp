@@ -1,6 +1,7 @@
 // Discovery through real sockets: the search leaves as a broadcast, replies come back from
 // stand-in units on loopback addresses, and the device table fills as the window expects.
 // Runs only inside a private network namespace (netns-run.sh).
+#include "searchreply.h"
 #include "workdata.h"
 
 #include <QRandomGenerator>
@@ -10,24 +11,9 @@
 
 namespace {
 
-// A search reply as a unit sends it: child type at 14, 0x01 then the name from 17, the
-// unit identifier in the last three data bytes. The sum is added here; the frame layout is
-// what is under test, not the arithmetic.
-QByteArray reply(uint8_t devClass, uint8_t childType, const QByteArray &nameField, QByteArray id)
+QByteArray reply(uint8_t devClass, uint8_t childType, const QByteArray &nameField, const QByteArray &id)
 {
-    QByteArray f;
-    f.append(char(0xA5)).append(char(0x6C)).append(2, '\0');
-    f.append(char(devClass)).append(char(0xFF)).append(char(0x01)).append(7, '\0');
-    f.append(char(childType)).append('\0').append(char(0xFF));
-    f.append(char(0x01)).append(nameField).append(id);
-    const int len = f.size() + 3;
-    f[2] = char(len & 0xFF);
-    f[3] = char(len >> 8);
-    uint16_t sum = 0;
-    for (char c : f)
-        sum = uint16_t(sum + uint8_t(c));
-    f.append(char(sum & 0xFF)).append(char(sum >> 8)).append(char(0xAE));
-    return f;
+    return searchReply(devClass, childType, nameField, id);
 }
 
 QByteArray id(int a, int b, int c)

@@ -3,6 +3,7 @@
 #include "app/devicemodel.h"
 #include "app/groupbox_right.h"
 #include "app/showsearch.h"
+#include "searchreply.h"
 #include "workdata.h"
 
 #include <QListWidget>
@@ -14,19 +15,8 @@ namespace {
 
 QByteArray reply(uint8_t childType, const QByteArray &name, uint8_t idByte)
 {
-    QByteArray f;
-    f.append(char(0xA5)).append(char(0x6C)).append(2, '\0');
-    f.append(char(0xA5)).append(char(0xFF)).append(char(0x01)).append(7, '\0');
-    f.append(char(childType)).append('\0').append(char(0xFF));
-    f.append(char(0x01)).append(name).append("-1").append(char(idByte)).append(char(0x10)).append(char(0x20));
-    const int len = f.size() + 3;
-    f[2] = char(len & 0xFF);
-    f[3] = char(len >> 8);
-    uint16_t sum = 0;
-    for (char c : f)
-        sum = uint16_t(sum + uint8_t(c));
-    f.append(char(sum & 0xFF)).append(char(sum >> 8)).append(char(0xAE));
-    return f;
+    return searchReply(0xA5, childType, name + "-1",
+                       QByteArray(1, char(idByte)).append(char(0x10)).append(char(0x20)));
 }
 
 QStringList texts(const QListWidget *list)
