@@ -1,0 +1,915 @@
+// The RVX3210 panel driven offscreen, its traffic caught on the wire: the panel talks to a
+// unit whose main board is 127.0.0.2 and HIS board 127.0.0.3; the test listens there on port
+// 7000 and answers the panel on 127.0.0.1:7000.
+#include "RVX3210/below_widget.h"
+#include "RVX3210/middle_widget.h"
+#include "RVX3210/plane_botton.h"
+#include "RVX3210/plane_right.h"
+#include "RVX3210/qslider_left.h"
+#include "RVX3210/qslider_right.h"
+#include "RVX3210/rvx3210ui.h"
+#include "RVX3210/tbarsequencer.h"
+#include "RVX3210/upper_widget.h"
+#include "app/showsearch.h"
+#include "rvx3210_workdata.h"
+
+#include <QApplication>
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPixmap>
+#include <QPointer>
+#include <QPushButton>
+#include <QRegularExpressionValidator>
+#include <QSlider>
+#include <QSpinBox>
+#include <QTimer>
+#include <QUdpSocket>
+#include <QtTest>
+#include <functional>
+#include <sys/resource.h>
+
+namespace {
+
+const char *const MainIp = "127.0.0.2";
+const char *const HisIp = "127.0.0.3";
+constexpr quint16 Port = 7000;
+constexpr auto Share = QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint;
+
+QByteArray hex(const char *h)
+{
+    return QByteArray::fromHex(h);
+}
+
+// Appends the 16-bit sum and the end byte; the test's own arithmetic, not the panel's.
+QByteArray seal(QByteArray head)
+{
+    quint16 sum = 0;
+    for (char c : head)
+        sum = quint16(sum + uint8_t(c));
+    head.append(char(sum & 0xFF));
+    head.append(char(sum >> 8));
+    head.append(char(0xAE));
+    return head;
+}
+
+// A state reply of the short form carrying `record`.
+QByteArray stateReply(const QByteArray &record)
+{
+    const int len = 17 + 3 + record.size() + 1 + 3;
+    QByteArray head = hex("a56c0000a5ff0100000000000000000049");
+    head[2] = char(len & 0xFF);
+    head[3] = char(len >> 8);
+    return seal(head + "#\x01#" + record + "#");
+}
+
+// pgm 1, pvw 2, AFV, CH1 IN1 vol 50, CH2 IN2 vol 50, MIX transition, FTB off, PIP off,
+// border off/white/2, size small at 0/0, still off, rate 0, 1080P60, F3 off.
+const QByteArray BaseRecord = hex("0102000332043201000000000002000000000000000700000000");
+
+QByteArray record(std::initializer_list<std::pair<int, uint8_t>> changes)
+{
+    QByteArray r = BaseRecord;
+    for (const auto &[at, v] : changes)
+        r[at] = char(v);
+    return r;
+}
+
+// Answers the next modal box or dialog with `act`, from inside its own event loop.
+void onNextModal(std::function<void(QWidget *)> act)
+{
+    auto *timer = new QTimer;
+    timer->setInterval(10);
+    QObject::connect(timer, &QTimer::timeout, [timer, act] {
+        if (QWidget *w = QApplication::activeModalWidget()) {
+            timer->stop();
+            timer->deleteLater();
+            act(w);
+        }
+    });
+    timer->start();
+}
+
+// Closes the next warning box and hands its text back through `text`.
+void dismissWarning(QString *text)
+{
+    onNextModal([text](QWidget *w) {
+        auto *box = qobject_cast<QMessageBox *>(w);
+        if (box) {
+            *text = box->windowTitle() + QLatin1Char('/') + box->text();
+            box->done(0);
+        } else {
+            w->close();
+        }
+    });
+}
+
+bool lit(const QAbstractButton *key, const char *path)
+{
+    return key->styleSheet().contains(QLatin1String(path));
+}
+
+} // namespace
+
+class TestRvx3210Panel : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void tbarUpAndDown();
+    void cutSwapsLights_data();
+    void cutSwapsLights();
+    void autoKeepsEventsFlowing_data();
+    void autoKeepsEventsFlowing();
+    void ftbBlinks();
+    void ftbStateByte();
+    void f1CodesToIndexes_data();
+    void f1CodesToIndexes();
+    void f1DialogSendsListIndex();
+    void stateReplyLightsKeys_data();
+    void stateReplyLightsKeys();
+    void shortRecordUpdatesWhatItCarries();
+    void stateDumpLabels();
+    void volumeWithoutSourceWarns();
+    void pipKeyShowsPane();
+    void pipRanges_data();
+    void pipRanges();
+    void pipPositionWithoutSizeWarns();
+    void faderFramePerStep();
+    void addressValidator_data();
+    void addressValidator();
+    void networkPageWarnings_data();
+    void networkPageWarnings();
+    void networkPageSends();
+    void hisRepliesShown();
+    void doubledSlashPathsLoad();
+    void returnFreesPortAndReopens();
+
+private:
+    // Datagrams that reached `sock` until `count` are there or the wait ends.
+    QByteArrayList take(QUdpSocket *sock, int count, int timeoutMs = 3000);
+    QByteArrayList drain(QUdpSocket *sock);
+    void feed(const QByteArray &datagram, const char *from = MainIp);
+    void feedState(const QByteArray &rec);
+
+    QUdpSocket *m_main = nullptr;
+    QUdpSocket *m_his = nullptr;
+    QPointer<RVX3210UI> m_panel;
+    QByteArrayList m_pending;
+};
+
+void TestRvx3210Panel::initTestCase()
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
+    m_main = new QUdpSocket(this);
+    m_his = new QUdpSocket(this);
+    QVERIFY(m_main->bind(QHostAddress(MainIp), Port, Share));
+    QVERIFY(m_his->bind(QHostAddress(HisIp), Port, Share));
+}
+
+void TestRvx3210Panel::init()
+{
+    m_panel = new RVX3210UI;
+    QVERIFY(m_panel->link()->isBound());
+    m_panel->DevTypeID(MainIp, 0xA5, 0xFF, HisIp, 0xE0, 0xFF);
+    // The one state read of a panel that has just been bound.
+    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1400a5ff01000000000000000000491303ae")});
+}
+
+void TestRvx3210Panel::cleanup()
+{
+    delete m_panel;
+    drain(m_main);
+    drain(m_his);
+}
+
+QByteArrayList TestRvx3210Panel::drain(QUdpSocket *sock)
+{
+    QByteArrayList got;
+    while (sock->hasPendingDatagrams()) {
+        QByteArray d(int(sock->pendingDatagramSize()), '\0');
+        sock->readDatagram(d.data(), d.size());
+        got << d;
+    }
+    return got;
+}
+
+QByteArrayList TestRvx3210Panel::take(QUdpSocket *sock, int count, int timeoutMs)
+{
+    QByteArrayList got = drain(sock);
+    QElapsedTimer t;
+    t.start();
+    while (got.size() < count && t.elapsed() < timeoutMs) {
+        sock->waitForReadyRead(50);
+        QCoreApplication::processEvents();
+        got << drain(sock);
+    }
+    return got;
+}
+
+void TestRvx3210Panel::feed(const QByteArray &datagram, const char *from)
+{
+    QUdpSocket *sock = QByteArray(from) == HisIp ? m_his : m_main;
+    sock->writeDatagram(datagram, QHostAddress::LocalHost, Port);
+}
+
+void TestRvx3210Panel::feedState(const QByteArray &rec)
+{
+    QSignalSpy spy(m_panel->link(), &RVX3210_workdata::on_signals_3210Data);
+    feed(stateReply(rec));
+    QVERIFY(spy.wait(3000));
+    // A state value that differs from the shown one goes back to the unit as a command;
+    // those echoes are not what the tests look at.
+    drain(m_main);
+}
+
+void TestRvx3210Panel::tbarUpAndDown()
+{
+    Below_Widget *below = m_panel->lowerRow();
+    below->set_PGMCH_Style(1);
+    below->set_PVWCH_Style(2);
+    QSlider_Right *tbar = m_panel->tbar();
+
+    QByteArrayList up;
+    for (int v = 1; v <= 127; ++v) {
+        tbar->setValue(v);
+        if (v == 60)
+            QVERIFY(lit(below->btnAuto(), ":/images/red/AUTO.bmp"));
+    }
+    up = take(m_main, 128);
+    QCOMPARE(up.size(), 128);
+    QCOMPARE(up.at(0), hex("a56c1600a5ff010000000000000000008201015003ae"));
+    QCOMPARE(up.at(125), hex("a56c1600a5ff0100000000000000000082017ecd03ae"));
+    for (int i = 0; i < 126; ++i) {
+        QCOMPARE(uint8_t(up.at(i).at(17)), uint8_t(1));
+        QCOMPARE(int(uint8_t(up.at(i).at(18))), i + 1);
+    }
+    // At the top: the end mark, then the first step of the way back.
+    QCOMPARE(up.at(126), hex("a56c1600a5ff01000000000000000000820180cf03ae"));
+    QCOMPARE(up.at(127), hex("a56c1600a5ff010000000000000000008200004e03ae"));
+    QVERIFY(lit(below->pgmGroup()->button(2), ":/images/red/png/2.png"));
+    QVERIFY(lit(below->pvwGroup()->button(1), ":/images/green//png/1.png"));
+    QVERIFY(lit(below->btnAuto(), ":/images/white/AUTO.bmp"));
+    QVERIFY(m_panel->tbarSequencer()->slider_returning);
+
+    for (int v = 126; v >= 0; --v)
+        tbar->setValue(v);
+    const QByteArrayList down = take(m_main, 128);
+    QCOMPARE(down.size(), 128);
+    QCOMPARE(down.at(0), hex("a56c1600a5ff010000000000000000008200014f03ae"));
+    for (int i = 0; i < 126; ++i) {
+        QCOMPARE(uint8_t(down.at(i).at(17)), uint8_t(0));
+        QCOMPARE(int(uint8_t(down.at(i).at(18))), i + 1);
+    }
+    QCOMPARE(down.at(125), hex("a56c1600a5ff0100000000000000000082007ecc03ae"));
+    QCOMPARE(down.at(126), hex("a56c1600a5ff01000000000000000000820080ce03ae"));
+    QCOMPARE(down.at(127), hex("a56c1600a5ff010000000000000000008201004f03ae"));
+    // Swapped back once, and only once.
+    QCOMPARE(below->BtnPGMstate(), uint8_t(1));
+    QCOMPARE(below->BtnPVWstate(), uint8_t(2));
+    QVERIFY(lit(below->pgmGroup()->button(1), ":/images/red/png/1.png"));
+    QVERIFY(lit(below->pvwGroup()->button(2), ":/images/green//png/2.png"));
+    QVERIFY(!m_panel->tbarSequencer()->slider_returning);
+}
+
+void TestRvx3210Panel::cutSwapsLights_data()
+{
+    QTest::addColumn<bool>("pip");
+    QTest::addColumn<int>("pgmAfter");
+    QTest::addColumn<int>("pvwAfter");
+    QTest::newRow("PIP off swaps") << false << 4 << 9;
+    QTest::newRow("PIP on keeps") << true << 9 << 4;
+}
+
+void TestRvx3210Panel::cutSwapsLights()
+{
+    QFETCH(bool, pip);
+    QFETCH(int, pgmAfter);
+    QFETCH(int, pvwAfter);
+    Below_Widget *below = m_panel->lowerRow();
+    m_panel->on_Middle_Singnale_btnPIP(pip);
+    below->set_PGMCH_Style(9);
+    below->set_PVWCH_Style(4);
+
+    QElapsedTimer t;
+    t.start();
+    below->btnCut()->click();
+    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1400a5ff01000000000000000000834d03ae")});
+    QCOMPARE(int(below->BtnPGMstate()), pgmAfter);
+    QCOMPARE(int(below->BtnPVWstate()), pvwAfter);
+    QVERIFY(lit(below->btnCut(), ":/images/red/CUT.bmp"));
+    // A second click restarts the 300 ms light.
+    below->btnCut()->click();
+    QElapsedTimer second;
+    second.start();
+    QTRY_VERIFY_WITH_TIMEOUT(lit(below->btnCut(), ":/images/white/CUT.bmp"), 2000);
+    QVERIFY(second.elapsed() >= 290);
+    QCOMPARE(take(m_main, 1).size(), 1);
+}
+
+void TestRvx3210Panel::autoKeepsEventsFlowing_data()
+{
+    QTest::addColumn<bool>("pip");
+    QTest::newRow("PIP off") << false;
+    QTest::newRow("PIP on") << true;
+}
+
+void TestRvx3210Panel::autoKeepsEventsFlowing()
+{
+    QFETCH(bool, pip);
+    Below_Widget *below = m_panel->lowerRow();
+    feedState(BaseRecord);
+    m_panel->on_Middle_Singnale_btnPIP(pip);
+
+    // In the middle of the wait: a reply that moves the rate lamp and a click on PGM 3.
+    bool autoLitDuringWait = false;
+    QTimer::singleShot(150, this, [&] {
+        autoLitDuringWait = lit(below->btnAuto(), ":/images/red/AUTO.bmp");
+        feed(stateReply(record({{0, 1}, {1, 2}, {10, uint8_t(pip)}, {20, 2}})));
+    });
+    QTimer::singleShot(400, this, [&] { below->pgmGroup()->button(3)->click(); });
+
+    rusage before{}, after{};
+    getrusage(RUSAGE_SELF, &before);
+    QElapsedTimer t;
+    t.start();
+    below->btnAuto()->click();
+    const qint64 wall = t.elapsed();
+    getrusage(RUSAGE_SELF, &after);
+    const double cpuMs = (after.ru_utime.tv_sec - before.ru_utime.tv_sec) * 1e3 +
+                         (after.ru_utime.tv_usec - before.ru_utime.tv_usec) / 1e3 +
+                         (after.ru_stime.tv_sec - before.ru_stime.tv_sec) * 1e3 +
+                         (after.ru_stime.tv_usec - before.ru_stime.tv_usec) / 1e3;
+
+    QVERIFY2(wall >= 890, qPrintable(QString::number(wall)));
+    // The wait sleeps in the event loop; a spinning wait would burn the whole 900 ms.
+    QVERIFY2(cpuMs < 0.5 * wall, qPrintable(QStringLiteral("cpu %1 ms of %2 ms").arg(cpuMs).arg(wall)));
+    QVERIFY(autoLitDuringWait);
+    const QByteArrayList sent = take(m_main, 2);
+    QCOMPARE(sent, (QByteArrayList{hex("a56c1400a5ff01000000000000000000844e03ae"),
+                                   hex("a56c1500a5ff0100000000000000000080034e03ae")}));
+    QVERIFY(lit(below->rateGroup()->button(2), ":/images/green/RATE3.bmp"));
+    QVERIFY(lit(below->btnAuto(), ":/images/white/AUTO.bmp"));
+    // The click during the wait made PGM 3; the swap after the wait works on that.
+    QCOMPARE(int(below->BtnPGMstate()), pip ? 3 : 2);
+    QCOMPARE(int(below->BtnPVWstate()), pip ? 2 : 3);
+}
+
+void TestRvx3210Panel::ftbBlinks()
+{
+    Upper_Widget *upper = m_panel->upperRow();
+    QPushButton *ftb = upper->btnFTB();
+    ftb->click();
+    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1400a5ff01000000000000000000854f03ae")});
+    QVERIFY(upper->ftbOn());
+    QCOMPARE(upper->blinkTimer()->interval(), 400);
+    // Phase false shows white first, then red, then white again.
+    QTRY_VERIFY_WITH_TIMEOUT(lit(ftb, ":/images/red/FTB.bmp"), 2000);
+    QTRY_VERIFY_WITH_TIMEOUT(lit(ftb, ":/images/white/FTB.bmp"), 2000);
+    QTRY_VERIFY_WITH_TIMEOUT(lit(ftb, ":/images/red/FTB.bmp"), 2000);
+
+    ftb->click();
+    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1400a5ff01000000000000000000854f03ae")});
+    QVERIFY(!upper->ftbOn());
+    QVERIFY(!upper->blinkTimer()->isActive());
+    QVERIFY(lit(ftb, ":/images/white/FTB.bmp"));
+}
+
+void TestRvx3210Panel::ftbStateByte()
+{
+    Upper_Widget *upper = m_panel->upperRow();
+    feedState(record({{9, 1}}));
+    QVERIFY(upper->ftbOn());
+    QVERIFY(upper->blinkTimer()->isActive());
+    QTRY_VERIFY_WITH_TIMEOUT(lit(upper->btnFTB(), ":/images/red/FTB.bmp"), 2000);
+    // Another "on" restarts the timer but keeps the phase.
+    const bool phase = upper->ftbPhase();
+    feedState(record({{9, 1}}));
+    QCOMPARE(upper->ftbPhase(), phase);
+    QVERIFY(upper->blinkTimer()->isActive());
+    feedState(record({{9, 2}}));
+    QVERIFY(upper->ftbOn());
+    feedState(record({{9, 0}}));
+    QVERIFY(!upper->ftbOn());
+    QVERIFY(!upper->blinkTimer()->isActive());
+    QVERIFY(lit(upper->btnFTB(), ":/images/white/FTB.bmp"));
+    // The panel only reads on request; the replies above asked for nothing.
+    QCOMPARE(take(m_main, 1, 100).size(), 0);
+}
+
+void TestRvx3210Panel::f1CodesToIndexes_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::addColumn<int>("index");
+    QTest::newRow("7 1080P60") << 7 << 0;
+    QTest::newRow("11 1080P50") << 11 << 1;
+    QTest::newRow("9 1080I60") << 9 << 2;
+    QTest::newRow("1 1080I50") << 1 << 3;
+    QTest::newRow("3 1080P30") << 3 << 4;
+    QTest::newRow("13 1080P25") << 13 << 5;
+    QTest::newRow("5 1080P24") << 5 << 6;
+    QTest::newRow("even code ignored") << 2 << 5;
+    QTest::newRow("15 ignored") << 15 << 5;
+    QTest::newRow("0 ignored") << 0 << 5;
+}
+
+void TestRvx3210Panel::f1CodesToIndexes()
+{
+    QFETCH(int, code);
+    QFETCH(int, index);
+    Upper_Widget *upper = m_panel->upperRow();
+    feedState(record({{21, 13}}));
+    QCOMPARE(upper->outputFormatIndex(), 5);
+    feedState(record({{21, uint8_t(code)}}));
+    QCOMPARE(upper->outputFormatIndex(), index);
+}
+
+void TestRvx3210Panel::f1DialogSendsListIndex()
+{
+    Upper_Widget *upper = m_panel->upperRow();
+    feedState(record({{21, 11}}));
+    int shown = -2;
+    QStringList items;
+    onNextModal([&](QWidget *w) {
+        auto *list = w->findChild<QComboBox *>();
+        shown = list->currentIndex();
+        for (int i = 0; i < list->count(); ++i)
+            items << list->itemText(i);
+        list->setCurrentIndex(4);
+        qobject_cast<QDialog *>(w)->reject();
+    });
+    upper->btnF1()->click();
+    QCOMPARE(shown, 1);
+    QCOMPARE(items,
+             (QStringList{"1080P60", "1080P50", "1080I60", "1080I50", "1080P30", "1080P25", "1080P24"}));
+    // The list index (4), not the unit's code for 1080P30 (3).
+    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1500a5ff01000000000000000000a3047203ae")});
+}
+
+void TestRvx3210Panel::stateReplyLightsKeys_data()
+{
+    QTest::addColumn<QByteArray>("rec");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("path");
+
+    QTest::newRow("pgm 3 red") << record({{0, 3}}) << "pgm3"
+                               << ":/images/red/png/3.png";
+    QTest::newRow("pgm bar red") << record({{0, 9}}) << "pgm9"
+                                 << ":/images/red/BAR.bmp";
+    QTest::newRow("pgm 5 leaves 1 white") << record({{0, 5}}) << "pgm1"
+                                          << ":/images/white/png/1.png";
+    QTest::newRow("pvw 1 doubled slash") << record({{1, 1}}) << "pvw1"
+                                         << ":/images/green//png/1.png";
+    QTest::newRow("pvw 4 green") << record({{1, 4}}) << "pvw4"
+                                 << ":/images/green/png/4.png";
+    QTest::newRow("rate 2") << record({{20, 1}}) << "rate1"
+                            << ":/images/green/RATE2.bmp";
+    QTest::newRow("rate 4 none") << record({{20, 4}}) << "rate0"
+                                 << ":/images/white/RATE1.bmp";
+    QTest::newRow("AFV") << record({{2, 0}}) << "afv"
+                         << ":/images/green/AFV.bmp";
+    QTest::newRow("audio MIX") << record({{2, 1}}) << "amix"
+                               << ":/images/green/MIX.bmp";
+    QTest::newRow("trans FADE") << record({{7, 2}}) << "t2"
+                                << ":/images/green/FADE.bmp";
+    QTest::newRow("wipe left") << record({{7, 4}, {8, 0}}) << "t5"
+                               << ":/images/green/LEFT.bmp";
+    QTest::newRow("wipe up") << record({{7, 4}, {8, 2}}) << "t3"
+                             << ":/images/green/UP.bmp";
+    QTest::newRow("wipe right") << record({{7, 4}, {8, 4}}) << "t6"
+                                << ":/images/green/RIGHT.bmp";
+    QTest::newRow("wipe down") << record({{7, 4}, {8, 6}}) << "t4"
+                               << ":/images/green/DOWN.bmp";
+    QTest::newRow("wipe 1 lights nothing") << record({{7, 4}, {8, 1}}) << "none"
+                                           << "";
+    QTest::newRow("type 3 lights nothing") << record({{7, 3}}) << "none"
+                                           << "";
+    QTest::newRow("still on") << record({{19, 1}}) << "still"
+                              << ":/images/green/STILL.bmp";
+    QTest::newRow("F3 on at 255") << record({{24, 255}}) << "f3"
+                                  << ":/images/green/F3.bmp";
+    QTest::newRow("F3 1 ignored") << record({{24, 1}}) << "f3"
+                                  << ":/images/white/F3.bmp";
+}
+
+void TestRvx3210Panel::stateReplyLightsKeys()
+{
+    QFETCH(QByteArray, rec);
+    QFETCH(QString, key);
+    QFETCH(QString, path);
+    Below_Widget *below = m_panel->lowerRow();
+    Middle_widget *middle = m_panel->middleRow();
+    feedState(rec);
+
+    QPushButton *button = nullptr;
+    if (key.startsWith("pgm"))
+        button = qobject_cast<QPushButton *>(below->pgmGroup()->button(key.mid(3).toInt()));
+    else if (key.startsWith("pvw"))
+        button = qobject_cast<QPushButton *>(below->pvwGroup()->button(key.mid(3).toInt()));
+    else if (key.startsWith("rate"))
+        button = qobject_cast<QPushButton *>(below->rateGroup()->button(key.mid(4).toInt()));
+    else if (key == "afv")
+        button = middle->btnAFV();
+    else if (key == "amix")
+        button = middle->btnMIX();
+    else if (key.startsWith('t'))
+        button = qobject_cast<QPushButton *>(middle->transitions()->button(key.mid(1).toInt()));
+    else if (key == "still")
+        button = middle->btnSTILL();
+    else if (key == "f3")
+        button = m_panel->upperRow()->btnF3();
+
+    if (key == "none") {
+        for (QAbstractButton *b : middle->transitions()->buttons())
+            QVERIFY2(b->styleSheet().contains(":/images/white/"), qPrintable(b->styleSheet()));
+        return;
+    }
+    QVERIFY(button);
+    QVERIFY2(lit(button, path.toLatin1().constData()), qPrintable(button->styleSheet()));
+    if (key == "afv")
+        QVERIFY(!middle->ch1Source()->isEnabled() && !middle->ch2Source()->isEnabled());
+    if (key == "amix")
+        QVERIFY(middle->ch1Source()->isEnabled() && middle->ch2Source()->isEnabled());
+}
+
+void TestRvx3210Panel::shortRecordUpdatesWhatItCarries()
+{
+    Below_Widget *below = m_panel->lowerRow();
+    Upper_Widget *upper = m_panel->upperRow();
+    feedState(record({{0, 4}, {1, 3}, {20, 2}, {21, 9}}));
+    QCOMPARE(upper->outputFormatIndex(), 2);
+    // Two bytes: PGM and PVW only; the rate and output format stay as they were.
+    feedState(hex("0201"));
+    QCOMPARE(int(below->BtnPGMstate()), 2);
+    QCOMPARE(int(below->BtnPVWstate()), 1);
+    QVERIFY(lit(qobject_cast<QPushButton *>(below->rateGroup()->button(2)), ":/images/green/RATE3.bmp"));
+    QCOMPARE(upper->outputFormatIndex(), 2);
+    // Eight bytes: the wipe byte is missing, so the transition keys are left alone.
+    feedState(record({{7, 2}}));
+    feedState(record({{7, 1}}).left(8));
+    QVERIFY(lit(qobject_cast<QPushButton *>(m_panel->middleRow()->transitions()->button(2)),
+                ":/images/green/FADE.bmp"));
+}
+
+QStringList g_log;
+
+void TestRvx3210Panel::stateDumpLabels()
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false\nkova.panel.rvx3210.debug=true"));
+    g_log.clear();
+    const QtMessageHandler previous = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext &, const QString &msg) { g_log << msg; });
+    feedState(record({{0, 0x0a}, {25, 0xfe}}));
+    const QStringList full = g_log;
+    g_log.clear();
+    feedState(hex("0301"));
+    qInstallMessageHandler(previous);
+    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
+
+    QVERIFY(full.contains(QStringLiteral("pgmCh:         0a")));
+    QVERIFY(full.contains(QStringLiteral("PIP_Bor_Width: 02")));
+    QVERIFY(full.contains(QStringLiteral("outputReso:    07")));
+    QVERIFY(full.contains(QStringLiteral("Rotate:        fe")));
+    QCOMPARE(full.filter(QRegularExpression("^[A-Za-z_0-9]+: +[0-9a-f]{2}$")).size(), 26);
+    // A two-byte record dumps two labelled lines.
+    QCOMPARE(g_log.filter(QRegularExpression("^[A-Za-z_0-9]+: +[0-9a-f]{2}$")),
+             (QStringList{"pgmCh:         03", "pvwCh:         01"}));
+}
+
+void TestRvx3210Panel::volumeWithoutSourceWarns()
+{
+    Middle_widget *middle = m_panel->middleRow();
+    QCOMPARE(middle->ch2Source()->currentIndex(), -1);
+    QString text;
+    dismissWarning(&text);
+    middle->ch2Volume()->setValue(55);
+    QCOMPARE(text, QStringLiteral("Warning/please choose CH1 source"));
+    QCOMPARE(take(m_main, 1, 100).size(), 0);
+
+    middle->ch1Source()->setCurrentIndex(5);
+    middle->ch1Volume()->setValue(55);
+    QCOMPARE(take(m_main, 2), (QByteArrayList{hex("a56c1500a5ff01000000000000000000b9088c03ae"),
+                                              hex("a56c1500a5ff01000000000000000000ce37d003ae")}));
+}
+
+void TestRvx3210Panel::pipKeyShowsPane()
+{
+    m_panel->show();
+    QVERIFY(!m_panel->pipPane()->isVisible());
+    m_panel->middleRow()->btnPIP()->click();
+    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1500a5ff0100000000000000000086015203ae")});
+    QVERIFY(m_panel->pipPane()->isVisible());
+    QVERIFY(m_panel->lowerRow()->pipFlag());
+    m_panel->middleRow()->btnPIP()->click();
+    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1500a5ff0100000000000000000086005103ae")});
+    QVERIFY(!m_panel->pipPane()->isVisible());
+    // The unit's PIP state opens the pane too.
+    feedState(record({{10, 1}}));
+    QVERIFY(m_panel->pipPane()->isVisible());
+    feedState(record({{10, 7}}));
+    QVERIFY(m_panel->pipPane()->isVisible());
+}
+
+void TestRvx3210Panel::pipRanges_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<int>("hMax");
+    QTest::addColumn<int>("vMax");
+    QTest::addColumn<QByteArrayList>("frames");
+    // From H 1440 / V 810 (the Small limits) the spin boxes clamp and send, then the size goes.
+    QTest::newRow("Small") << 0 << 1440 << 810
+                           << QByteArrayList{hex("a56c1500a5ff01000000000000000000a2006d03ae")};
+    QTest::newRow("Medium") << 1 << 1280 << 720
+                            << QByteArrayList{hex("a56c1600a5ff01000000000000000000a000057103ae"),
+                                              hex("a56c1600a5ff01000000000000000000a1d0023f04ae"),
+                                              hex("a56c1500a5ff01000000000000000000a2016e03ae")};
+    QTest::newRow("Large") << 2 << 960 << 540
+                           << QByteArrayList{hex("a56c1600a5ff01000000000000000000a0c0032f04ae"),
+                                             hex("a56c1600a5ff01000000000000000000a11c028b03ae"),
+                                             hex("a56c1500a5ff01000000000000000000a2026f03ae")};
+}
+
+void TestRvx3210Panel::pipRanges()
+{
+    QFETCH(int, size);
+    QFETCH(int, hMax);
+    QFETCH(int, vMax);
+    QFETCH(QByteArrayList, frames);
+    Plane_Right *pip = m_panel->pipPane();
+    pip->sizeList()->setCurrentIndex(0);
+    pip->hPosition()->setValue(1440);
+    pip->vPosition()->setValue(810);
+    take(m_main, 3);
+    if (size == 0)
+        pip->sizeList()->setCurrentIndex(1);
+    take(m_main, 3, 200);
+
+    pip->sizeList()->setCurrentIndex(size);
+    QCOMPARE(pip->hPosition()->maximum(), hMax);
+    QCOMPARE(pip->vPosition()->maximum(), vMax);
+    QCOMPARE(take(m_main, frames.size()), frames);
+}
+
+void TestRvx3210Panel::pipPositionWithoutSizeWarns()
+{
+    Plane_Right *pip = m_panel->pipPane();
+    QString text;
+    dismissWarning(&text);
+    pip->hPosition()->setValue(100);
+    QCOMPARE(text, QStringLiteral("Warning/please choose Size"));
+    text.clear();
+    dismissWarning(&text);
+    pip->vPosition()->setValue(100);
+    QCOMPARE(text, QStringLiteral("Warning/please choose Size"));
+    QCOMPARE(take(m_main, 1, 100).size(), 0);
+
+    // Border width 1 from the unit is no width: the box keeps its value and sends nothing.
+    pip->borderWidth()->setValue(5);
+    take(m_main, 1);
+    pip->set_BorderWidth_Style(1);
+    QCOMPARE(pip->borderWidth()->value(), 5);
+    // The unit's positions come high byte first, and go back low byte first.
+    pip->sizeList()->setCurrentIndex(0);
+    take(m_main, 1);
+    pip->set_Hposition_Style(0x01, 0x40);
+    QCOMPARE(pip->hPosition()->value(), 320);
+    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1600a5ff01000000000000000000a04001ad03ae")});
+}
+
+void TestRvx3210Panel::faderFramePerStep()
+{
+    QSlider_Left *left = m_panel->audioSliders();
+    left->sliderMaster()->setValue(9);
+    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1800a5ff01000000000000000000b4000000098b03ae")});
+    left->sliderCh1()->setValue(5);
+    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1800a5ff01000000000000000000b4050000099003ae")});
+
+    // A keyboard step is 2, sent unscaled.
+    left->sliderCh2()->setFocus();
+    QTest::keyClick(left->sliderCh2(), Qt::Key_Up);
+    QCOMPARE(left->sliderCh2()->value(), 2);
+    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1800a5ff01000000000000000000b4050200099203ae")});
+
+    // A full drag of channel 1: one frame per value, each with all three levels.
+    for (int v = 6; v <= 127; ++v)
+        left->sliderCh1()->setValue(v);
+    const QByteArrayList drag = take(m_main, 122);
+    QCOMPARE(drag.size(), 122);
+    for (int i = 0; i < drag.size(); ++i)
+        QCOMPARE(drag.at(i).mid(16, 5).toHex(),
+                 QByteArray("b4") + QByteArray::number(6 + i, 16).rightJustified(2, '0') + "0200" + "09");
+    QCOMPARE(drag.last(), hex("a56c1800a5ff01000000000000000000b47f0200090c04ae"));
+
+    // The unit's levels never move the faders.
+    feedState(record({{4, 100}, {6, 10}}));
+    QCOMPARE(left->sliderCh1()->value(), 127);
+}
+
+void TestRvx3210Panel::addressValidator_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("state");
+    QTest::newRow("address") << "192.168.1.20" << int(QValidator::Acceptable);
+    QTest::newRow("255 ok") << "255.255.255.0" << int(QValidator::Acceptable);
+    QTest::newRow("256 refused") << "256.1.1.1" << int(QValidator::Invalid);
+    QTest::newRow("letters refused") << "10.a.0.1" << int(QValidator::Invalid);
+    QTest::newRow("three parts incomplete") << "10.0.0" << int(QValidator::Intermediate);
+    QTest::newRow("five parts refused") << "1.2.3.4.5" << int(QValidator::Invalid);
+}
+
+void TestRvx3210Panel::addressValidator()
+{
+    QFETCH(QString, text);
+    QFETCH(int, state);
+    Plane_Botton *page = m_panel->networkPage();
+    for (QLineEdit *edit : {page->devIpEdit(), page->hisIpEdit(), page->hisSubnetEdit(),
+                            page->hisGatewayEdit(), page->hisDnsEdit()}) {
+        QVERIFY(edit->validator());
+        QString t = text;
+        int pos = 0;
+        QCOMPARE(int(edit->validator()->validate(t, pos)), state);
+    }
+}
+
+void TestRvx3210Panel::networkPageWarnings_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("urlLength");
+    QTest::addColumn<QString>("warning");
+    QTest::newRow("name of 17 bytes") << QString(17, 'n') << 10 << "Warning/OtherName Text Errors";
+    QTest::newRow("URL of 769 bytes") << "cam" << 769 << "Warning/Url Text Errors";
+    QTest::newRow("name 16 and URL 768 go") << QString(16, 'n') << 768 << "";
+}
+
+void TestRvx3210Panel::networkPageWarnings()
+{
+    QFETCH(QString, name);
+    QFETCH(int, urlLength);
+    QFETCH(QString, warning);
+    Plane_Botton *page = m_panel->networkPage();
+    page->urlIndex()->setCurrentIndex(2);
+    page->otherNameEdit()->setText(name);
+    page->urlEdit()->setText(QString(urlLength, 'u'));
+    QString text;
+    if (!warning.isEmpty())
+        dismissWarning(&text);
+    page->btnSetUrl()->click();
+    QCOMPARE(text, warning);
+    const QByteArrayList sent = take(m_his, warning.isEmpty() ? 1 : 0, warning.isEmpty() ? 3000 : 100);
+    QCOMPARE(sent.size(), warning.isEmpty() ? 1 : 0);
+    if (!sent.isEmpty()) {
+        QCOMPARE(sent.at(0).size(), 809);
+        QCOMPARE(sent.at(0).left(20), hex("a56c2903e0ff0100000000000000000067000210"));
+    }
+}
+
+void TestRvx3210Panel::networkPageSends()
+{
+    Plane_Botton *page = m_panel->networkPage();
+    // Opening the dialog shows what the link knows.
+    onNextModal([](QWidget *w) { qobject_cast<QDialog *>(w)->reject(); });
+    page->btnSet()->click();
+    QCOMPARE(page->devIpEdit()->text(), QString(MainIp));
+    QCOMPARE(page->hisIpEdit()->text(), QString(HisIp));
+
+    page->devIpEdit()->setText(QString());
+    QString text;
+    dismissWarning(&text);
+    page->btnSetDevIp()->click();
+    QCOMPARE(text, QStringLiteral("Warning/Text cannot be empty"));
+
+    page->devIpEdit()->setText("10.0.0");
+    page->btnSetDevIp()->click();
+    page->hisIpEdit()->setText("10.0.0.5");
+    page->hisSubnetEdit()->setText("255.255.255");
+    page->hisGatewayEdit()->setText("10.0.0.1");
+    page->btnSetHisIp()->click();
+    page->urlIndex()->setCurrentIndex(-1);
+    page->btnReadUrl()->click();
+    QCOMPARE(take(m_main, 1, 150).size(), 0);
+    QCOMPARE(take(m_his, 1, 150).size(), 0);
+
+    page->btnReadHis()->click();
+    QCOMPARE(take(m_his, 1),
+             QByteArrayList{hex("a56c2000e0ff01000000000000000000240000000000000000000000003503ae")});
+    page->urlIndex()->setCurrentIndex(2);
+    page->btnReadUrl()->click();
+    QCOMPARE(take(m_his, 1), QByteArrayList{hex("a56c1500e0ff010000000000000000006a027203ae")});
+    page->hisDnsEdit()->setText("8.8.4.4");
+    page->btnSetDns()->click();
+    QCOMPARE(take(m_his, 1).value(0).mid(16, 9), hex("230808040402503b8c"));
+
+    page->devIpEdit()->setText("10.0.0.9");
+    page->btnSetDevIp()->click();
+    QCOMPARE(take(m_main, 1),
+             QByteArrayList{hex("a56c2000a5ff00000000000000000000050a0000090000000000000000ed02ae")});
+    QCOMPARE(m_panel->link()->on_DevIP(), QStringLiteral("10.0.0.9"));
+}
+
+void TestRvx3210Panel::hisRepliesShown()
+{
+    Plane_Botton *page = m_panel->networkPage();
+    // Network address reply: IP at 2, mask at 6, gateway at 10, DNS at 20 of the payload.
+    QByteArray payload = hex("0001"
+                             "0a000005"
+                             "ffffff00"
+                             "0a000001"
+                             "000000000000"
+                             "01010101");
+    QSignalSpy his(m_panel->link(), &RVX3210_workdata::on_signals_3210HISData);
+    const QByteArray head = hex("a56c0000e0ff0100000000000000000024");
+    QByteArray frame = head + payload + "$";
+    frame[2] = char(frame.size() + 3);
+    feed(seal(frame), HisIp);
+    QVERIFY(his.wait(3000));
+    QCOMPARE(page->hisIpEdit()->text(), QStringLiteral("10.0.0.5"));
+    QCOMPARE(page->hisSubnetEdit()->text(), QStringLiteral("255.255.255.0"));
+    QCOMPARE(page->hisGatewayEdit()->text(), QStringLiteral("10.0.0.1"));
+    QCOMPARE(page->hisDnsEdit()->text(), QStringLiteral("1.1.1.1"));
+    QCOMPARE(m_panel->link()->on_HIS_DNS(), QStringLiteral("1.1.1.1"));
+
+    // A payload that stops inside the gateway shows the IP and mask only.
+    frame = head +
+            hex("0001"
+                "0a000006"
+                "ffff0000"
+                "0a00") +
+            "$";
+    frame[2] = char(frame.size() + 3);
+    feed(seal(frame), HisIp);
+    QVERIFY(his.wait(3000));
+    QCOMPARE(page->hisIpEdit()->text(), QStringLiteral("10.0.0.6"));
+    QCOMPARE(page->hisSubnetEdit()->text(), QStringLiteral("255.255.0.0"));
+    QCOMPARE(page->hisGatewayEdit()->text(), QStringLiteral("10.0.0.1"));
+
+    // URL reply laid out as the URL record: slot, name length, 16 name bytes, URL length.
+    QSignalSpy url(m_panel->link(), &RVX3210_workdata::on_signals_3210HIS_URL_Data);
+    const QByteArray u = "rtmp://10.0.0.7/live/b";
+    QByteArray body =
+        hex("0002") + char(3) + QByteArray("cam").leftJustified(16, '\0') + char(u.size()) + '\0' + u;
+    QByteArray urlFrame = hex("a56c0000e0ff010000000000000000006a") + body;
+    urlFrame[2] = char(urlFrame.size() + 3);
+    feed(seal(urlFrame), HisIp);
+    QVERIFY(url.wait(3000));
+    QCOMPARE(page->otherNameEdit()->text(), QStringLiteral("cam"));
+    QCOMPARE(page->urlEdit()->text(), QString::fromLatin1(u));
+
+    // A URL length beyond what arrived shows what there is.
+    urlFrame = hex("a56c0000e0ff010000000000000000006a") + hex("0001") + char(2) +
+               QByteArray("ab").leftJustified(16, '\0') + hex("c800") + "rtmp://x" + "j";
+    urlFrame[2] = char(urlFrame.size() + 3);
+    feed(seal(urlFrame), HisIp);
+    QVERIFY(url.wait(3000));
+    QCOMPARE(page->otherNameEdit()->text(), QStringLiteral("ab"));
+    QCOMPARE(page->urlEdit()->text(), QStringLiteral("rtmp://x"));
+}
+
+void TestRvx3210Panel::doubledSlashPathsLoad()
+{
+    QVERIFY(!QPixmap(":/images/green//png/1.png").isNull());
+    QVERIFY(!QPixmap(":/images/green//png/2.png").isNull());
+    QVERIFY(!QPixmap(":/images/red/BAR.bmp").isNull());
+}
+
+void TestRvx3210Panel::returnFreesPortAndReopens()
+{
+    delete m_panel;
+    take(m_main, 0, 0);
+    showsearch search(nullptr);
+    search.show();
+
+    for (int round = 0; round < 2; ++round) {
+        search.set3210UI(MainIp, 0xA5, 0xFF, HisIp, 0xE0, 0xFF);
+        QVERIFY(!search.isVisible());
+        RVX3210UI *panel = nullptr;
+        for (QWidget *w : QApplication::topLevelWidgets()) {
+            if (auto *p = qobject_cast<RVX3210UI *>(w); p && p->isVisible())
+                panel = p;
+        }
+        QVERIFY(panel);
+        QVERIFY2(panel->link()->isBound(), "port 7000 still held by the panel before");
+        QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1400a5ff01000000000000000000491303ae")});
+        m_panel = panel;
+        feedState(record({{0, 4}, {1, 3}}));
+        QVERIFY(lit(qobject_cast<QPushButton *>(panel->lowerRow()->pgmGroup()->button(4)),
+                    ":/images/red/png/4.png"));
+        panel->lowerRow()->btnCut()->click();
+        QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1400a5ff01000000000000000000834d03ae")});
+
+        QPointer<RVX3210UI> gone(panel);
+        panel->upperRow()->btnReturn()->click();
+        QVERIFY(search.isVisible());
+        QVERIFY(!panel->isVisible());
+        QTRY_VERIFY(gone.isNull());
+    }
+}
+
+QTEST_MAIN(TestRvx3210Panel)
+#include "tst_rvx3210panel.moc"
