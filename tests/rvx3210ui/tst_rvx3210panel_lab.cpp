@@ -1,0 +1,150 @@
+// Runs on the operator side of a lab whose first unit is an emulated RVX3210 (see
+// CMakeLists.txt): the search window finds it, a double-click opens its panel, and the panel
+// and the unit agree about what the operator did, across a return to the search window.
+#include "RVX3210/below_widget.h"
+#include "RVX3210/rvx3210ui.h"
+#include "RVX3210/upper_widget.h"
+#include "app/showsearch.h"
+#include "rvx3210_workdata.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QButtonGroup>
+#include <QDir>
+#include <QFile>
+#include <QListWidget>
+#include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QtTest>
+
+class TestRvx3210PanelLab : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void openCutReturnReopen();
+
+private:
+    // Double-clicks the unit's entry once it is listed and hands back the panel it opened.
+    void openUnit(showsearch &search, RVX3210UI *&panel);
+    int stateReads() const;
+    QString unitState(const QString &key) const;
+
+    QString m_main;
+    QString m_log;
+    QString m_stateDir;
+};
+
+namespace {
+
+bool lit(const QAbstractButton *key, const char *path)
+{
+    return key && key->styleSheet().contains(QLatin1String(path));
+}
+
+} // namespace
+
+void TestRvx3210PanelLab::initTestCase()
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
+    m_main = QString::fromLocal8Bit(qgetenv("LAB_UNITS")).split(' ').value(0);
+    m_log = QString::fromLocal8Bit(qgetenv("LAB_EMULATOR_LOG"));
+    m_stateDir = QString::fromLocal8Bit(qgetenv("LAB_STATE_DIR"));
+    QVERIFY2(!m_main.isEmpty() && !m_log.isEmpty() && !m_stateDir.isEmpty(), "run through lab/lab.sh");
+}
+
+int TestRvx3210PanelLab::stateReads() const
+{
+    QFile f(m_log);
+    if (!f.open(QIODevice::ReadOnly))
+        return -1;
+    const QByteArray needle = "rx unit=" + m_main.toLatin1() + " board=main cmd=0x49 ";
+    return f.readAll().count(needle);
+}
+
+QString TestRvx3210PanelLab::unitState(const QString &key) const
+{
+    QFile f(QDir(m_stateDir).filePath(m_main + QStringLiteral(".state")));
+    if (!f.open(QIODevice::ReadOnly))
+        return QString();
+    for (const QByteArray &line : f.readAll().split('\n')) {
+        if (line.startsWith(key.toLatin1() + '='))
+            return QString::fromLatin1(line.mid(key.size() + 1));
+    }
+    return QString();
+}
+
+void TestRvx3210PanelLab::openUnit(showsearch &search, RVX3210UI *&panel)
+{
+    panel = nullptr;
+    QListWidget *list = search.deviceList();
+    QListWidgetItem *item = nullptr;
+    auto listed = [&] {
+        const QList<QListWidgetItem *> found = list->findItems(m_main, Qt::MatchEndsWith);
+        item = found.value(0);
+        return item != nullptr;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(listed(), 10000);
+    QVERIFY(QTest::qWaitForWindowExposed(&search));
+    list->scrollToItem(item);
+    list->setCurrentItem(item);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(item).center());
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(item).center());
+    for (QWidget *w : QApplication::topLevelWidgets()) {
+        if (auto *p = qobject_cast<RVX3210UI *>(w); p && p->isVisible())
+            panel = p;
+    }
+}
+
+void TestRvx3210PanelLab::openCutReturnReopen()
+{
+    showsearch search(nullptr);
+    search.show();
+
+    for (int round = 0; round < 2; ++round) {
+        const int readsBefore = stateReads();
+        RVX3210UI *panel = nullptr;
+        openUnit(search, panel);
+        QVERIFY2(panel, "the double-click opened no RVX3210 panel");
+        QVERIFY(!search.isVisible());
+        QVERIFY(panel->link()->isBound());
+        QCOMPARE(panel->link()->on_DevIP(), m_main);
+
+        // The unit got the panel's state read, and the panel lights what the unit reports.
+        QTRY_COMPARE_WITH_TIMEOUT(stateReads(), readsBefore + 1, 5000);
+        const int pgm = unitState("pgm").toInt();
+        const int pvw = unitState("pvw").toInt();
+        QVERIFY(pgm >= 1 && pgm <= 4 && pvw >= 1 && pvw <= 4 && pgm != pvw);
+        Below_Widget *below = panel->lowerRow();
+        const QByteArray pgmLamp = ":/images/red/png/" + QByteArray::number(pgm) + ".png";
+        QTRY_VERIFY_WITH_TIMEOUT(lit(below->pgmGroup()->button(pgm), pgmLamp.constData()), 5000);
+        QCOMPARE(int(below->BtnPVWstate()), pvw);
+        const QByteArray rateLamp =
+            ":/images/green/RATE" + QByteArray::number(unitState("rate").toInt() + 1) + ".bmp";
+        QVERIFY(lit(below->rateGroup()->button(unitState("rate").toInt()), rateLamp.constData()));
+
+        // CUT changes the unit, and a second read says so.
+        below->btnCut()->click();
+        QTRY_COMPARE_WITH_TIMEOUT(unitState("pgm").toInt(), pvw, 5000);
+        QCOMPARE(unitState("pvw").toInt(), pgm);
+        below->set_PGMCH_Style(9); // forget what the CUT lit locally
+        QSignalSpy state(panel->link(), &RVX3210_workdata::on_signals_3210Data);
+        panel->upperRow()->btnRead()->click();
+        QVERIFY(state.wait(5000));
+        QCOMPARE(int(uint8_t(state.at(0).at(0).toByteArray().at(0))), pvw);
+        QCOMPARE(stateReads(), readsBefore + 2);
+        const QByteArray newPgmLamp = ":/images/red/png/" + QByteArray::number(pvw) + ".png";
+        QVERIFY(lit(below->pgmGroup()->button(pvw), newPgmLamp.constData()));
+
+        // Back to the search window: the panel goes, with its socket.
+        QPointer<RVX3210UI> gone(panel);
+        panel->upperRow()->btnReturn()->click();
+        QVERIFY(search.isVisible());
+        QTRY_VERIFY(gone.isNull());
+    }
+}
+
+QTEST_MAIN(TestRvx3210PanelLab)
+#include "tst_rvx3210panel_lab.moc"
