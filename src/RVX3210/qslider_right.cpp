@@ -12,6 +12,8 @@ QSlider_Right::QSlider_Right(QWidget *parent, RVX3210_workdata *link) : QWidget(
 {
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(QString::fromLatin1(S::FaderPane));
+    // One fader needs no more room than this; the PIP pane gets the rest when it opens.
+    setMaximumWidth(180);
 
     m_slider = new QSlider(Qt::Vertical, this);
     m_slider->setRange(0, 127);
