@@ -1,6 +1,7 @@
 #include "below_widget.h"
 
 #include "common/delay.h"
+#include "keysheet.h"
 #include "rvx3210_workdata.h"
 #include "rvx3210styles.h"
 
@@ -113,8 +114,7 @@ void Below_Widget::set_PGMCH_Style(uint8_t ch)
 {
     for (int i = 0; i < 5; ++i) {
         const bool lit = BusIds[i] == ch;
-        m_grpPGM->button(BusIds[i])->setStyleSheet(
-            imageStyle(lit ? S::PgmRed[i] : S::PgmWhite[i], S::BaseRed));
+        setKeySheet(m_grpPGM->button(BusIds[i]), imageStyle(lit ? S::PgmRed[i] : S::PgmWhite[i], S::BaseRed));
     }
     // Kept even when no key matches, so a later swap carries the unit's value on.
     m_pgm = ch;
@@ -124,8 +124,8 @@ void Below_Widget::set_PVWCH_Style(uint8_t ch)
 {
     for (int i = 0; i < 5; ++i) {
         const bool lit = BusIds[i] == ch;
-        m_grpPVW->button(BusIds[i])->setStyleSheet(
-            imageStyle(lit ? S::PvwGreen[i] : S::PgmWhite[i], S::BaseGreen));
+        setKeySheet(m_grpPVW->button(BusIds[i]),
+                    imageStyle(lit ? S::PvwGreen[i] : S::PgmWhite[i], S::BaseGreen));
     }
     m_pvw = ch;
 }
@@ -133,18 +133,18 @@ void Below_Widget::set_PVWCH_Style(uint8_t ch)
 void Below_Widget::set_Rate_Style(uint8_t r)
 {
     for (int i = 0; i < 3; ++i)
-        m_grpRate->button(i)->setStyleSheet(
-            imageStyle(i == r ? S::RateGreen[i] : S::RateWhite[i], S::BaseGrey));
+        setKeySheet(m_grpRate->button(i),
+                    imageStyle(i == r ? S::RateGreen[i] : S::RateWhite[i], S::BaseGrey));
 }
 
 void Below_Widget::on_Style_btnCut(bool on)
 {
-    m_btnCut->setStyleSheet(imageStyle(on ? S::CutOn : S::CutOff, S::BaseRed));
+    setKeySheet(m_btnCut, imageStyle(on ? S::CutOn : S::CutOff, S::BaseRed));
 }
 
 void Below_Widget::on_Style_btnAuto(bool on)
 {
-    m_btnAuto->setStyleSheet(imageStyle(on ? S::AutoOn : S::AutoOff, S::BaseRed));
+    setKeySheet(m_btnAuto, imageStyle(on ? S::AutoOn : S::AutoOff, S::BaseRed));
 }
 
 void Below_Widget::swapBusLights()

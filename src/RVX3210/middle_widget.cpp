@@ -1,5 +1,6 @@
 #include "middle_widget.h"
 
+#include "keysheet.h"
 #include "rvx3210_workdata.h"
 #include "rvx3210styles.h"
 
@@ -151,15 +152,15 @@ void Middle_widget::on_btnclicked_MIX()
 
 void Middle_widget::set_AFVorMIX_Style(uint8_t m)
 {
-    m_btnAFV->setStyleSheet(QString::fromLatin1(S::AfvOff));
-    m_btnMIX->setStyleSheet(QString::fromLatin1(S::MixOff));
+    setKeySheet(m_btnAFV, QString::fromLatin1(S::AfvOff));
+    setKeySheet(m_btnMIX, QString::fromLatin1(S::MixOff));
     if (m == 0) {
         // Audio follows video: the sources are the unit's business then.
-        m_btnAFV->setStyleSheet(QString::fromLatin1(S::AfvOn));
+        setKeySheet(m_btnAFV, QString::fromLatin1(S::AfvOn));
         m_ch1->setEnabled(false);
         m_ch2->setEnabled(false);
     } else if (m == 1) {
-        m_btnMIX->setStyleSheet(QString::fromLatin1(S::MixOn));
+        setKeySheet(m_btnMIX, QString::fromLatin1(S::MixOn));
         m_ch1->setEnabled(true);
         m_ch2->setEnabled(true);
     }
@@ -252,13 +253,13 @@ void Middle_widget::set_CH2VOL_Style(uint8_t v)
 void Middle_widget::resetTransitions()
 {
     for (int id = 1; id <= 6; ++id)
-        m_trans->button(id)->setStyleSheet(QString::fromLatin1(TransOff[id - 1]));
+        setKeySheet(m_trans->button(id), QString::fromLatin1(TransOff[id - 1]));
 }
 
 void Middle_widget::lightTransition(int id)
 {
     if (id >= 1 && id <= 6)
-        m_trans->button(id)->setStyleSheet(QString::fromLatin1(TransOn[id - 1]));
+        setKeySheet(m_trans->button(id), QString::fromLatin1(TransOn[id - 1]));
 }
 
 void Middle_widget::on_btnGrp_clicked(int id)
@@ -303,7 +304,7 @@ void Middle_widget::set_Wipe_Style(uint8_t wipe)
 void Middle_widget::on_btnclicked_PIP()
 {
     m_pipOn = !m_pipOn;
-    m_btnPIP->setStyleSheet(QString::fromLatin1(m_pipOn ? S::PipOn : S::PipOff));
+    setKeySheet(m_btnPIP, QString::fromLatin1(m_pipOn ? S::PipOn : S::PipOff));
     m_link->SendCMDPIP(m_pipOn ? 1 : 0);
     emit on_Singnale_btnPIP(m_pipOn);
 }
@@ -313,14 +314,14 @@ void Middle_widget::set_PIP_Style(uint8_t s)
     if (s > 1)
         return;
     m_pipOn = s == 1;
-    m_btnPIP->setStyleSheet(QString::fromLatin1(m_pipOn ? S::PipOn : S::PipOff));
+    setKeySheet(m_btnPIP, QString::fromLatin1(m_pipOn ? S::PipOn : S::PipOff));
     emit on_Singnale_btnPIP(m_pipOn);
 }
 
 void Middle_widget::on_btnclicked_STILL()
 {
     m_stillOn = !m_stillOn;
-    m_btnSTILL->setStyleSheet(QString::fromLatin1(m_stillOn ? S::StillOn : S::StillOff));
+    setKeySheet(m_btnSTILL, QString::fromLatin1(m_stillOn ? S::StillOn : S::StillOff));
     m_link->SendCMDSTILL();
 }
 
@@ -329,5 +330,5 @@ void Middle_widget::set_Stll_Style(uint8_t s)
     if (s > 1)
         return;
     m_stillOn = s == 1;
-    m_btnSTILL->setStyleSheet(QString::fromLatin1(m_stillOn ? S::StillOn : S::StillOff));
+    setKeySheet(m_btnSTILL, QString::fromLatin1(m_stillOn ? S::StillOn : S::StillOff));
 }

@@ -1,6 +1,7 @@
 #include "upper_widget.h"
 
 #include "common/delay.h"
+#include "keysheet.h"
 #include "rvx3210_workdata.h"
 #include "rvx3210styles.h"
 
@@ -217,25 +218,25 @@ void Upper_Widget::on_btnclicked_retrun()
 
 void Upper_Widget::on_Style_btnFTB(bool on)
 {
-    m_btnFTB->setStyleSheet(QString::fromLatin1(on ? S::FTBOn : S::FTBOff));
+    setKeySheet(m_btnFTB, QString::fromLatin1(on ? S::FTBOn : S::FTBOff));
 }
 
 void Upper_Widget::on_Style_btnF1(bool on)
 {
-    m_btnF1->setStyleSheet(QString::fromLatin1(on ? S::F1On : S::F1Off));
+    setKeySheet(m_btnF1, QString::fromLatin1(on ? S::F1On : S::F1Off));
 }
 
 void Upper_Widget::on_Style_btnF2(bool on)
 {
-    m_btnF2->setStyleSheet(QString::fromLatin1(on ? S::F2On : S::F2Off));
+    setKeySheet(m_btnF2, QString::fromLatin1(on ? S::F2On : S::F2Off));
 }
 
 void Upper_Widget::on_Style_btnF3(bool on)
 {
-    m_btnF3->setStyleSheet(QString::fromLatin1(on ? S::F3On : S::F3Off));
+    setKeySheet(m_btnF3, QString::fromLatin1(on ? S::F3On : S::F3Off));
 }
 
 void Upper_Widget::on_Style_btnF7(bool on)
 {
-    m_btnF7->setStyleSheet(QString::fromLatin1(on ? S::F7On : S::F7Off));
+    setKeySheet(m_btnF7, QString::fromLatin1(on ? S::F7On : S::F7Off));
 }
