@@ -9,6 +9,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QTimer>
 
@@ -176,7 +177,12 @@ void Below_Widget::on_btnAuto_clicked()
 {
     on_Style_btnAuto(true);
     m_link->SendCMDAUTO();
+    // The wait runs the event loop, and a return to the search window during it frees the
+    // panel, this row with it.
+    const QPointer<Below_Widget> alive(this);
     Delay_MSec(S::AutoWaitMs);
+    if (!alive)
+        return;
     if (!m_pip)
         swapBusLights();
     on_Style_btnAuto(false);

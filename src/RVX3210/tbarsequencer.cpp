@@ -6,6 +6,8 @@
 #include "rvx3210_workdata.h"
 #include "rvx3210log.h"
 
+#include <QPointer>
+
 namespace {
 constexpr uint8_t TowardsB = 1;
 constexpr uint8_t TowardsA = 0;
@@ -70,17 +72,23 @@ void TbarSequencer::setslider1(int v)
 
 void TbarSequencer::btnAuto_and_slider()
 {
+    // Each step waits in the event loop, where the panel may be freed.
+    const QPointer<TbarSequencer> alive(this);
     int v = m_tbar->value();
     if (!slider_returning) {
         while (v < 126) {
             m_tbar->setValue(++v);
             Delay_MSec(AutoStepMs);
+            if (!alive)
+                return;
         }
         return;
     }
     while (v > 1) {
         m_tbar->setValue(--v);
         Delay_MSec(AutoStepMs);
+        if (!alive)
+            return;
     }
     m_tbar->setValue(0);
 }

@@ -9,6 +9,7 @@
 #include <QDialog>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -172,8 +173,10 @@ void Upper_Widget::on_btnclicked_F2()
 {
     on_Style_btnF2(true);
     m_link->SendCMDF2();
+    const QPointer<Upper_Widget> alive(this);
     Delay_MSec(S::F2FlashMs);
-    on_Style_btnF2(false);
+    if (alive)
+        on_Style_btnF2(false);
 }
 
 void Upper_Widget::on_btnclicked_F3()

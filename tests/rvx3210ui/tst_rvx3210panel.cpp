@@ -151,6 +151,7 @@ private slots:
     void hisRepliesShown();
     void doubledSlashPathsLoad();
     void returnFreesPortAndReopens();
+    void returnDuringAutoWait();
 
 private:
     // Datagrams that reached `sock` until `count` are there or the wait ends.
@@ -909,6 +910,27 @@ void TestRvx3210Panel::returnFreesPortAndReopens()
         QVERIFY(!panel->isVisible());
         QTRY_VERIFY(gone.isNull());
     }
+}
+
+void TestRvx3210Panel::returnDuringAutoWait()
+{
+    delete m_panel;
+    showsearch search(nullptr);
+    search.set3210UI(MainIp, 0xA5, 0xFF, HisIp, 0xE0, 0xFF);
+    QPointer<RVX3210UI> panel;
+    for (QWidget *w : QApplication::topLevelWidgets()) {
+        if (auto *p = qobject_cast<RVX3210UI *>(w); p && p->isVisible())
+            panel = p;
+    }
+    QVERIFY(panel);
+    take(m_main, 1);
+    // The operator goes back while the AUTO key still waits: the panel is freed in the
+    // middle of the wait, and the AUTO slot must not touch it afterwards.
+    QTimer::singleShot(100, this, [&] { panel->upperRow()->btnReturn()->click(); });
+    panel->lowerRow()->btnAuto()->click();
+    QTRY_VERIFY(panel.isNull());
+    QVERIFY(search.isVisible());
+    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1400a5ff01000000000000000000844e03ae")});
 }
 
 QTEST_MAIN(TestRvx3210Panel)
