@@ -5,6 +5,7 @@
 #include "RVX3210/middle_widget.h"
 #include "RVX3210/plane_botton.h"
 #include "RVX3210/plane_right.h"
+#include "RVX3210/plane_top.h"
 #include "RVX3210/qslider_left.h"
 #include "RVX3210/qslider_right.h"
 #include "RVX3210/rvx3210ui.h"
@@ -18,6 +19,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QElapsedTimer>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPixmap>
@@ -150,8 +152,12 @@ private slots:
     void networkPageSends();
     void hisRepliesShown();
     void doubledSlashPathsLoad();
+    void titleBarModelName_data();
+    void titleBarModelName();
     void returnFreesPortAndReopens();
     void returnDuringAutoWait();
+    // Last: once the program has been told to exit, no nested event loop runs any more.
+    void titleBarCloseQuits();
 
 private:
     // Datagrams that reached `sock` until `count` are there or the wait ends.
@@ -877,6 +883,44 @@ void TestRvx3210Panel::doubledSlashPathsLoad()
     QVERIFY(!QPixmap(":/images/green//png/1.png").isNull());
     QVERIFY(!QPixmap(":/images/green//png/2.png").isNull());
     QVERIFY(!QPixmap(":/images/red/BAR.bmp").isNull());
+}
+
+void TestRvx3210Panel::titleBarModelName_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("0x21") << 0x21 << "RVX3210";
+    QTest::newRow("0x22") << 0x22 << "RVX3220";
+    QTest::newRow("0x26") << 0x26 << "RVX3210P";
+    QTest::newRow("0x23 keeps the name") << 0x23 << "RVX3220";
+    QTest::newRow("0x24 keeps the name") << 0x24 << "RVX3220";
+}
+
+void TestRvx3210Panel::titleBarModelName()
+{
+    QFETCH(int, code);
+    QFETCH(QString, name);
+    Plane_Top *top = m_panel->titleBar();
+    top->setDev_Child_Type(0x22);
+    top->setDev_Child_Type(code);
+    QCOMPARE(top->modelName()->text(), name);
+}
+
+void TestRvx3210Panel::titleBarCloseQuits()
+{
+    // The close key ends the whole program: every running event loop returns with code 0.
+    QEventLoop loop;
+    QTimer::singleShot(0, m_panel->titleBar()->closeButton(), &QPushButton::click);
+    QTimer::singleShot(3000, &loop, [&loop] { loop.exit(99); });
+    QCOMPARE(loop.exec(), 0);
+
+    // The maximise key only toggles what it reports.
+    QSignalSpy max(m_panel->titleBar(), &Plane_Top::on_signals_setWinmax);
+    m_panel->titleBar()->maxButton()->click();
+    m_panel->titleBar()->maxButton()->click();
+    QCOMPARE(max.size(), 2);
+    QCOMPARE(max.at(0).at(0).toBool(), false);
+    QCOMPARE(max.at(1).at(0).toBool(), true);
 }
 
 void TestRvx3210Panel::returnFreesPortAndReopens()
