@@ -8,6 +8,7 @@
 #include "RVX3210/plane_top.h"
 #include "RVX3210/qslider_left.h"
 #include "RVX3210/qslider_right.h"
+#include "RVX3210/rvx3210log.h"
 #include "RVX3210/rvx3210ui.h"
 #include "RVX3210/tbarsequencer.h"
 #include "RVX3210/upper_widget.h"
@@ -569,7 +570,9 @@ QStringList g_log;
 
 void TestRvx3210Panel::stateDumpLabels()
 {
-    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false\nkova.panel.rvx3210.debug=true"));
+    // Turned on directly: logging rules from the environment would override filter rules.
+    auto &category = const_cast<QLoggingCategory &>(lcRvx3210());
+    category.setEnabled(QtDebugMsg, true);
     g_log.clear();
     const QtMessageHandler previous = qInstallMessageHandler(
         [](QtMsgType, const QMessageLogContext &, const QString &msg) { g_log << msg; });
@@ -578,7 +581,7 @@ void TestRvx3210Panel::stateDumpLabels()
     g_log.clear();
     feedState(hex("0301"));
     qInstallMessageHandler(previous);
-    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
+    category.setEnabled(QtDebugMsg, false);
 
     QVERIFY(full.contains(QStringLiteral("pgmCh:         0a")));
     QVERIFY(full.contains(QStringLiteral("PIP_Bor_Width: 02")));
