@@ -131,6 +131,9 @@ private slots:
     void cutSwapsLights();
     void autoKeepsEventsFlowing_data();
     void autoKeepsEventsFlowing();
+    void keysSendAndLight_data();
+    void keysSendAndLight();
+    void f2Flashes();
     void ftbBlinks();
     void ftbStateByte();
     void f1CodesToIndexes_data();
@@ -368,6 +371,73 @@ void TestRvx3210Panel::autoKeepsEventsFlowing()
     // The click during the wait made PGM 3; the swap after the wait works on that.
     QCOMPARE(int(below->BtnPGMstate()), pip ? 3 : 2);
     QCOMPARE(int(below->BtnPVWstate()), pip ? 2 : 3);
+}
+
+void TestRvx3210Panel::keysSendAndLight_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QByteArrayList>("frames");
+    QTest::addColumn<QString>("litPath");
+    QTest::newRow("F3 toggles on") << "f3" << QByteArrayList{hex("a56c1400a5ff01000000000000000000d49e03ae")}
+                                   << ":/images/green/F3.bmp";
+    QTest::newRow("F7 toggles on") << "f7" << QByteArrayList{hex("a56c1400a5ff01000000000000000000d6a003ae")}
+                                   << ":/images/green/F7.bmp";
+    QTest::newRow("read state") << "read" << QByteArrayList{hex("a56c1400a5ff01000000000000000000491303ae")}
+                                << "";
+    QTest::newRow("audio MIX") << "amix" << QByteArrayList{hex("a56c1400a5ff01000000000000000000cb9503ae")}
+                               << ":/images/green/MIX.bmp";
+    QTest::newRow("AFV") << "afv" << QByteArrayList{hex("a56c1400a5ff01000000000000000000cc9603ae")}
+                         << ":/images/green/AFV.bmp";
+    QTest::newRow("STILL") << "still" << QByteArrayList{hex("a56c1400a5ff01000000000000000000cd9703ae")}
+                           << ":/images/green/STILL.bmp";
+    QTest::newRow("transition MIX") << "t1" << QByteArrayList{hex("a56c1400a5ff010000000000000000008d5703ae")}
+                                    << ":/images/green/MIX.bmp";
+    // A wipe selects the wipe family first, then the direction (RIGHT is 0x27).
+    QTest::newRow("wipe RIGHT") << "t6"
+                                << QByteArrayList{hex("a56c1400a5ff010000000000000000008f5903ae"),
+                                                  hex("a56c1500a5ff0100000000000000000092278403ae")}
+                                << ":/images/green/RIGHT.bmp";
+}
+
+void TestRvx3210Panel::keysSendAndLight()
+{
+    QFETCH(QString, key);
+    QFETCH(QByteArrayList, frames);
+    QFETCH(QString, litPath);
+    Upper_Widget *upper = m_panel->upperRow();
+    Middle_widget *middle = m_panel->middleRow();
+    QAbstractButton *button = key == "f3"      ? upper->btnF3()
+                              : key == "f7"    ? upper->btnF7()
+                              : key == "read"  ? upper->btnRead()
+                              : key == "amix"  ? middle->btnMIX()
+                              : key == "afv"   ? middle->btnAFV()
+                              : key == "still" ? middle->btnSTILL()
+                                               : middle->transitions()->button(key.mid(1).toInt());
+    button->click();
+    QCOMPARE(take(m_main, frames.size()), frames);
+    if (!litPath.isEmpty())
+        QVERIFY2(lit(button, litPath.toLatin1().constData()), qPrintable(button->styleSheet()));
+    if (key.startsWith('t')) {
+        // Only the pressed transition key is lit.
+        int litKeys = 0;
+        for (QAbstractButton *b : middle->transitions()->buttons())
+            litKeys += b->styleSheet().contains(QLatin1String(":/images/green/"));
+        QCOMPARE(litKeys, 1);
+    }
+}
+
+void TestRvx3210Panel::f2Flashes()
+{
+    Upper_Widget *upper = m_panel->upperRow();
+    bool greenDuringWait = false;
+    QTimer::singleShot(100, this, [&] { greenDuringWait = lit(upper->btnF2(), ":/images/green/F2.bmp"); });
+    QElapsedTimer t;
+    t.start();
+    upper->btnF2()->click();
+    QVERIFY(t.elapsed() >= 195);
+    QVERIFY(greenDuringWait);
+    QVERIFY(lit(upper->btnF2(), ":/images/white/F2.bmp"));
+    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1400a5ff01000000000000000000d09a03ae")});
 }
 
 void TestRvx3210Panel::ftbBlinks()
