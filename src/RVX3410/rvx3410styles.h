@@ -6,6 +6,9 @@
 // (Rvx3210Styles), kept verbatim in one place.
 namespace Rvx3410Styles {
 
+// ---- title bar ----
+inline constexpr char ModelName[] = "RVX3410";
+
 // ---- upper row ----
 inline constexpr char F4Off[] =
     "QPushButton{image:url(:/images/white/F4.bmp);}QPushButton:hover{background-color:"
@@ -52,10 +55,10 @@ inline constexpr char MenuDownOff[] = "QPushButton{image: url(:/images/white/Dow
 inline constexpr char MenuDownOn[] = "QPushButton{image: url(:/images/green/Down.bmp)}";
 inline constexpr char MenuKeyText[] = "MENU";
 inline constexpr char MenuOff[] =
-    "QPushButton{color:white;font-weight:bold;background-color:rgb(83,83,83);border:"
+    "QPushButton{color:white;font-size:11px;font-weight:bold;background-color:rgb(83,83,83);border:"
     "2px solid rgb(120,120,120);border-radius:5px;}";
 inline constexpr char MenuOn[] =
-    "QPushButton{color:white;font-weight:bold;background-color:rgb(41,129,36);border:"
+    "QPushButton{color:white;font-size:11px;font-weight:bold;background-color:rgb(41,129,36);border:"
     "2px solid rgb(19,218,0);border-radius:5px;}";
 
 } // namespace Rvx3410Styles

@@ -16,6 +16,7 @@
 
 #include <QGuiApplication>
 #include <QIcon>
+#include <QLabel>
 #include <QScreen>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -46,6 +47,8 @@ RVX3410UI::RVX3410UI(QWidget *parent) : QDialog(parent)
     setGeometry(m_centreLeft, m_centreTop, PanelWidth, PanelHeight);
     init3210ui_1();
     init3210ui_2();
+    // The shared title bar knows only the RVX3210-family names.
+    m_top->modelName()->setText(QString::fromLatin1(Rvx3410Styles::ModelName));
 }
 
 void RVX3410UI::init3210ui_1()

@@ -1,6 +1,7 @@
 // RVX3410 panel offscreen: the record bytes 26-28 and their fan-out, REC/PAUSE/STREAM/ROTATE
 // and the menu keys on the wire, and the delayed state read.
 #include "RVX3210/below_widget.h"
+#include "RVX3210/plane_top.h"
 #include "RVX3210/upper_widget.h"
 #include "RVX3410/rvx3410ui.h"
 #include "RVX3410/rvx_3410_middle_widget.h"
@@ -10,6 +11,7 @@
 
 #include <QComboBox>
 #include <QElapsedTimer>
+#include <QLabel>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTimer>
@@ -315,6 +317,7 @@ void TestRvx3410Panel::returnKeyEmitsExit()
     rig.panel.upperRow()->btnReturn()->click();
     QCOMPARE(exits.count(), 1);
     QVERIFY(rig.panel.upperRow()->btnClose()->isHidden());
+    QCOMPARE(rig.panel.titleBar()->modelName()->text(), QStringLiteral("RVX3410"));
 }
 
 QTEST_MAIN(TestRvx3410Panel)
