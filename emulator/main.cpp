@@ -44,7 +44,7 @@ int main(int argc, char *argv[])
         QStringLiteral("unit"),
         QStringLiteral("A unit: type=0x21,name=Studio A,id=0a0b0c,ip=A,his=A|auto|none,"
                        "hisclass=e0|e5,fault=F[+F]. Repeatable."),
-        QStringLiteral("spec"));
+        QStringLiteral("unit"));
     const QCommandLineOption countOpt(QStringLiteral("count"),
                                       QStringLiteral("Generate N units after the --unit ones."),
                                       QStringLiteral("n"));
@@ -83,10 +83,10 @@ int main(int argc, char *argv[])
 
     QList<UnitConfig> units;
     QString error;
-    for (const QString &spec : parser.values(unitOpt)) {
+    for (const QString &description : parser.values(unitOpt)) {
         UnitConfig unit;
-        if (!UnitPlan::parseSpec(spec, units.size(), &unit, &error))
-            return fail(QStringLiteral("--unit %1: %2").arg(spec, error));
+        if (!UnitPlan::parseUnit(description, units.size(), &unit, &error))
+            return fail(QStringLiteral("--unit %1: %2").arg(description, error));
         units.append(unit);
     }
     if (parser.isSet(countOpt)) {

@@ -103,11 +103,11 @@ bool UnitPlan::validName(const QString &name)
     return true;
 }
 
-bool UnitPlan::parseSpec(const QString &spec, int index, UnitConfig *unit, QString *error)
+bool UnitPlan::parseUnit(const QString &description, int index, UnitConfig *unit, QString *error)
 {
     UnitConfig u = defaults(index);
     bool hisGiven = false;
-    const QStringList parts = spec.split(QLatin1Char(','), Qt::SkipEmptyParts);
+    const QStringList parts = description.split(QLatin1Char(','), Qt::SkipEmptyParts);
     for (const QString &part : parts) {
         const int eq = part.indexOf(QLatin1Char('='));
         if (eq < 0) {

@@ -6,7 +6,7 @@
 #include <QString>
 #include <cstdint>
 
-// Unit specifications and the lab's address plan (10.77.0.0/16): unit n (from 0) has its
+// Unit descriptions and the lab's address plan (10.77.0.0/16): unit n (from 0) has its
 // main board at 10.77.(1 + n/250).(1 + n%250) and its HIS board at 10.77.(101 + n/250).(1 + n%250).
 class UnitPlan
 {
@@ -26,7 +26,7 @@ public:
     // "type=0x21,name=Studio A,id=0a0b0c,ip=10.77.1.1,his=10.77.101.1,hisclass=e0,fault=split+duplicate"
     // Every key is optional; without "his" (or with his=auto) a unit whose model has a HIS
     // board gets the plan's HIS address; his=none leaves it out.
-    static bool parseSpec(const QString &spec, int index, UnitConfig *unit, QString *error);
+    static bool parseUnit(const QString &description, int index, UnitConfig *unit, QString *error);
 
     static bool parseFault(const QString &name, Fault *fault);
     static bool parseByte(const QString &text, uint8_t *value); // "0x21", "21h" is not accepted

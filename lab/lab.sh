@@ -4,7 +4,7 @@
 # on the operator side. Nothing here touches the host's own interfaces or routes, and
 # everything is torn down on exit, whatever happens.
 #
-#   lab/lab.sh [--emulator PATH] [--unit SPEC]... [--count N --type T] [--emulator-arg ARG]...
+#   lab/lab.sh [--emulator PATH] [--unit UNIT]... [--count N --type T] [--emulator-arg ARG]...
 #              [--xvfb] [--screenshot FILE --after SECONDS] [--stop-after SECONDS]
 #              [--logdir DIR] [--ready-timeout SECONDS] -- command [args...]
 #

@@ -66,6 +66,7 @@ void showsearch::init()
     m_list->setStyleSheet(QString::fromLatin1(SearchStyles::List));
     // Every row is one line of the same font: laying out a thousand rows then costs one.
     m_list->setUniformItemSizes(true);
+    m_list->setItemAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
 
     m_groupBox = new GroupBox_right(this, m_list);
     m_link = new SWITCHER_DATA(this);
