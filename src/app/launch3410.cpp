@@ -1,0 +1,12 @@
+// Launcher of the RVX3410 panel.
+#include "RVX3410/rvx3410ui.h"
+#include "launchrvx3210family.h"
+#include "showsearch.h"
+
+void showsearch::set3410UI(QString ip, uint8_t a, uint8_t b, QString ip2, uint8_t c, uint8_t d)
+{
+    auto *panel = new RVX3410UI(nullptr);
+    panel->setWindowIcon(panelIcon());
+    panel->DevTypeID(ip, a, b, ip2, c, d);
+    launchRvx3210Family(this, panel, &RVX3410UI::ExitSignals);
+}

@@ -1,0 +1,153 @@
+// End to end in the lab: the search window opens an emulated RVX3410, the panel shows the
+// unit's state, its REC/PAUSE/STREAM/ROTATE and menu keys reach the unit, the unit's next
+// state brings them back, and the panel is left and opened again.
+#include "RVX3210/below_widget.h"
+#include "RVX3410/rvx3410ui.h"
+#include "RVX3410/rvx_3410_middle_widget.h"
+#include "RVX3410/rvx_3410_upper_widget.h"
+#include "SwitcherData/rvx3210_workdata.h"
+#include "SwitcherData/workdata.h"
+#include "app/showsearch.h"
+#include "labstate.h"
+
+#include <QApplication>
+#include <QListWidget>
+#include <QPointer>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest>
+
+class TestRvx3410Lab : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void openDriveReturnReopen();
+
+private:
+    RVX3410UI *open(showsearch &window);
+    void leave(showsearch &window, RVX3410UI *panel);
+
+    QString m_ip;
+    QString m_his;
+};
+
+void TestRvx3410Lab::initTestCase()
+{
+    const QStringList units = qEnvironmentVariable("LAB_UNITS").split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    QVERIFY2(units.size() == 1, "run through lab/lab.sh with one unit");
+    m_ip = units.first();
+    m_his = qEnvironmentVariable("LAB_HIS");
+}
+
+RVX3410UI *TestRvx3410Lab::open(showsearch &window)
+{
+    // Both boards have answered once the unit's record carries the HIS address; the list
+    // is not rebuilt under the double-click then.
+    SWITCHER_DATA *search = window.link();
+    const bool found = QTest::qWaitFor(
+        [&] {
+            return search->DevInfo_DATA_IDX() == 1 &&
+                   SWITCHER_DATA::dottedIp(search->devices()[0].ip2) == m_his &&
+                   window.deviceList()->count() == 1;
+        },
+        10000);
+    if (!found)
+        return nullptr;
+    QListWidget *list = window.deviceList();
+    QListWidgetItem *item = list->item(0);
+    if (item->text() != QStringLiteral("Cam: ") + m_ip) {
+        qWarning() << "listed" << item->text();
+        return nullptr;
+    }
+    list->setCurrentItem(item);
+    // What a double-click on the entry makes the list say.
+    emit list->itemDoubleClicked(item);
+    for (QWidget *w : QApplication::topLevelWidgets()) {
+        auto *panel = qobject_cast<RVX3410UI *>(w);
+        if (panel && panel->isVisible())
+            return panel;
+    }
+    return nullptr;
+}
+
+void TestRvx3410Lab::leave(showsearch &window, RVX3410UI *panel)
+{
+    QPointer<RVX3410UI> gone(panel);
+    panel->upperRow()->btnReturn()->click();
+    QVERIFY(!panel->isVisible());
+    QVERIFY(window.isVisible());
+    // Freed, so the next panel gets port 7000.
+    QTRY_VERIFY(gone.isNull());
+}
+
+void TestRvx3410Lab::openDriveReturnReopen()
+{
+    showsearch window;
+    window.show();
+
+    RVX3410UI *panel = open(window);
+    QVERIFY(panel);
+    QVERIFY(!window.isVisible());
+    QVERIFY(panel->link()->isBound());
+    RVX_3410_Upper_Widget *up = panel->upperRow();
+    // The unit's power-up buses are shown.
+    QTRY_COMPARE(panel->lowerRow()->BtnPGMstate(), uint8_t(1));
+    QCOMPARE(panel->lowerRow()->BtnPVWstate(), uint8_t(2));
+    QVERIFY(!up->f4On());
+
+    // Nobody pressed the read key: the unit is asked again about 3 s after opening.
+    const QString reads = QStringLiteral("rx unit=%1 board=main cmd=0x49").arg(m_ip);
+    QCOMPARE(LabState::logCount(reads), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(LabState::logCount(reads), 2, 6000);
+
+    // Each key is checked twice: the unit's state file, then the unit's next state record
+    // lighting a key the panel was made to forget.
+    up->btnF4()->click();
+    QCOMPARE(LabState::waitFor(m_ip, {{"rec", "recording"}}), QString());
+    up->set_Style_btnF4(0);
+    QVERIFY(!up->f4On());
+    up->btnRead()->click();
+    QTRY_VERIFY(up->f4On());
+
+    up->btnF5()->click();
+    QCOMPARE(LabState::waitFor(m_ip, {{"rec", "paused"}}), QString());
+    up->set_Style_btnF4(0);
+    up->btnRead()->click();
+    QTRY_VERIFY(up->f4On() && up->f5On());
+
+    up->btnF6()->click();
+    up->btnF8()->click();
+    QCOMPARE(LabState::waitFor(m_ip, {{"stream", "1"}, {"rotate", "1"}}), QString());
+    up->set_Style_btnF6(0);
+    up->set_Style_btnF8(0);
+    up->btnRead()->click();
+    QTRY_VERIFY(up->f6On() && up->f8On());
+
+    RVX_3410_Middle_widget *mid = panel->middleRow();
+    QTest::mousePress(mid->btnMenu(), Qt::LeftButton);
+    QTest::mouseRelease(mid->btnMenu(), Qt::LeftButton);
+    QTest::mousePress(mid->btnMenuDown(), Qt::LeftButton);
+    QTest::mouseRelease(mid->btnMenuDown(), Qt::LeftButton);
+    QCOMPARE(LabState::waitFor(m_ip, {{"menu", "open"}, {"menu_line", "1"}, {"menu_last", "4200"}}),
+             QString());
+
+    const QString shot = qEnvironmentVariable("KOVA_3410_SCREENSHOT");
+    if (!shot.isEmpty())
+        QVERIFY(panel->grab().save(shot));
+
+    leave(window, panel);
+
+    // The second panel binds port 7000 again and starts from the unit's state.
+    panel = open(window);
+    QVERIFY(panel);
+    QVERIFY(panel->link()->isBound());
+    up = panel->upperRow();
+    QTRY_VERIFY(up->f4On() && up->f5On() && up->f6On() && up->f8On());
+    up->btnF4()->click();
+    QCOMPARE(LabState::waitFor(m_ip, {{"rec", "idle"}}), QString());
+    leave(window, panel);
+}
+
+QTEST_MAIN(TestRvx3410Lab)
+#include "tst_rvx3410lab.moc"
