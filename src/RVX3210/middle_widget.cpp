@@ -107,7 +107,8 @@ Middle_widget::Middle_widget(QWidget *parent, RVX3210_workdata *link) : QWidget(
     func->addWidget(m_btnSTILL);
     func->addStretch(1);
 
-    auto *row = new QHBoxLayout(this);
+    m_row = new QHBoxLayout(this);
+    QHBoxLayout *row = m_row;
     row->setContentsMargins(10, 4, 10, 4);
     row->setSpacing(24);
     row->addLayout(audio, 3);
@@ -127,6 +128,11 @@ Middle_widget::Middle_widget(QWidget *parent, RVX3210_workdata *link) : QWidget(
     connect(m_trans, &QButtonGroup::idClicked, this, &Middle_widget::on_btnGrp_clicked);
     connect(m_btnPIP, &QPushButton::clicked, this, &Middle_widget::on_btnclicked_PIP);
     connect(m_btnSTILL, &QPushButton::clicked, this, &Middle_widget::on_btnclicked_STILL);
+}
+
+void Middle_widget::addSection(QLayout *section, int stretch)
+{
+    m_row->addLayout(section, stretch);
 }
 
 QPushButton *Middle_widget::makeKey(const char *style, int size)

@@ -4,6 +4,8 @@
 
 class QButtonGroup;
 class QComboBox;
+class QHBoxLayout;
+class QLayout;
 class QPushButton;
 class QSpinBox;
 class RVX3210_workdata;
@@ -55,13 +57,19 @@ public slots:
     void on_btnclicked_PIP();
     void on_btnclicked_STILL();
 
-private:
+protected:
+    RVX3210_workdata *link() const { return m_link; }
+    // A further section at the right end of the row.
+    void addSection(QLayout *section, int stretch);
     QPushButton *makeKey(const char *style, int size);
+
+private:
     void resetTransitions();
     void lightTransition(int id);
     void warnNoSource();
 
     RVX3210_workdata *m_link = nullptr;
+    QHBoxLayout *m_row = nullptr;
     QPushButton *m_btnAFV = nullptr;
     QPushButton *m_btnMIX = nullptr;
     QComboBox *m_ch1 = nullptr;

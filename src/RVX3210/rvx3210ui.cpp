@@ -1,117 +1,33 @@
 #include "rvx3210ui.h"
 
-#include "below_widget.h"
 #include "middle_widget.h"
-#include "plane_botton.h"
-#include "plane_right.h"
-#include "plane_top.h"
-#include "qslider_left.h"
-#include "qslider_right.h"
-#include "rvx3210_workdata.h"
-#include "rvx3210styles.h"
 #include "statefanout.h"
 #include "tbarsequencer.h"
 #include "upper_widget.h"
 
 #include <QApplication>
 #include <QDesktopWidget>
-#include <QIcon>
-#include <QSplitter>
-#include <QVBoxLayout>
-
-namespace S = Rvx3210Styles;
 
 namespace {
 constexpr int PanelWidth = 1400;
 constexpr int PanelHeight = 800;
 } // namespace
 
-RVX3210UI::RVX3210UI(QWidget *parent) : QDialog(parent)
+RVX3210UI::RVX3210UI(QWidget *parent) : Rvx3210PanelFrame(parent)
 {
-    setWindowTitle(QString::fromLatin1(S::WindowTitle));
-    setWindowIcon(QIcon(QString::fromLatin1(S::WindowIcon)));
-    // Frameless like the search window: the title strip carries the drag and the keys.
-    setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
-    setAttribute(Qt::WA_StyledBackground);
-    setObjectName(QString::fromLatin1(S::DialogName));
-    setStyleSheet(QString::fromLatin1(S::Dialog));
     const QRect desk = QApplication::desktop()->availableGeometry(this);
     setGeometry((desk.width() - PanelWidth) / 2, (desk.height() - PanelHeight) / 2, PanelWidth, PanelHeight);
     init3210ui_1();
-    init3210ui_2();
-}
-
-void RVX3210UI::init3210ui_1()
-{
-    m_link = new RVX3210_workdata(this);
-    m_top = new Plane_Top(this, m_link);
-    m_top->setFixedHeight(30);
-    m_pip = new Plane_Right(nullptr, m_link);
-    m_left = new QSlider_Left(this, m_link);
-    m_tbar = new QSlider_Right(this, m_link);
-    m_bottom = new Plane_Botton(this, m_link);
-    m_centre = new QWidget(this);
-
-    // Panes left to right: audio faders, central column, T-bar, PIP settings.
-    m_splitter = new QSplitter(Qt::Horizontal, this);
-    m_splitter->setStyleSheet(QString::fromLatin1(S::Splitter));
-    m_splitter->addWidget(m_left);
-    m_splitter->addWidget(m_centre);
-    m_splitter->addWidget(m_tbar);
-    m_splitter->addWidget(m_pip);
-    const int stretch[] = {1, 2, 1, 1};
-    for (int i = 0; i < 4; ++i)
-        m_splitter->setStretchFactor(i, stretch[i]);
-    m_splitter->setSizes({240, 760, 160, 240});
-    m_pip->hide();
-
-    auto *outer = new QVBoxLayout(this);
-    outer->setSpacing(0);
-    outer->setContentsMargins(1, 0, 1, 0);
-    outer->addWidget(m_top);
-    outer->addWidget(m_splitter, 1);
-    outer->addWidget(m_bottom);
-
-    connect(m_top, &Plane_Top::on_signals_setWinmax, this, &RVX3210UI::on_Topwidge_Singnale_btnwinmax);
-    connect(m_top, &Plane_Top::on_signals_setWinmin, this, &QWidget::showMinimized);
-    connect(m_link, &RVX3210_workdata::on_signals_3210Data, this, &RVX3210UI::on_toRead_3210Dtat);
-    connect(m_tbar, &QSlider_Right::on_slider_auto, this, &RVX3210UI::setslider0);
-    connect(m_left, &QSlider_Left::on_slider_ch1_vol, this, &RVX3210UI::set_audio_vol);
-    connect(m_left, &QSlider_Left::on_slider_ch2_vol, this, &RVX3210UI::set_audio_vol);
-    connect(m_left, &QSlider_Left::on_slider_mastre_vol, this, &RVX3210UI::set_audio_vol);
-}
-
-void RVX3210UI::init3210ui_2()
-{
-    m_upper = new Upper_Widget(m_centre, m_link);
-    m_middle = new Middle_widget(m_centre, m_link);
-    m_below = new Below_Widget(m_centre, m_link);
-    auto *col = new QVBoxLayout(m_centre);
-    col->setSpacing(0);
-    col->setContentsMargins(0, 0, 0, 0);
-    col->addWidget(m_upper, 1);
-    col->addWidget(m_middle, 2);
-    col->addWidget(m_below, 3);
-
-    m_seq = new TbarSequencer(this, m_link, m_tbar, m_below);
-
-    connect(m_middle, &Middle_widget::on_Singnale_btnPIP, this, &RVX3210UI::on_Middle_Singnale_btnPIP);
+    m_upper = new Upper_Widget(centre(), link());
+    m_middle = new Middle_widget(centre(), link());
+    init3210ui_2(m_upper, m_middle);
     connect(m_upper, &Upper_Widget::on_Singnals_returnloginwin, this,
             &RVX3210UI::m_on_Singnals_returnloginwin);
-    connect(m_below, &Below_Widget::on_get_slider_vol, this, &RVX3210UI::btnAuto_and_slider);
-}
-
-void RVX3210UI::DevTypeID(QString devIp, uint8_t a, uint8_t b, QString hisIp, uint8_t c, uint8_t d)
-{
-    m_link->get_DevTypeID(devIp, a, b);
-    m_link->get_HISTypeID(hisIp, c, d);
-    // The only automatic read: the panel never polls.
-    m_link->SendCMDRead3210state();
 }
 
 void RVX3210UI::on_toRead_3210Dtat(const QByteArray &data)
 {
-    StateFanout::apply(data, m_upper, m_middle, m_below, m_pip, [] {});
+    StateFanout::apply(data, m_upper, m_middle, lowerRow(), pipPane(), [] {});
     StateFanout::dump(data);
 }
 
@@ -119,34 +35,5 @@ void RVX3210UI::setslider0(int v)
 {
     // Remembers across calls that the T-bar was last seen at an end.
     static bool falg = true;
-    m_seq->setslider0(v, falg);
-}
-
-void RVX3210UI::setslider1(int v)
-{
-    m_seq->setslider1(v);
-}
-
-void RVX3210UI::btnAuto_and_slider()
-{
-    m_seq->btnAuto_and_slider();
-}
-
-void RVX3210UI::set_audio_vol()
-{
-    const uint8_t ch1 = m_left->get_Slider_ch1_valueChanged();
-    const uint8_t ch2 = m_left->get_Slider_ch2_valueChanged();
-    const uint8_t master = m_left->get_Slider_master_valueChanged();
-    m_link->SendCMDLeftSliderVOL(ch1, ch2, 0, master);
-}
-
-void RVX3210UI::setPGM_PVWCH()
-{
-    m_seq->setPGM_PVWCH();
-}
-
-void RVX3210UI::on_Middle_Singnale_btnPIP(bool on)
-{
-    m_below->setPipFlag(on);
-    m_pip->setVisible(on);
+    tbarSequencer()->setslider0(v, falg);
 }

@@ -1,69 +1,29 @@
 #pragma once
 
-#include <QDialog>
-#include <QString>
-#include <cstdint>
+#include "rvx3210panelframe.h"
 
-class Below_Widget;
 class Middle_widget;
-class Plane_Botton;
-class Plane_Right;
-class Plane_Top;
-class QSlider_Left;
-class QSlider_Right;
-class QSplitter;
-class RVX3210_workdata;
-class TbarSequencer;
 class Upper_Widget;
 
-// Control panel of one RVX3210 unit. Owns the unit's link object, lays out the front panel,
-// fans each state reply out to the rows and drives the T-bar.
-class RVX3210UI : public QDialog
+// Control panel of one RVX3210 unit: the shared frame with the RVX3210's upper and middle
+// rows, fanning each state reply out to the rows.
+class RVX3210UI : public Rvx3210PanelFrame
 {
     Q_OBJECT
 public:
     explicit RVX3210UI(QWidget *parent = nullptr);
 
-    void DevTypeID(QString devIp, uint8_t a, uint8_t b, QString hisIp, uint8_t c, uint8_t d);
-
-    RVX3210_workdata *link() const { return m_link; }
-    Plane_Top *titleBar() const { return m_top; }
     Upper_Widget *upperRow() const { return m_upper; }
     Middle_widget *middleRow() const { return m_middle; }
-    Below_Widget *lowerRow() const { return m_below; }
-    Plane_Right *pipPane() const { return m_pip; }
-    QSlider_Left *audioSliders() const { return m_left; }
-    QSlider_Right *tbar() const { return m_tbar; }
-    Plane_Botton *networkPage() const { return m_bottom; }
-    TbarSequencer *tbarSequencer() const { return m_seq; }
 
 signals:
     void m_on_Singnals_returnloginwin();
 
 public slots:
-    void on_toRead_3210Dtat(const QByteArray &data);
-    void setslider0(int v);
-    void setslider1(int v);
-    void btnAuto_and_slider();
-    void set_audio_vol();
-    void setPGM_PVWCH();
-    void on_Middle_Singnale_btnPIP(bool on);
-    void on_Topwidge_Singnale_btnwinmax(bool) {}
+    void on_toRead_3210Dtat(const QByteArray &data) override;
+    void setslider0(int v) override;
 
 private:
-    void init3210ui_1();
-    void init3210ui_2();
-
-    RVX3210_workdata *m_link = nullptr;
-    Plane_Top *m_top = nullptr;
     Upper_Widget *m_upper = nullptr;
     Middle_widget *m_middle = nullptr;
-    Below_Widget *m_below = nullptr;
-    Plane_Right *m_pip = nullptr;
-    QSlider_Left *m_left = nullptr;
-    QSlider_Right *m_tbar = nullptr;
-    Plane_Botton *m_bottom = nullptr;
-    QSplitter *m_splitter = nullptr;
-    QWidget *m_centre = nullptr;
-    TbarSequencer *m_seq = nullptr;
 };

@@ -16,7 +16,22 @@
 
 namespace S = Rvx3210Styles;
 
-Upper_Widget::Upper_Widget(QWidget *parent, RVX3210_workdata *link) : QWidget(parent), m_link(link)
+Upper_Widget::Upper_Widget(QWidget *parent, RVX3210_workdata *link) : Upper_Widget(parent, link, KeysOnly{})
+{
+    m_btnClose = makeKey(S::TopClose);
+    connect(m_btnClose, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_close);
+
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(10, 4, 10, 4);
+    row->setSpacing(10);
+    for (QPushButton *key : {m_btnFTB, m_btnF1, m_btnF2, m_btnF3, m_btnF7})
+        row->addWidget(key);
+    row->addStretch(1);
+    for (QPushButton *key : {m_btnRead, m_btnReturn, m_btnClose})
+        row->addWidget(key);
+}
+
+Upper_Widget::Upper_Widget(QWidget *parent, RVX3210_workdata *link, KeysOnly) : QWidget(parent), m_link(link)
 {
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(QString::fromLatin1(S::RowBackground));
@@ -27,21 +42,11 @@ Upper_Widget::Upper_Widget(QWidget *parent, RVX3210_workdata *link) : QWidget(pa
     m_btnF3 = makeKey(S::F3Off);
     m_btnF7 = makeKey(S::F7Off);
     m_btnRead = makeKey(S::ReadState);
-    m_btnClose = makeKey(S::TopClose);
     m_btnReturn = makeKey(S::Return);
 
     m_blink = new QTimer(this);
     m_blink->setInterval(S::FtbBlinkMs);
     connect(m_blink, &QTimer::timeout, this, &Upper_Widget::on_timerour_FTB);
-
-    auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(10, 4, 10, 4);
-    row->setSpacing(10);
-    for (QPushButton *key : {m_btnFTB, m_btnF1, m_btnF2, m_btnF3, m_btnF7})
-        row->addWidget(key);
-    row->addStretch(1);
-    for (QPushButton *key : {m_btnRead, m_btnReturn, m_btnClose})
-        row->addWidget(key);
 
     connect(m_btnFTB, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_FTB);
     connect(m_btnF1, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_F1);
@@ -49,7 +54,6 @@ Upper_Widget::Upper_Widget(QWidget *parent, RVX3210_workdata *link) : QWidget(pa
     connect(m_btnF3, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_F3);
     connect(m_btnF7, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_F7);
     connect(m_btnRead, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_Read3210data);
-    connect(m_btnClose, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_close);
     connect(m_btnReturn, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_retrun);
 }
 

@@ -31,6 +31,7 @@ public:
     QPushButton *btnF3() const { return m_btnF3; }
     QPushButton *btnF7() const { return m_btnF7; }
     QPushButton *btnRead() const { return m_btnRead; }
+    // Null in a row that has no close key (the RVX3410's).
     QPushButton *btnClose() const { return m_btnClose; }
     QPushButton *btnReturn() const { return m_btnReturn; }
 
@@ -43,7 +44,7 @@ public slots:
     void on_btnclicked_F2();
     void on_btnclicked_F3();
     void on_btnclicked_F7();
-    void on_btnclicked_Read3210data();
+    virtual void on_btnclicked_Read3210data();
     void on_btnclicked_close();
     void on_btnclicked_retrun();
     void on_timerour_FTB();
@@ -55,9 +56,19 @@ public slots:
     void on_Style_btnF3(bool on);
     void on_Style_btnF7(bool on);
 
-private:
+protected:
+    // For a row laid out by a derived class: the shared keys are made and wired, there is no
+    // close key and no layout.
+    struct KeysOnly
+    {
+    };
+    Upper_Widget(QWidget *parent, RVX3210_workdata *link, KeysOnly);
+
+    RVX3210_workdata *link() const { return m_link; }
+    QTimer *ftbBlinkTimer() const { return m_blink; }
     QPushButton *makeKey(const char *style);
 
+private:
     RVX3210_workdata *m_link = nullptr;
     QPushButton *m_btnFTB = nullptr;
     QPushButton *m_btnF1 = nullptr;

@@ -1,10 +1,10 @@
 #include "rvx_3410_middle_widget.h"
 
+#include "RVX3210/keysheet.h"
 #include "rvx3210_workdata.h"
 #include "rvx3410styles.h"
 
 #include <QComboBox>
-#include <QHBoxLayout>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
@@ -19,11 +19,12 @@ constexpr uint8_t MenuDown = 0x42;
 constexpr uint8_t MenuEnter = 0x6B;
 constexpr uint8_t Pressed = 1;
 constexpr uint8_t Released = 0;
+constexpr int MenuKeySize = 50;
 
 } // namespace
 
 RVX_3410_Middle_widget::RVX_3410_Middle_widget(QWidget *parent, RVX3210_workdata *link)
-    : Middle_widget(parent, link), m_link(link)
+    : Middle_widget(parent, link)
 {
     // The first source is shown from the start; nothing is sent for it.
     for (QComboBox *list : {ch1Source(), ch2Source()}) {
@@ -31,17 +32,10 @@ RVX_3410_Middle_widget::RVX_3410_Middle_widget(QWidget *parent, RVX3210_workdata
         list->setCurrentIndex(0);
     }
 
-    auto makeKey = [this](const char *style) {
-        auto *key = new QPushButton(this);
-        key->setFixedSize(50, 50);
-        key->setFocusPolicy(Qt::NoFocus);
-        key->setStyleSheet(QString::fromLatin1(style));
-        return key;
-    };
-    m_btnMenuUp = makeKey(S4::MenuUpOff);
-    m_btnMenu = makeKey(S4::MenuOff);
+    m_btnMenuUp = makeKey(S4::MenuUpOff, MenuKeySize);
+    m_btnMenu = makeKey(S4::MenuOff, MenuKeySize);
     m_btnMenu->setText(QString::fromLatin1(S4::MenuKeyText));
-    m_btnMenuDown = makeKey(S4::MenuDownOff);
+    m_btnMenuDown = makeKey(S4::MenuDownOff, MenuKeySize);
 
     auto *menu = new QVBoxLayout;
     menu->setSpacing(4);
@@ -49,8 +43,7 @@ RVX_3410_Middle_widget::RVX_3410_Middle_widget(QWidget *parent, RVX3210_workdata
     for (QPushButton *key : {m_btnMenuUp, m_btnMenu, m_btnMenuDown})
         menu->addWidget(key, 0, Qt::AlignHCenter);
     menu->addStretch(1);
-    if (auto *row = qobject_cast<QHBoxLayout *>(layout()))
-        row->addLayout(menu, 1);
+    addSection(menu, 1);
 
     connect(m_btnMenuUp, &QPushButton::pressed, this, &RVX_3410_Middle_widget::on_btnpressed_MenuUp);
     connect(m_btnMenuUp, &QPushButton::released, this, &RVX_3410_Middle_widget::on_btnreleased_MenuUp);
@@ -62,36 +55,36 @@ RVX_3410_Middle_widget::RVX_3410_Middle_widget(QWidget *parent, RVX3210_workdata
 
 void RVX_3410_Middle_widget::on_btnpressed_MenuUp()
 {
-    m_btnMenuUp->setStyleSheet(QString::fromLatin1(S4::MenuUpOn));
-    m_link->SendCMDMenu(MenuUp, Pressed);
+    setKeySheet(m_btnMenuUp, QString::fromLatin1(S4::MenuUpOn));
+    link()->SendCMDMenu(MenuUp, Pressed);
 }
 
 void RVX_3410_Middle_widget::on_btnreleased_MenuUp()
 {
-    m_btnMenuUp->setStyleSheet(QString::fromLatin1(S4::MenuUpOff));
-    m_link->SendCMDMenu(MenuUp, Released);
+    setKeySheet(m_btnMenuUp, QString::fromLatin1(S4::MenuUpOff));
+    link()->SendCMDMenu(MenuUp, Released);
 }
 
 void RVX_3410_Middle_widget::on_btnpressed_Menu()
 {
-    m_btnMenu->setStyleSheet(QString::fromLatin1(S4::MenuOn));
-    m_link->SendCMDMenu(MenuEnter, Pressed);
+    setKeySheet(m_btnMenu, QString::fromLatin1(S4::MenuOn));
+    link()->SendCMDMenu(MenuEnter, Pressed);
 }
 
 void RVX_3410_Middle_widget::on_btnreleased_Menu()
 {
     // The unit acts on the press alone: unlike the arrows, the menu key sends no release.
-    m_btnMenu->setStyleSheet(QString::fromLatin1(S4::MenuOff));
+    setKeySheet(m_btnMenu, QString::fromLatin1(S4::MenuOff));
 }
 
 void RVX_3410_Middle_widget::on_btnpressed_MenuDown()
 {
-    m_btnMenuDown->setStyleSheet(QString::fromLatin1(S4::MenuDownOn));
-    m_link->SendCMDMenu(MenuDown, Pressed);
+    setKeySheet(m_btnMenuDown, QString::fromLatin1(S4::MenuDownOn));
+    link()->SendCMDMenu(MenuDown, Pressed);
 }
 
 void RVX_3410_Middle_widget::on_btnreleased_MenuDown()
 {
-    m_btnMenuDown->setStyleSheet(QString::fromLatin1(S4::MenuDownOff));
-    m_link->SendCMDMenu(MenuDown, Released);
+    setKeySheet(m_btnMenuDown, QString::fromLatin1(S4::MenuDownOff));
+    link()->SendCMDMenu(MenuDown, Released);
 }

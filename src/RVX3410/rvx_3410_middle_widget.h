@@ -27,7 +27,6 @@ public slots:
     void on_btnreleased_MenuDown();
 
 private:
-    RVX3210_workdata *m_link = nullptr;
     QPushButton *m_btnMenuUp = nullptr;
     QPushButton *m_btnMenu = nullptr;
     QPushButton *m_btnMenuDown = nullptr;

@@ -1,5 +1,6 @@
 #include "rvx_3410_upper_widget.h"
 
+#include "RVX3210/keysheet.h"
 #include "rvx3210_workdata.h"
 #include "rvx3410styles.h"
 
@@ -32,15 +33,8 @@ constexpr uint8_t Rotated = 0x40;
 } // namespace
 
 RVX_3410_Upper_Widget::RVX_3410_Upper_Widget(QWidget *parent, RVX3210_workdata *link)
-    : Upper_Widget(parent, link), m_link(link)
+    : Upper_Widget(parent, link, KeysOnly{})
 {
-    auto makeKey = [this](const char *style) {
-        auto *key = new QPushButton(this);
-        key->setFixedSize(55, 55);
-        key->setFocusPolicy(Qt::NoFocus);
-        key->setStyleSheet(QString::fromLatin1(style));
-        return key;
-    };
     m_btnF4 = makeKey(S4::F4Off);
     m_btnF5 = makeKey(S4::F5Off);
     m_btnF6 = makeKey(S4::F6Off);
@@ -61,18 +55,11 @@ RVX_3410_Upper_Widget::RVX_3410_Upper_Widget(QWidget *parent, RVX3210_workdata *
     connect(m_btnF5, &QPushButton::clicked, this, &RVX_3410_Upper_Widget::on_btnclicked_F5);
     connect(m_btnF6, &QPushButton::clicked, this, &RVX_3410_Upper_Widget::on_btnclicked_F6);
     connect(m_btnF8, &QPushButton::clicked, this, &RVX_3410_Upper_Widget::on_btnclicked_F8);
-    // The read-state key also cancels the delayed read.
-    disconnect(btnRead(), &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_Read3210data);
-    connect(btnRead(), &QPushButton::clicked, this, &RVX_3410_Upper_Widget::on_btnclicked_Read3210data);
 }
 
 void RVX_3410_Upper_Widget::layOutRow()
 {
-    // The RVX3410 row has no close key, and its function keys carry captions: the shared
-    // keys are laid out again with the new ones.
-    delete layout();
-    btnClose()->hide();
-
+    // No close key here, and captions under the function keys.
     auto caption = [this](const char *text) {
         auto *label = new QLabel(QString::fromLatin1(text), this);
         label->setAlignment(Qt::AlignCenter);
@@ -109,7 +96,7 @@ void RVX_3410_Upper_Widget::on_btnclicked_F4()
     if (!m_f4On) {
         m_f4On = true;
         on_Style_btnF4(true);
-        m_link->SendCMDREC(1);
+        link()->SendCMDREC(1);
         return;
     }
     // Stopping the recording ends a pause as well.
@@ -117,7 +104,7 @@ void RVX_3410_Upper_Widget::on_btnclicked_F4()
     m_f5On = false;
     on_Style_btnF4(false);
     on_Style_btnF5(false);
-    m_link->SendCMDREC(0);
+    link()->SendCMDREC(0);
 }
 
 void RVX_3410_Upper_Widget::on_btnclicked_F5()
@@ -126,21 +113,21 @@ void RVX_3410_Upper_Widget::on_btnclicked_F5()
         return;
     m_f5On = !m_f5On;
     on_Style_btnF5(m_f5On);
-    m_link->SendCMDPAUSE();
+    link()->SendCMDPAUSE();
 }
 
 void RVX_3410_Upper_Widget::on_btnclicked_F6()
 {
     m_f6On = !m_f6On;
     on_Style_btnF6(m_f6On);
-    m_link->SendCMDSTREAM(m_f6On ? 1 : 0);
+    link()->SendCMDSTREAM(m_f6On ? 1 : 0);
 }
 
 void RVX_3410_Upper_Widget::on_btnclicked_F8()
 {
     m_f8On = !m_f8On;
     on_Style_btnF8(m_f8On);
-    m_link->SendCMDROTATE();
+    link()->SendCMDROTATE();
 }
 
 void RVX_3410_Upper_Widget::on_btnclicked_Read3210data()
@@ -157,7 +144,7 @@ void RVX_3410_Upper_Widget::on_timerour_REC()
 
 void RVX_3410_Upper_Widget::on_timerour_DS()
 {
-    m_link->SendCMDRead3210state();
+    link()->SendCMDRead3210state();
 }
 
 void RVX_3410_Upper_Widget::set_Style_btnF4(uint8_t v)
@@ -189,7 +176,7 @@ void RVX_3410_Upper_Widget::set_Style_btnF4(uint8_t v)
         m_f4On = true;
         m_f5On = false;
         on_Style_btnF5(false);
-        const_cast<QTimer *>(blinkTimer())->start(S::FtbBlinkMs);
+        ftbBlinkTimer()->start(S::FtbBlinkMs);
         break;
     }
 }
@@ -208,20 +195,20 @@ void RVX_3410_Upper_Widget::set_Style_btnF8(uint8_t v)
 
 void RVX_3410_Upper_Widget::on_Style_btnF4(bool on)
 {
-    m_btnF4->setStyleSheet(QString::fromLatin1(on ? S4::F4On : S4::F4Off));
+    setKeySheet(m_btnF4, QString::fromLatin1(on ? S4::F4On : S4::F4Off));
 }
 
 void RVX_3410_Upper_Widget::on_Style_btnF5(bool on)
 {
-    m_btnF5->setStyleSheet(QString::fromLatin1(on ? S4::F5On : S4::F5Off));
+    setKeySheet(m_btnF5, QString::fromLatin1(on ? S4::F5On : S4::F5Off));
 }
 
 void RVX_3410_Upper_Widget::on_Style_btnF6(bool on)
 {
-    m_btnF6->setStyleSheet(QString::fromLatin1(on ? S4::F6On : S4::F6Off));
+    setKeySheet(m_btnF6, QString::fromLatin1(on ? S4::F6On : S4::F6Off));
 }
 
 void RVX_3410_Upper_Widget::on_Style_btnF8(bool on)
 {
-    m_btnF8->setStyleSheet(QString::fromLatin1(on ? S4::F8On : S4::F8Off));
+    setKeySheet(m_btnF8, QString::fromLatin1(on ? S4::F8On : S4::F8Off));
 }

@@ -42,7 +42,7 @@ public slots:
     void on_btnclicked_F6();
     void on_btnclicked_F8();
     // Asks for the state now, which makes the delayed read unnecessary.
-    void on_btnclicked_Read3210data();
+    void on_btnclicked_Read3210data() override;
     void on_timerour_REC();
     void on_timerour_DS();
 
@@ -54,7 +54,6 @@ public slots:
 private:
     void layOutRow();
 
-    RVX3210_workdata *m_link = nullptr;
     QPushButton *m_btnF4 = nullptr;
     QPushButton *m_btnF5 = nullptr;
     QPushButton *m_btnF6 = nullptr;

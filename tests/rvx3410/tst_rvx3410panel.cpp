@@ -316,7 +316,7 @@ void TestRvx3410Panel::returnKeyEmitsExit()
     QSignalSpy exits(&rig.panel, &RVX3410UI::ExitSignals);
     rig.panel.upperRow()->btnReturn()->click();
     QCOMPARE(exits.count(), 1);
-    QVERIFY(rig.panel.upperRow()->btnClose()->isHidden());
+    QVERIFY(!rig.panel.upperRow()->btnClose());
     QCOMPARE(rig.panel.titleBar()->modelName()->text(), QStringLiteral("RVX3410"));
 }
 
