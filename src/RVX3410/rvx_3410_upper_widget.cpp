@@ -40,6 +40,8 @@ RVX_3410_Upper_Widget::RVX_3410_Upper_Widget(QWidget *parent, RVX3210_workdata *
     m_btnF6 = makeKey(S4::F6Off);
     m_btnF8 = makeKey(S4::F8Off);
 
+    // Nothing starts the REC blink: a recording with code 3 blinks FTB instead, and the
+    // other codes only stop it.
     m_recBlink = new QTimer(this);
     m_recBlink->setInterval(S4::RecBlinkMs);
     connect(m_recBlink, &QTimer::timeout, this, &RVX_3410_Upper_Widget::on_timerour_REC);

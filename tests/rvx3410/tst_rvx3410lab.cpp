@@ -14,6 +14,7 @@
 #include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTimer>
 #include <QtTest>
 
@@ -100,6 +101,16 @@ void TestRvx3410Lab::openDriveReturnReopen()
     const QString reads = QStringLiteral("rx unit=%1 board=main cmd=0x49").arg(m_ip);
     QCOMPARE(LabState::logCount(reads), 1);
     QTRY_COMPARE_WITH_TIMEOUT(LabState::logCount(reads), 2, 6000);
+
+    // The unit's reply: a whole frame marked 0x27 for the RVX3410 signal, and the 29-byte
+    // record the panel reads.
+    QSignalSpy frames(panel->link(), &RVX3210_workdata::on_signals_3410Data);
+    QSignalSpy records(panel->link(), &RVX3210_workdata::on_signals_3210Data);
+    up->btnRead()->click();
+    QVERIFY(records.wait(5000));
+    QCOMPARE(frames.count(), 1);
+    QCOMPARE(uint8_t(frames.at(0).at(0).toByteArray().at(14)), uint8_t(0x27));
+    QCOMPARE(records.at(0).at(0).toByteArray().size(), 29);
 
     // Each key is checked twice: the unit's state file, then the unit's next state record
     // lighting a key the panel was made to forget.

@@ -7,9 +7,11 @@
 #include "RVX3410/rvx_3410_middle_widget.h"
 #include "RVX3410/rvx_3410_upper_widget.h"
 #include "SwitcherData/rvx3210_workdata.h"
+#include "modalanswer.h"
 #include "wirecapture.h"
 
 #include <QComboBox>
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QPushButton>
@@ -36,11 +38,12 @@ bool lit(QWidget *key, const char *picture)
     return key->styleSheet().contains(QLatin1String(picture));
 }
 
-// A 29-byte record of a unit at rest, with bytes 9 and 26-28 as given.
-QByteArray record(uint8_t ftb, uint8_t b26, uint8_t b27, uint8_t b28)
+// A 29-byte record of a unit at rest, with bytes 9, 21 and 26-28 as given.
+QByteArray record(uint8_t ftb, uint8_t b26, uint8_t b27, uint8_t b28, uint8_t output = 7)
 {
     QByteArray r = QByteArray::fromHex("0102000732033201000000000002000000000000010700000000");
     r[9] = char(ftb);
+    r[21] = char(output);
     r.append(char(b26)).append(char(b27)).append(char(b28));
     return r;
 }
@@ -89,6 +92,7 @@ private slots:
     void delayedRead();
     void readKeyCancelsDelayedRead();
     void returnKeyEmitsExit();
+    void pgmOutDialog();
 };
 
 void TestRvx3410Panel::stateBytes_data()
@@ -318,6 +322,40 @@ void TestRvx3410Panel::returnKeyEmitsExit()
     QCOMPARE(exits.count(), 1);
     QVERIFY(!rig.panel.upperRow()->btnClose());
     QCOMPARE(rig.panel.titleBar()->modelName()->text(), QStringLiteral("RVX3410"));
+}
+
+void TestRvx3410Panel::pgmOutDialog()
+{
+    Rig rig;
+    rig.settle();
+    RVX_3410_Upper_Widget *up = rig.panel.upperRow();
+    rig.panel.on_toRead_3210Dtat(record(0, 0, 0, 0, 3)); // the unit's code 3 is "1080P30"
+    rig.panel.on_toRead_3210Dtat(record(0, 0, 0, 0, 2)); // an even code changes nothing
+    QCOMPARE(up->outputFormatIndex(), 4);
+    rig.wire(); // what the first record set in the other rows
+
+    QString name;
+    QString label;
+    QStringList items;
+    int shown = -1;
+    ModalWatch watch([&](QWidget *w) {
+        name = w->objectName();
+        label = w->findChild<QLabel *>()->text();
+        auto *list = w->findChild<QComboBox *>();
+        for (int i = 0; i < list->count(); ++i)
+            items << list->itemText(i);
+        shown = list->currentIndex();
+        list->setCurrentIndex(1);
+        w->close();
+    });
+    up->btnF1()->click();
+    QCOMPARE(name, QStringLiteral("_dlog"));
+    QCOMPARE(label, QStringLiteral("PGM Out"));
+    QCOMPARE(items,
+             (QStringList{"1080P60", "1080P50", "1080I60", "1080I50", "1080P30", "1080P25", "1080P24"}));
+    QCOMPARE(shown, 4);
+    // The list index itself goes out, not the unit's code.
+    QCOMPARE(rig.wire(), frames({"a56c1500a5ff01000000000000000000a3016f03ae"}));
 }
 
 QTEST_MAIN(TestRvx3410Panel)
