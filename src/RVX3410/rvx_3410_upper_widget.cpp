@@ -21,7 +21,6 @@ enum RecordingState : uint8_t
     Recording = 1,
     Paused = 2,
     RecordingOther = 3, // recording, with the FTB key blinking
-
 };
 
 constexpr uint8_t RecordingMask = 0x18;
