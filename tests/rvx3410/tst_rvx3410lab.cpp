@@ -143,10 +143,6 @@ void TestRvx3410Lab::openDriveReturnReopen()
     QCOMPARE(LabState::waitFor(m_ip, {{"menu", "open"}, {"menu_line", "1"}, {"menu_last", "4200"}}),
              QString());
 
-    const QString shot = qEnvironmentVariable("KOVA_3410_SCREENSHOT");
-    if (!shot.isEmpty())
-        QVERIFY(panel->grab().save(shot));
-
     leave(window, panel);
 
     // The second panel binds port 7000 again and starts from the unit's state.
