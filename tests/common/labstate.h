@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QMap>
+#include <QRegularExpression>
 #include <QString>
 #include <QStringList>
 #include <QtTest>
@@ -44,13 +45,17 @@ inline QString waitFor(const QString &ip, const QMap<QString, QString> &expected
     }
 }
 
-// Lines of the emulator's frame log that contain `needle`.
-inline int logCount(const QString &needle)
+// Lines of the emulator's frame log that match `pattern`.
+inline int logCount(const QString &pattern)
 {
     QFile file(qEnvironmentVariable("LAB_EMULATOR_LOG"));
     if (!file.open(QIODevice::ReadOnly))
         return 0;
-    return QString::fromUtf8(file.readAll()).count(needle);
+    const QRegularExpression line(pattern);
+    int n = 0;
+    for (const QByteArray &l : file.readAll().split('\n'))
+        n += line.match(QString::fromUtf8(l)).hasMatch() ? 1 : 0;
+    return n;
 }
 
 } // namespace LabState

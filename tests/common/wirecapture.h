@@ -59,6 +59,28 @@ public:
         }
     }
 
+    // What arrived until `count` datagrams are held or `ms` have passed.
+    QList<QByteArray> take(int count, int ms = 3000)
+    {
+        waitFor(count, ms);
+        return takeAll();
+    }
+
+    // Everything before `marker`, or a list naming the loss if the marker never came.
+    QList<QByteArray> until(const QByteArray &marker)
+    {
+        QList<QByteArray> got;
+        if (!takeUntil(marker, &got))
+            got << QByteArray("marker lost");
+        return got;
+    }
+
+    // Answers as the unit would: from this address to the link on 127.0.0.1:7000.
+    void reply(const QByteArray &datagram)
+    {
+        m_socket.writeDatagram(datagram, QHostAddress::LocalHost, 7000);
+    }
+
     QList<QByteArray> takeAll()
     {
         drain();

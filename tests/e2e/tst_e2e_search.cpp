@@ -3,9 +3,9 @@
 // side of the lab (lab/lab.sh), which exports the emulator's log and the units' addresses.
 #include "app/groupbox_right.h"
 #include "app/showsearch.h"
+#include "labstate.h"
 #include "workdata.h"
 
-#include <QFile>
 #include <QListWidget>
 #include <QProcess>
 #include <QPushButton>
@@ -24,13 +24,7 @@ QStringList texts(const QListWidget *list)
 
 int searchFramesLogged()
 {
-    QFile log(qEnvironmentVariable("LAB_EMULATOR_LOG"));
-    if (!log.open(QIODevice::ReadOnly))
-        return 0;
-    int n = 0;
-    for (const QByteArray &line : log.readAll().split('\n'))
-        n += line.contains("cmd=0xff") && line.contains("sum=ok") ? 1 : 0;
-    return n;
+    return LabState::logCount("cmd=0xff .*sum=ok");
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // Discovery through real sockets: the search leaves as a broadcast, replies come back from
 // stand-in units on loopback addresses, and the device table fills as the window expects.
 // Runs only inside a private network namespace (netns-run.sh).
-#include "searchreply.h"
+#include "testframes.h"
 #include "workdata.h"
 
 #include <QRandomGenerator>
@@ -10,11 +10,6 @@
 #include <QtTest>
 
 namespace {
-
-QByteArray reply(uint8_t devClass, uint8_t childType, const QByteArray &nameField, const QByteArray &id)
-{
-    return searchReply(devClass, childType, nameField, id);
-}
 
 QByteArray id(int a, int b, int c)
 {
@@ -108,9 +103,9 @@ void tst_Discovery::searchLeavesAsBroadcast()
 void tst_Discovery::mainAndHisRepliesBind()
 {
     QSignalSpy added(m_link, &SWITCHER_DATA::sigend_datapack);
-    sendFrom("127.0.0.11", reply(0xA5, 0x21, "Studio A-V2", id(1, 2, 3)));
+    sendFrom("127.0.0.11", searchReply(0xA5, 0x21, "Studio A-V2", id(1, 2, 3)));
     QTRY_COMPARE(added.count(), 1);
-    sendFrom("127.0.0.111", reply(0xE5, 0x21, "his-x", id(1, 2, 3)));
+    sendFrom("127.0.0.111", searchReply(0xE5, 0x21, "his-x", id(1, 2, 3)));
     QTRY_VERIFY(m_link->devices()[0].ip2 != 0);
 
     const DevInfo_DATA &rec = m_link->devices()[0];
@@ -131,8 +126,8 @@ void tst_Discovery::mainAndHisRepliesBind()
 void tst_Discovery::hisReplyBeforeMainIsLost()
 {
     QSignalSpy added(m_link, &SWITCHER_DATA::sigend_datapack);
-    sendFrom("127.0.0.112", reply(0xE0, 0x21, "his-x", id(4, 5, 6)));
-    sendFrom("127.0.0.12", reply(0xA5, 0x24, "Late-1", id(4, 5, 6)));
+    sendFrom("127.0.0.112", searchReply(0xE0, 0x21, "his-x", id(4, 5, 6)));
+    sendFrom("127.0.0.12", searchReply(0xA5, 0x24, "Late-1", id(4, 5, 6)));
     QTRY_COMPARE(added.count(), 1);
     QCOMPARE(m_link->devices()[0].ip2, 0u);
     QCOMPARE(m_link->devices()[0].devClass2, uint8_t(0));
@@ -141,11 +136,11 @@ void tst_Discovery::hisReplyBeforeMainIsLost()
 void tst_Discovery::hisReplyMatchingTwoRecordsUpdatesBoth()
 {
     QSignalSpy added(m_link, &SWITCHER_DATA::sigend_datapack);
-    sendFrom("127.0.0.13", reply(0xA5, 0x21, "Twin-1", id(7, 7, 7)));
-    sendFrom("127.0.0.14", reply(0xA5, 0x21, "Twin-2", id(7, 7, 7)));
-    sendFrom("127.0.0.15", reply(0xA5, 0x21, "Other-3", id(7, 7, 8)));
+    sendFrom("127.0.0.13", searchReply(0xA5, 0x21, "Twin-1", id(7, 7, 7)));
+    sendFrom("127.0.0.14", searchReply(0xA5, 0x21, "Twin-2", id(7, 7, 7)));
+    sendFrom("127.0.0.15", searchReply(0xA5, 0x21, "Other-3", id(7, 7, 8)));
     QTRY_COMPARE(added.count(), 3);
-    sendFrom("127.0.0.113", reply(0xE0, 0x21, "his-x", id(7, 7, 7)));
+    sendFrom("127.0.0.113", searchReply(0xE0, 0x21, "his-x", id(7, 7, 7)));
     QTRY_VERIFY(m_link->devices()[1].ip2 != 0);
     QCOMPARE(SWITCHER_DATA::dottedIp(m_link->devices()[0].ip2), QString("127.0.0.113"));
     QCOMPARE(m_link->devices()[2].ip2, 0u);
@@ -154,7 +149,7 @@ void tst_Discovery::hisReplyMatchingTwoRecordsUpdatesBoth()
 void tst_Discovery::splitDatagramIsJoined()
 {
     QSignalSpy added(m_link, &SWITCHER_DATA::sigend_datapack);
-    const QByteArray whole = reply(0xA5, 0x26, "Split-9", id(9, 9, 9));
+    const QByteArray whole = searchReply(0xA5, 0x26, "Split-9", id(9, 9, 9));
     sendFrom("127.0.0.16", whole.left(19)); // too short to judge: kept
     QTest::qWait(50);
     QCOMPARE(added.count(), 0);
@@ -166,7 +161,7 @@ void tst_Discovery::splitDatagramIsJoined()
 void tst_Discovery::rejectedDatagrams_data()
 {
     QTest::addColumn<QByteArray>("datagram");
-    const QByteArray good = reply(0xA5, 0x21, "Bad-1", id(1, 1, 1));
+    const QByteArray good = searchReply(0xA5, 0x21, "Bad-1", id(1, 1, 1));
     QByteArray badSum = good;
     badSum[badSum.size() - 3] = char(uint8_t(badSum.at(badSum.size() - 3)) + 1);
     QByteArray notSearch = good;
@@ -178,9 +173,9 @@ void tst_Discovery::rejectedDatagrams_data()
     QTest::newRow("not a search reply") << notSearch;
     QTest::newRow("no end byte") << badEnd;
     // Two frames in one datagram are joined and the joined sum cannot match.
-    QTest::newRow("two frames in one datagram") << good + reply(0xA5, 0x21, "Bad-2", id(2, 2, 2));
+    QTest::newRow("two frames in one datagram") << good + searchReply(0xA5, 0x21, "Bad-2", id(2, 2, 2));
     QTest::newRow("oversized") << good + QByteArray(1100, '\0');
-    QTest::newRow("only a name, no text") << reply(0xA5, 0x21, "-x", id(3, 3, 3));
+    QTest::newRow("only a name, no text") << searchReply(0xA5, 0x21, "-x", id(3, 3, 3));
     QTest::newRow("wrong device number") << QByteArray(good).replace(5, 1, "\x01");
 }
 
@@ -190,7 +185,7 @@ void tst_Discovery::rejectedDatagrams()
     QSignalSpy added(m_link, &SWITCHER_DATA::sigend_datapack);
     sendFrom("127.0.0.17", datagram);
     // The buffer must have been cleared: a good reply right after binds on its own.
-    sendFrom("127.0.0.18", reply(0xA5, 0x21, "Good-1", id(5, 5, 5)));
+    sendFrom("127.0.0.18", searchReply(0xA5, 0x21, "Good-1", id(5, 5, 5)));
     QTRY_COMPARE(m_link->DevInfo_DATA_IDX(), 1);
     QCOMPARE(added.count(), 1);
     QCOMPARE(nameOf(m_link->devices()[0]), QString("Good"));
@@ -209,7 +204,7 @@ void tst_Discovery::names()
 {
     QFETCH(QByteArray, field);
     QFETCH(QString, name);
-    sendFrom("127.0.0.19", reply(0xA5, 0x21, field, id(6, 6, 6)));
+    sendFrom("127.0.0.19", searchReply(0xA5, 0x21, field, id(6, 6, 6)));
     QTRY_COMPARE(m_link->DevInfo_DATA_IDX(), 1);
     QCOMPARE(QString::fromLatin1(m_link->devices()[0].name, int(strnlen(m_link->devices()[0].name, 32))),
              name);
@@ -217,7 +212,7 @@ void tst_Discovery::names()
 
 void tst_Discovery::newSearchEmptiesTable()
 {
-    sendFrom("127.0.0.20", reply(0xA5, 0x21, "Old-1", id(1, 2, 1)));
+    sendFrom("127.0.0.20", searchReply(0xA5, 0x21, "Old-1", id(1, 2, 1)));
     QTRY_COMPARE(m_link->DevInfo_DATA_IDX(), 1);
     search();
     QCOMPARE(m_link->DevInfo_DATA_IDX(), 0);
@@ -229,14 +224,14 @@ void tst_Discovery::fullTableDropsFurtherReplies()
     // Fed straight to the decoder: a thousand datagrams would only test the kernel's
     // receive buffer.
     QSignalSpy added(m_link, &SWITCHER_DATA::sigend_datapack);
-    const QByteArray frame = reply(0xA5, 0x21, "Many-1", id(1, 0, 0));
+    const QByteArray frame = searchReply(0xA5, 0x21, "Many-1", id(1, 0, 0));
     for (int i = 0; i < SWITCHER_DATA::MaxDevices + 5; ++i)
         m_link->Get_Bind_Dev(QHostAddress(quint32(0x0A4D0000 + i)), frame);
     QCOMPARE(m_link->DevInfo_DATA_IDX(), SWITCHER_DATA::MaxDevices);
     QCOMPARE(added.count(), SWITCHER_DATA::MaxDevices);
     QCOMPARE(m_link->devices()[SWITCHER_DATA::MaxDevices].ip, 0u); // the zero record after the last
     // HIS replies still reach every record of a full table.
-    m_link->Get_Bind_Dev(QHostAddress("10.0.0.1"), reply(0xE0, 0x21, "h-1", id(1, 0, 0)));
+    m_link->Get_Bind_Dev(QHostAddress("10.0.0.1"), searchReply(0xE0, 0x21, "h-1", id(1, 0, 0)));
     QCOMPARE(SWITCHER_DATA::dottedIp(m_link->devices()[SWITCHER_DATA::MaxDevices - 1].ip2),
              QString("10.0.0.1"));
 }
@@ -264,7 +259,7 @@ void tst_Discovery::garbageNeverReadsOutOfBounds()
     }
     // Whatever was left in the buffer, a new search starts clean.
     search();
-    m_link->MYanalysis(from, reply(0xA5, 0x21, "After-1", id(8, 8, 8)), 0);
+    m_link->MYanalysis(from, searchReply(0xA5, 0x21, "After-1", id(8, 8, 8)), 0);
     QCOMPARE(m_link->DevInfo_DATA_IDX(), 0);
 }
 

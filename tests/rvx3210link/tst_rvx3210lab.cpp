@@ -1,6 +1,6 @@
+#include "labstate.h"
 #include "rvx3210_workdata.h"
 
-#include <QFile>
 #include <QSignalSpy>
 #include <QtTest>
 #include <functional>
@@ -89,11 +89,7 @@ void TestRvx3210Lab::stateFollowsCommands()
     QCOMPARE(int(uint8_t(after.at(21))), 9);
     QCOMPARE(int(uint8_t(after.at(24))), 255);
 
-    QFile stateFile(QString::fromLocal8Bit(qgetenv("LAB_STATE_DIR")) + "/" + m_main + ".state");
-    QVERIFY(stateFile.open(QIODevice::ReadOnly));
-    const QByteArray text = stateFile.readAll();
-    QVERIFY(text.contains("\npgm=4\n"));
-    QVERIFY(text.contains("\npvw=2\n"));
+    QCOMPARE(LabState::waitFor(m_main, {{"pgm", "4"}, {"pvw", "2"}}), QString());
 }
 
 void TestRvx3210Lab::hisNetworkAndUrl()
@@ -126,57 +122,37 @@ void TestRvx3210Lab::commandChangesRecord_data()
     QTest::addColumn<int>("offset");
     QTest::addColumn<int>("expected");
     using W = RVX3210_workdata;
-    auto row = [](const char *name, Call c, int offset, int expected) {
+    auto row = [](const char *name, int offset, int expected, Call c) {
         QTest::newRow(name) << c << offset << expected;
     };
     // Rows run in order against one unit; each reads the state back.
-    row(
-        "pvw 1", [](W &w) { w.SendCMDPVWCH(1); }, 1, 1);
-    row("auto swaps", &W::SendCMDAUTO, 0, 1);
-    row(
-        "t-bar travel keeps buses", [](W &w) { w.SwndCMDslider(1, 60); }, 0, 1);
-    row(
-        "t-bar end swaps", [](W &w) { w.SwndCMDslider(1, 128); }, 0, 4);
-    row(
-        "transition mix", [](W &w) { w.SendCMDTRANSITIONS(1); }, 7, 1);
-    row(
-        "transition fade", [](W &w) { w.SendCMDTRANSITIONS(2); }, 7, 2);
-    row(
-        "wipe up", [](W &w) { w.SendCMDTRANSITIONS(3); }, 8, 2);
-    row(
-        "wipe down", [](W &w) { w.SendCMDTRANSITIONS(4); }, 8, 6);
-    row("ftb on", &W::SendCMDFTB, 9, 1);
-    row("ftb off", &W::SendCMDFTB, 9, 0);
-    row("still on", &W::SendCMDSTILL, 19, 1);
-    row(
-        "pip on", [](W &w) { w.SendCMDPIP(1); }, 10, 1);
-    row(
-        "border enable", [](W &w) { w.SendCMDPIP_Border_Enable(1); }, 11, 1);
-    row(
-        "border colour", [](W &w) { w.SendCMDPIP_Border_Color(3); }, 12, 3);
-    row(
-        "border width", [](W &w) { w.SendCMDPIP_Border_Width(5); }, 13, 5);
-    row(
-        "pip size", [](W &w) { w.SendCMDPIP_Border_Size(2); }, 14, 2);
-    row(
-        "v position high", [](W &w) { w.SendCMDPIP_V_Position(0x0210); }, 17, 0x02);
-    row(
-        "v position low", [](W &w) { w.SendCMDPIP_V_Position(0x0210); }, 18, 0x10);
-    row("mix audio", &W::SendCMDMIX, 2, 1);
-    row("afv audio", &W::SendCMDAFV, 2, 0);
-    row(
-        "ch2 source", [](W &w) { w.SendCMDCH2(6); }, 5, 0);
-    row(
-        "ch1 volume", [](W &w) { w.SendCMDCH1_VOL(75); }, 4, 75);
-    row(
-        "ch2 volume", [](W &w) { w.SendCMDCH2_VOL(100); }, 6, 100);
-    row(
-        "rate", [](W &w) { w.SendCMDRATE(2); }, 20, 2);
-    row(
-        "output index 6", [](W &w) { w.SendCMDF1(6); }, 21, 5);
-    row(
-        "output first", [](W &w) { w.SendCMDF1(0); }, 21, 7);
-    row("f3 back off", &W::SendCMDF3, 24, 0);
+    row("pvw 1", 1, 1, [](W &w) { w.SendCMDPVWCH(1); });
+    row("auto swaps", 0, 1, &W::SendCMDAUTO);
+    row("t-bar travel keeps buses", 0, 1, [](W &w) { w.SwndCMDslider(1, 60); });
+    row("t-bar end swaps", 0, 4, [](W &w) { w.SwndCMDslider(1, 128); });
+    row("transition mix", 7, 1, [](W &w) { w.SendCMDTRANSITIONS(1); });
+    row("transition fade", 7, 2, [](W &w) { w.SendCMDTRANSITIONS(2); });
+    row("wipe up", 8, 2, [](W &w) { w.SendCMDTRANSITIONS(3); });
+    row("wipe down", 8, 6, [](W &w) { w.SendCMDTRANSITIONS(4); });
+    row("ftb on", 9, 1, &W::SendCMDFTB);
+    row("ftb off", 9, 0, &W::SendCMDFTB);
+    row("still on", 19, 1, &W::SendCMDSTILL);
+    row("pip on", 10, 1, [](W &w) { w.SendCMDPIP(1); });
+    row("border enable", 11, 1, [](W &w) { w.SendCMDPIP_Border_Enable(1); });
+    row("border colour", 12, 3, [](W &w) { w.SendCMDPIP_Border_Color(3); });
+    row("border width", 13, 5, [](W &w) { w.SendCMDPIP_Border_Width(5); });
+    row("pip size", 14, 2, [](W &w) { w.SendCMDPIP_Border_Size(2); });
+    row("v position high", 17, 0x02, [](W &w) { w.SendCMDPIP_V_Position(0x0210); });
+    row("v position low", 18, 0x10, [](W &w) { w.SendCMDPIP_V_Position(0x0210); });
+    row("mix audio", 2, 1, &W::SendCMDMIX);
+    row("afv audio", 2, 0, &W::SendCMDAFV);
+    row("ch2 source", 5, 0, [](W &w) { w.SendCMDCH2(6); });
+    row("ch1 volume", 4, 75, [](W &w) { w.SendCMDCH1_VOL(75); });
+    row("ch2 volume", 6, 100, [](W &w) { w.SendCMDCH2_VOL(100); });
+    row("rate", 20, 2, [](W &w) { w.SendCMDRATE(2); });
+    row("output index 6", 21, 5, [](W &w) { w.SendCMDF1(6); });
+    row("output first", 21, 7, [](W &w) { w.SendCMDF1(0); });
+    row("f3 back off", 24, 0, &W::SendCMDF3);
 }
 
 void TestRvx3210Lab::commandChangesRecord()

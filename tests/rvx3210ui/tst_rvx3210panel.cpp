@@ -8,12 +8,14 @@
 #include "RVX3210/plane_top.h"
 #include "RVX3210/qslider_left.h"
 #include "RVX3210/qslider_right.h"
-#include "RVX3210/rvx3210log.h"
 #include "RVX3210/rvx3210ui.h"
 #include "RVX3210/tbarsequencer.h"
 #include "RVX3210/upper_widget.h"
 #include "app/showsearch.h"
+#include "modalanswer.h"
 #include "rvx3210_workdata.h"
+#include "testframes.h"
+#include "wirecapture.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -22,52 +24,20 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
-#include <QPixmap>
 #include <QPointer>
 #include <QPushButton>
 #include <QRegularExpressionValidator>
 #include <QSlider>
 #include <QSpinBox>
 #include <QTimer>
-#include <QUdpSocket>
 #include <QtTest>
-#include <functional>
+#include <memory>
 #include <sys/resource.h>
 
 namespace {
 
 const char *const MainIp = "127.0.0.2";
 const char *const HisIp = "127.0.0.3";
-constexpr quint16 Port = 7000;
-constexpr auto Share = QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint;
-
-QByteArray hex(const char *h)
-{
-    return QByteArray::fromHex(h);
-}
-
-// Appends the 16-bit sum and the end byte; the test's own arithmetic, not the panel's.
-QByteArray seal(QByteArray head)
-{
-    quint16 sum = 0;
-    for (char c : head)
-        sum = quint16(sum + uint8_t(c));
-    head.append(char(sum & 0xFF));
-    head.append(char(sum >> 8));
-    head.append(char(0xAE));
-    return head;
-}
-
-// A state reply of the short form carrying `record`.
-QByteArray stateReply(const QByteArray &record)
-{
-    const int len = 17 + 3 + record.size() + 1 + 3;
-    QByteArray head = hex("a56c0000a5ff0100000000000000000049");
-    head[2] = char(len & 0xFF);
-    head[3] = char(len >> 8);
-    return seal(head + "#\x01#" + record + "#");
-}
 
 // pgm 1, pvw 2, AFV, CH1 IN1 vol 50, CH2 IN2 vol 50, MIX transition, FTB off, PIP off,
 // border off/white/2, size small at 0/0, still off, rate 0, 1080P60, F3 off.
@@ -81,38 +51,9 @@ QByteArray record(std::initializer_list<std::pair<int, uint8_t>> changes)
     return r;
 }
 
-// Answers the next modal box or dialog with `act`, from inside its own event loop.
-void onNextModal(std::function<void(QWidget *)> act)
+QByteArray stateReply(const QByteArray &record)
 {
-    auto *timer = new QTimer;
-    timer->setInterval(10);
-    QObject::connect(timer, &QTimer::timeout, [timer, act] {
-        if (QWidget *w = QApplication::activeModalWidget()) {
-            timer->stop();
-            timer->deleteLater();
-            act(w);
-        }
-    });
-    timer->start();
-}
-
-// Closes the next warning box and hands its text back through `text`.
-void dismissWarning(QString *text)
-{
-    onNextModal([text](QWidget *w) {
-        auto *box = qobject_cast<QMessageBox *>(w);
-        if (box) {
-            *text = box->windowTitle() + QLatin1Char('/') + box->text();
-            box->done(0);
-        } else {
-            w->close();
-        }
-    });
-}
-
-bool lit(const QAbstractButton *key, const char *path)
-{
-    return key->styleSheet().contains(QLatin1String(path));
+    return reply("a5ff", 0x49, "#\x01#" + record + "#");
 }
 
 } // namespace
@@ -142,7 +83,6 @@ private slots:
     void stateReplyLightsKeys_data();
     void stateReplyLightsKeys();
     void shortRecordUpdatesWhatItCarries();
-    void stateDumpLabels();
     void volumeWithoutSourceWarns();
     void pipKeyShowsPane();
     void pipRanges_data();
@@ -155,23 +95,20 @@ private slots:
     void networkPageWarnings();
     void networkPageSends();
     void hisRepliesShown();
-    void doubledSlashPathsLoad();
     void titleBarModelName_data();
     void titleBarModelName();
-    void returnFreesPortAndReopens();
     void returnDuringAutoWait();
     // Last: once the program has been told to exit, no nested event loop runs any more.
     void titleBarCloseQuits();
 
 private:
-    // Datagrams that reached `sock` until `count` are there or the wait ends.
-    QByteArrayList take(QUdpSocket *sock, int count, int timeoutMs = 3000);
-    QByteArrayList drain(QUdpSocket *sock);
     void feed(const QByteArray &datagram, const char *from = MainIp);
+    // "pgm3", "pvw1", "rate2", "t5" (transition key 5), "afv", "amix", "still", "f3", ...
+    QAbstractButton *keyNamed(const QString &name) const;
     void feedState(const QByteArray &rec);
 
-    QUdpSocket *m_main = nullptr;
-    QUdpSocket *m_his = nullptr;
+    std::unique_ptr<WireCapture> m_main;
+    std::unique_ptr<WireCapture> m_his;
     QPointer<RVX3210UI> m_panel;
     QByteArrayList m_pending;
 };
@@ -179,10 +116,9 @@ private:
 void TestRvx3210Panel::initTestCase()
 {
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
-    m_main = new QUdpSocket(this);
-    m_his = new QUdpSocket(this);
-    QVERIFY(m_main->bind(QHostAddress(MainIp), Port, Share));
-    QVERIFY(m_his->bind(QHostAddress(HisIp), Port, Share));
+    m_main = std::make_unique<WireCapture>(MainIp);
+    m_his = std::make_unique<WireCapture>(HisIp);
+    QVERIFY(m_main->isBound() && m_his->isBound());
 }
 
 void TestRvx3210Panel::init()
@@ -191,44 +127,35 @@ void TestRvx3210Panel::init()
     QVERIFY(m_panel->link()->isBound());
     m_panel->DevTypeID(MainIp, 0xA5, 0xFF, HisIp, 0xE0, 0xFF);
     // The one state read of a panel that has just been bound.
-    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1400a5ff01000000000000000000491303ae")});
+    QCOMPARE(m_main->take(1), QByteArrayList{hex("a56c1400a5ff01000000000000000000491303ae")});
 }
 
 void TestRvx3210Panel::cleanup()
 {
     delete m_panel;
-    drain(m_main);
-    drain(m_his);
+    m_main->takeAll();
+    m_his->takeAll();
 }
 
-QByteArrayList TestRvx3210Panel::drain(QUdpSocket *sock)
+QAbstractButton *TestRvx3210Panel::keyNamed(const QString &name) const
 {
-    QByteArrayList got;
-    while (sock->hasPendingDatagrams()) {
-        QByteArray d(int(sock->pendingDatagramSize()), '\0');
-        sock->readDatagram(d.data(), d.size());
-        got << d;
-    }
-    return got;
-}
-
-QByteArrayList TestRvx3210Panel::take(QUdpSocket *sock, int count, int timeoutMs)
-{
-    QByteArrayList got = drain(sock);
-    QElapsedTimer t;
-    t.start();
-    while (got.size() < count && t.elapsed() < timeoutMs) {
-        sock->waitForReadyRead(50);
-        QCoreApplication::processEvents();
-        got << drain(sock);
-    }
-    return got;
+    Below_Widget *below = m_panel->lowerRow();
+    Middle_widget *middle = m_panel->middleRow();
+    Upper_Widget *upper = m_panel->upperRow();
+    const int n = name.mid(name.indexOf(QRegularExpression("[0-9]"))).toInt();
+    const QMap<QString, QAbstractButton *> named{{"afv", middle->btnAFV()},     {"amix", middle->btnMIX()},
+                                                 {"still", middle->btnSTILL()}, {"f3", upper->btnF3()},
+                                                 {"f7", upper->btnF7()},        {"read", upper->btnRead()}};
+    return name.startsWith("pgm")    ? below->pgmGroup()->button(n)
+           : name.startsWith("pvw")  ? below->pvwGroup()->button(n)
+           : name.startsWith("rate") ? below->rateGroup()->button(n)
+           : name.startsWith('t')    ? middle->transitions()->button(n)
+                                     : named.value(name);
 }
 
 void TestRvx3210Panel::feed(const QByteArray &datagram, const char *from)
 {
-    QUdpSocket *sock = QByteArray(from) == HisIp ? m_his : m_main;
-    sock->writeDatagram(datagram, QHostAddress::LocalHost, Port);
+    (QByteArray(from) == HisIp ? m_his : m_main)->reply(datagram);
 }
 
 void TestRvx3210Panel::feedState(const QByteArray &rec)
@@ -238,7 +165,7 @@ void TestRvx3210Panel::feedState(const QByteArray &rec)
     QVERIFY(spy.wait(3000));
     // A state value that differs from the shown one goes back to the unit as a command;
     // those echoes are not what the tests look at.
-    drain(m_main);
+    m_main->takeAll();
 }
 
 void TestRvx3210Panel::tbarUpAndDown()
@@ -254,7 +181,7 @@ void TestRvx3210Panel::tbarUpAndDown()
         if (v == 60)
             QVERIFY(lit(below->btnAuto(), ":/images/red/AUTO.bmp"));
     }
-    up = take(m_main, 128);
+    up = m_main->take(128);
     QCOMPARE(up.size(), 128);
     QCOMPARE(up.at(0), hex("a56c1600a5ff010000000000000000008201015003ae"));
     QCOMPARE(up.at(125), hex("a56c1600a5ff0100000000000000000082017ecd03ae"));
@@ -272,7 +199,7 @@ void TestRvx3210Panel::tbarUpAndDown()
 
     for (int v = 126; v >= 0; --v)
         tbar->setValue(v);
-    const QByteArrayList down = take(m_main, 128);
+    const QByteArrayList down = m_main->take(128);
     QCOMPARE(down.size(), 128);
     QCOMPARE(down.at(0), hex("a56c1600a5ff010000000000000000008200014f03ae"));
     for (int i = 0; i < 126; ++i) {
@@ -312,7 +239,7 @@ void TestRvx3210Panel::cutSwapsLights()
     QElapsedTimer t;
     t.start();
     below->btnCut()->click();
-    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1400a5ff01000000000000000000834d03ae")});
+    QCOMPARE(m_main->take(1), QByteArrayList{hex("a56c1400a5ff01000000000000000000834d03ae")});
     QCOMPARE(int(below->BtnPGMstate()), pgmAfter);
     QCOMPARE(int(below->BtnPVWstate()), pvwAfter);
     QVERIFY(lit(below->btnCut(), ":/images/red/CUT.bmp"));
@@ -322,7 +249,7 @@ void TestRvx3210Panel::cutSwapsLights()
     second.start();
     QTRY_VERIFY_WITH_TIMEOUT(lit(below->btnCut(), ":/images/white/CUT.bmp"), 2000);
     QVERIFY(second.elapsed() >= 290);
-    QCOMPARE(take(m_main, 1).size(), 1);
+    QCOMPARE(m_main->take(1).size(), 1);
 }
 
 void TestRvx3210Panel::autoKeepsEventsFlowing_data()
@@ -363,7 +290,7 @@ void TestRvx3210Panel::autoKeepsEventsFlowing()
     // The wait sleeps in the event loop; a spinning wait would burn the whole 900 ms.
     QVERIFY2(cpuMs < 0.5 * wall, qPrintable(QStringLiteral("cpu %1 ms of %2 ms").arg(cpuMs).arg(wall)));
     QVERIFY(autoLitDuringWait);
-    const QByteArrayList sent = take(m_main, 2);
+    const QByteArrayList sent = m_main->take(2);
     QCOMPARE(sent, (QByteArrayList{hex("a56c1400a5ff01000000000000000000844e03ae"),
                                    hex("a56c1500a5ff0100000000000000000080034e03ae")}));
     QVERIFY(lit(below->rateGroup()->button(2), ":/images/green/RATE3.bmp"));
@@ -404,17 +331,10 @@ void TestRvx3210Panel::keysSendAndLight()
     QFETCH(QString, key);
     QFETCH(QByteArrayList, frames);
     QFETCH(QString, litPath);
-    Upper_Widget *upper = m_panel->upperRow();
     Middle_widget *middle = m_panel->middleRow();
-    QAbstractButton *button = key == "f3"      ? upper->btnF3()
-                              : key == "f7"    ? upper->btnF7()
-                              : key == "read"  ? upper->btnRead()
-                              : key == "amix"  ? middle->btnMIX()
-                              : key == "afv"   ? middle->btnAFV()
-                              : key == "still" ? middle->btnSTILL()
-                                               : middle->transitions()->button(key.mid(1).toInt());
+    QAbstractButton *button = keyNamed(key);
     button->click();
-    QCOMPARE(take(m_main, frames.size()), frames);
+    QCOMPARE(m_main->take(frames.size()), frames);
     if (!litPath.isEmpty())
         QVERIFY2(lit(button, litPath.toLatin1().constData()), qPrintable(button->styleSheet()));
     if (key.startsWith('t')) {
@@ -437,7 +357,7 @@ void TestRvx3210Panel::f2Flashes()
     QVERIFY(t.elapsed() >= 195);
     QVERIFY(greenDuringWait);
     QVERIFY(lit(upper->btnF2(), ":/images/white/F2.bmp"));
-    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1400a5ff01000000000000000000d09a03ae")});
+    QCOMPARE(m_main->take(1), QByteArrayList{hex("a56c1400a5ff01000000000000000000d09a03ae")});
 }
 
 void TestRvx3210Panel::ftbBlinks()
@@ -445,7 +365,7 @@ void TestRvx3210Panel::ftbBlinks()
     Upper_Widget *upper = m_panel->upperRow();
     QPushButton *ftb = upper->btnFTB();
     ftb->click();
-    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1400a5ff01000000000000000000854f03ae")});
+    QCOMPARE(m_main->take(1), QByteArrayList{hex("a56c1400a5ff01000000000000000000854f03ae")});
     QVERIFY(upper->ftbOn());
     QCOMPARE(upper->blinkTimer()->interval(), 400);
     // Phase false shows white first, then red, then white again.
@@ -454,7 +374,7 @@ void TestRvx3210Panel::ftbBlinks()
     QTRY_VERIFY_WITH_TIMEOUT(lit(ftb, ":/images/red/FTB.bmp"), 2000);
 
     ftb->click();
-    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1400a5ff01000000000000000000854f03ae")});
+    QCOMPARE(m_main->take(1), QByteArrayList{hex("a56c1400a5ff01000000000000000000854f03ae")});
     QVERIFY(!upper->ftbOn());
     QVERIFY(!upper->blinkTimer()->isActive());
     QVERIFY(lit(ftb, ":/images/white/FTB.bmp"));
@@ -479,7 +399,7 @@ void TestRvx3210Panel::ftbStateByte()
     QVERIFY(!upper->blinkTimer()->isActive());
     QVERIFY(lit(upper->btnFTB(), ":/images/white/FTB.bmp"));
     // The panel only reads on request; the replies above asked for nothing.
-    QCOMPARE(take(m_main, 1, 100).size(), 0);
+    QCOMPARE(m_main->take(1, 100).size(), 0);
 }
 
 void TestRvx3210Panel::f1CodesToIndexes_data()
@@ -511,24 +431,24 @@ void TestRvx3210Panel::f1CodesToIndexes()
 
 void TestRvx3210Panel::f1DialogSendsListIndex()
 {
-    Upper_Widget *upper = m_panel->upperRow();
     feedState(record({{21, 11}}));
-    int shown = -2;
-    QStringList items;
-    onNextModal([&](QWidget *w) {
-        auto *list = w->findChild<QComboBox *>();
-        shown = list->currentIndex();
-        for (int i = 0; i < list->count(); ++i)
-            items << list->itemText(i);
-        list->setCurrentIndex(4);
-        qobject_cast<QDialog *>(w)->reject();
-    });
-    upper->btnF1()->click();
-    QCOMPARE(shown, 1);
-    QCOMPARE(items,
-             (QStringList{"1080P60", "1080P50", "1080I60", "1080I50", "1080P30", "1080P25", "1080P24"}));
+    QStringList seen;
+    {
+        ModalWatch watch([&](QWidget *w) {
+            auto *list = w->findChild<QComboBox *>();
+            seen << w->objectName() << w->findChild<QLabel *>()->text()
+                 << QString::number(list->currentIndex());
+            for (int i = 0; i < list->count(); ++i)
+                seen << list->itemText(i);
+            list->setCurrentIndex(4);
+            qobject_cast<QDialog *>(w)->reject();
+        });
+        m_panel->upperRow()->btnF1()->click();
+    }
+    QCOMPARE(seen, (QStringList{"_dlog", "PGM Out", "1", "1080P60", "1080P50", "1080I60", "1080I50",
+                                "1080P30", "1080P25", "1080P24"}));
     // The list index (4), not the unit's code for 1080P30 (3).
-    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1500a5ff01000000000000000000a3047203ae")});
+    QCOMPARE(m_main->take(1), QByteArrayList{hex("a56c1500a5ff01000000000000000000a3047203ae")});
 }
 
 void TestRvx3210Panel::stateReplyLightsKeys_data()
@@ -536,45 +456,28 @@ void TestRvx3210Panel::stateReplyLightsKeys_data()
     QTest::addColumn<QByteArray>("rec");
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("path");
-
-    QTest::newRow("pgm 3 red") << record({{0, 3}}) << "pgm3"
-                               << ":/images/red/png/3.png";
-    QTest::newRow("pgm bar red") << record({{0, 9}}) << "pgm9"
-                                 << ":/images/red/BAR.bmp";
-    QTest::newRow("pgm 5 leaves 1 white") << record({{0, 5}}) << "pgm1"
-                                          << ":/images/white/png/1.png";
-    QTest::newRow("pvw 1 doubled slash") << record({{1, 1}}) << "pvw1"
-                                         << ":/images/green//png/1.png";
-    QTest::newRow("pvw 4 green") << record({{1, 4}}) << "pvw4"
-                                 << ":/images/green/png/4.png";
-    QTest::newRow("rate 2") << record({{20, 1}}) << "rate1"
-                            << ":/images/green/RATE2.bmp";
-    QTest::newRow("rate 4 none") << record({{20, 4}}) << "rate0"
-                                 << ":/images/white/RATE1.bmp";
-    QTest::newRow("AFV") << record({{2, 0}}) << "afv"
-                         << ":/images/green/AFV.bmp";
-    QTest::newRow("audio MIX") << record({{2, 1}}) << "amix"
-                               << ":/images/green/MIX.bmp";
-    QTest::newRow("trans FADE") << record({{7, 2}}) << "t2"
-                                << ":/images/green/FADE.bmp";
-    QTest::newRow("wipe left") << record({{7, 4}, {8, 0}}) << "t5"
-                               << ":/images/green/LEFT.bmp";
-    QTest::newRow("wipe up") << record({{7, 4}, {8, 2}}) << "t3"
-                             << ":/images/green/UP.bmp";
-    QTest::newRow("wipe right") << record({{7, 4}, {8, 4}}) << "t6"
-                                << ":/images/green/RIGHT.bmp";
-    QTest::newRow("wipe down") << record({{7, 4}, {8, 6}}) << "t4"
-                               << ":/images/green/DOWN.bmp";
-    QTest::newRow("wipe 1 lights nothing") << record({{7, 4}, {8, 1}}) << "none"
-                                           << "";
-    QTest::newRow("type 3 lights nothing") << record({{7, 3}}) << "none"
-                                           << "";
-    QTest::newRow("still on") << record({{19, 1}}) << "still"
-                              << ":/images/green/STILL.bmp";
-    QTest::newRow("F3 on at 255") << record({{24, 255}}) << "f3"
-                                  << ":/images/green/F3.bmp";
-    QTest::newRow("F3 1 ignored") << record({{24, 1}}) << "f3"
-                                  << ":/images/white/F3.bmp";
+    auto row = [](const char *name, const QByteArray &rec, const char *key, const char *path) {
+        QTest::newRow(name) << rec << key << path;
+    };
+    row("pgm 3 red", record({{0, 3}}), "pgm3", ":/images/red/png/3.png");
+    row("pgm bar red", record({{0, 9}}), "pgm9", ":/images/red/BAR.bmp");
+    row("pgm 5 leaves 1 white", record({{0, 5}}), "pgm1", ":/images/white/png/1.png");
+    row("pvw 1 doubled slash", record({{1, 1}}), "pvw1", ":/images/green//png/1.png");
+    row("pvw 4 green", record({{1, 4}}), "pvw4", ":/images/green/png/4.png");
+    row("rate 2", record({{20, 1}}), "rate1", ":/images/green/RATE2.bmp");
+    row("rate 4 none", record({{20, 4}}), "rate0", ":/images/white/RATE1.bmp");
+    row("AFV", record({{2, 0}}), "afv", ":/images/green/AFV.bmp");
+    row("audio MIX", record({{2, 1}}), "amix", ":/images/green/MIX.bmp");
+    row("trans FADE", record({{7, 2}}), "t2", ":/images/green/FADE.bmp");
+    row("wipe left", record({{7, 4}, {8, 0}}), "t5", ":/images/green/LEFT.bmp");
+    row("wipe up", record({{7, 4}, {8, 2}}), "t3", ":/images/green/UP.bmp");
+    row("wipe right", record({{7, 4}, {8, 4}}), "t6", ":/images/green/RIGHT.bmp");
+    row("wipe down", record({{7, 4}, {8, 6}}), "t4", ":/images/green/DOWN.bmp");
+    row("wipe 1 lights nothing", record({{7, 4}, {8, 1}}), "none", "");
+    row("type 3 lights nothing", record({{7, 3}}), "none", "");
+    row("still on", record({{19, 1}}), "still", ":/images/green/STILL.bmp");
+    row("F3 on at 255", record({{24, 255}}), "f3", ":/images/green/F3.bmp");
+    row("F3 1 ignored", record({{24, 1}}), "f3", ":/images/white/F3.bmp");
 }
 
 void TestRvx3210Panel::stateReplyLightsKeys()
@@ -582,34 +485,14 @@ void TestRvx3210Panel::stateReplyLightsKeys()
     QFETCH(QByteArray, rec);
     QFETCH(QString, key);
     QFETCH(QString, path);
-    Below_Widget *below = m_panel->lowerRow();
     Middle_widget *middle = m_panel->middleRow();
     feedState(rec);
-
-    QPushButton *button = nullptr;
-    if (key.startsWith("pgm"))
-        button = qobject_cast<QPushButton *>(below->pgmGroup()->button(key.mid(3).toInt()));
-    else if (key.startsWith("pvw"))
-        button = qobject_cast<QPushButton *>(below->pvwGroup()->button(key.mid(3).toInt()));
-    else if (key.startsWith("rate"))
-        button = qobject_cast<QPushButton *>(below->rateGroup()->button(key.mid(4).toInt()));
-    else if (key == "afv")
-        button = middle->btnAFV();
-    else if (key == "amix")
-        button = middle->btnMIX();
-    else if (key.startsWith('t'))
-        button = qobject_cast<QPushButton *>(middle->transitions()->button(key.mid(1).toInt()));
-    else if (key == "still")
-        button = middle->btnSTILL();
-    else if (key == "f3")
-        button = m_panel->upperRow()->btnF3();
-
     if (key == "none") {
         for (QAbstractButton *b : middle->transitions()->buttons())
             QVERIFY2(b->styleSheet().contains(":/images/white/"), qPrintable(b->styleSheet()));
         return;
     }
-    QVERIFY(button);
+    QAbstractButton *button = keyNamed(key);
     QVERIFY2(lit(button, path.toLatin1().constData()), qPrintable(button->styleSheet()));
     if (key == "afv")
         QVERIFY(!middle->ch1Source()->isEnabled() && !middle->ch2Source()->isEnabled());
@@ -636,46 +519,20 @@ void TestRvx3210Panel::shortRecordUpdatesWhatItCarries()
                 ":/images/green/FADE.bmp"));
 }
 
-QStringList g_log;
-
-void TestRvx3210Panel::stateDumpLabels()
-{
-    // Turned on directly: logging rules from the environment would override filter rules.
-    auto &category = const_cast<QLoggingCategory &>(lcRvx3210());
-    category.setEnabled(QtDebugMsg, true);
-    g_log.clear();
-    const QtMessageHandler previous = qInstallMessageHandler(
-        [](QtMsgType, const QMessageLogContext &, const QString &msg) { g_log << msg; });
-    feedState(record({{0, 0x0a}, {25, 0xfe}}));
-    const QStringList full = g_log;
-    g_log.clear();
-    feedState(hex("0301"));
-    qInstallMessageHandler(previous);
-    category.setEnabled(QtDebugMsg, false);
-
-    QVERIFY(full.contains(QStringLiteral("pgmCh:         0a")));
-    QVERIFY(full.contains(QStringLiteral("PIP_Bor_Width: 02")));
-    QVERIFY(full.contains(QStringLiteral("outputReso:    07")));
-    QVERIFY(full.contains(QStringLiteral("Rotate:        fe")));
-    QCOMPARE(full.filter(QRegularExpression("^[A-Za-z_0-9]+: +[0-9a-f]{2}$")).size(), 26);
-    // A two-byte record dumps two labelled lines.
-    QCOMPARE(g_log.filter(QRegularExpression("^[A-Za-z_0-9]+: +[0-9a-f]{2}$")),
-             (QStringList{"pgmCh:         03", "pvwCh:         01"}));
-}
-
 void TestRvx3210Panel::volumeWithoutSourceWarns()
 {
     Middle_widget *middle = m_panel->middleRow();
     QCOMPARE(middle->ch2Source()->currentIndex(), -1);
-    QString text;
-    dismissWarning(&text);
-    middle->ch2Volume()->setValue(55);
-    QCOMPARE(text, QStringLiteral("Warning/please choose CH1 source"));
-    QCOMPARE(take(m_main, 1, 100).size(), 0);
+    {
+        ModalWatch watch;
+        middle->ch2Volume()->setValue(55);
+        QCOMPARE(watch.boxes, QStringList{"Warning|please choose CH1 source"});
+    }
+    QCOMPARE(m_main->take(1, 100).size(), 0);
 
     middle->ch1Source()->setCurrentIndex(5);
     middle->ch1Volume()->setValue(55);
-    QCOMPARE(take(m_main, 2), (QByteArrayList{hex("a56c1500a5ff01000000000000000000b9088c03ae"),
+    QCOMPARE(m_main->take(2), (QByteArrayList{hex("a56c1500a5ff01000000000000000000b9088c03ae"),
                                               hex("a56c1500a5ff01000000000000000000ce37d003ae")}));
 }
 
@@ -684,11 +541,11 @@ void TestRvx3210Panel::pipKeyShowsPane()
     m_panel->show();
     QVERIFY(!m_panel->pipPane()->isVisible());
     m_panel->middleRow()->btnPIP()->click();
-    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1500a5ff0100000000000000000086015203ae")});
+    QCOMPARE(m_main->take(1), QByteArrayList{hex("a56c1500a5ff0100000000000000000086015203ae")});
     QVERIFY(m_panel->pipPane()->isVisible());
     QVERIFY(m_panel->lowerRow()->pipFlag());
     m_panel->middleRow()->btnPIP()->click();
-    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1500a5ff0100000000000000000086005103ae")});
+    QCOMPARE(m_main->take(1), QByteArrayList{hex("a56c1500a5ff0100000000000000000086005103ae")});
     QVERIFY(!m_panel->pipPane()->isVisible());
     // The unit's PIP state opens the pane too.
     feedState(record({{10, 1}}));
@@ -726,61 +583,59 @@ void TestRvx3210Panel::pipRanges()
     pip->sizeList()->setCurrentIndex(0);
     pip->hPosition()->setValue(1440);
     pip->vPosition()->setValue(810);
-    take(m_main, 3);
+    m_main->take(3);
     if (size == 0)
         pip->sizeList()->setCurrentIndex(1);
-    take(m_main, 3, 200);
+    m_main->take(3, 200);
 
     pip->sizeList()->setCurrentIndex(size);
     QCOMPARE(pip->hPosition()->maximum(), hMax);
     QCOMPARE(pip->vPosition()->maximum(), vMax);
-    QCOMPARE(take(m_main, frames.size()), frames);
+    QCOMPARE(m_main->take(frames.size()), frames);
 }
 
 void TestRvx3210Panel::pipPositionWithoutSizeWarns()
 {
     Plane_Right *pip = m_panel->pipPane();
-    QString text;
-    dismissWarning(&text);
-    pip->hPosition()->setValue(100);
-    QCOMPARE(text, QStringLiteral("Warning/please choose Size"));
-    text.clear();
-    dismissWarning(&text);
-    pip->vPosition()->setValue(100);
-    QCOMPARE(text, QStringLiteral("Warning/please choose Size"));
-    QCOMPARE(take(m_main, 1, 100).size(), 0);
+    {
+        ModalWatch watch;
+        pip->hPosition()->setValue(100);
+        pip->vPosition()->setValue(100);
+        QCOMPARE(watch.boxes, (QStringList{"Warning|please choose Size", "Warning|please choose Size"}));
+    }
+    QCOMPARE(m_main->take(1, 100).size(), 0);
 
     // Border width 1 from the unit is no width: the box keeps its value and sends nothing.
     pip->borderWidth()->setValue(5);
-    take(m_main, 1);
+    m_main->take(1);
     pip->set_BorderWidth_Style(1);
     QCOMPARE(pip->borderWidth()->value(), 5);
     // The unit's positions come high byte first, and go back low byte first.
     pip->sizeList()->setCurrentIndex(0);
-    take(m_main, 1);
+    m_main->take(1);
     pip->set_Hposition_Style(0x01, 0x40);
     QCOMPARE(pip->hPosition()->value(), 320);
-    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1600a5ff01000000000000000000a04001ad03ae")});
+    QCOMPARE(m_main->take(1), QByteArrayList{hex("a56c1600a5ff01000000000000000000a04001ad03ae")});
 }
 
 void TestRvx3210Panel::faderFramePerStep()
 {
     QSlider_Left *left = m_panel->audioSliders();
     left->sliderMaster()->setValue(9);
-    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1800a5ff01000000000000000000b4000000098b03ae")});
+    QCOMPARE(m_main->take(1), QByteArrayList{hex("a56c1800a5ff01000000000000000000b4000000098b03ae")});
     left->sliderCh1()->setValue(5);
-    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1800a5ff01000000000000000000b4050000099003ae")});
+    QCOMPARE(m_main->take(1), QByteArrayList{hex("a56c1800a5ff01000000000000000000b4050000099003ae")});
 
     // A keyboard step is 2, sent unscaled.
     left->sliderCh2()->setFocus();
     QTest::keyClick(left->sliderCh2(), Qt::Key_Up);
     QCOMPARE(left->sliderCh2()->value(), 2);
-    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1800a5ff01000000000000000000b4050200099203ae")});
+    QCOMPARE(m_main->take(1), QByteArrayList{hex("a56c1800a5ff01000000000000000000b4050200099203ae")});
 
     // A full drag of channel 1: one frame per value, each with all three levels.
     for (int v = 6; v <= 127; ++v)
         left->sliderCh1()->setValue(v);
-    const QByteArrayList drag = take(m_main, 122);
+    const QByteArrayList drag = m_main->take(122);
     QCOMPARE(drag.size(), 122);
     for (int i = 0; i < drag.size(); ++i)
         QCOMPARE(drag.at(i).mid(16, 5).toHex(),
@@ -823,8 +678,8 @@ void TestRvx3210Panel::networkPageWarnings_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<int>("urlLength");
     QTest::addColumn<QString>("warning");
-    QTest::newRow("name of 17 bytes") << QString(17, 'n') << 10 << "Warning/OtherName Text Errors";
-    QTest::newRow("URL of 769 bytes") << "cam" << 769 << "Warning/Url Text Errors";
+    QTest::newRow("name of 17 bytes") << QString(17, 'n') << 10 << "Warning|OtherName Text Errors";
+    QTest::newRow("URL of 769 bytes") << "cam" << 769 << "Warning|Url Text Errors";
     QTest::newRow("name 16 and URL 768 go") << QString(16, 'n') << 768 << "";
 }
 
@@ -837,12 +692,10 @@ void TestRvx3210Panel::networkPageWarnings()
     page->urlIndex()->setCurrentIndex(2);
     page->otherNameEdit()->setText(name);
     page->urlEdit()->setText(QString(urlLength, 'u'));
-    QString text;
-    if (!warning.isEmpty())
-        dismissWarning(&text);
+    ModalWatch watch;
     page->btnSetUrl()->click();
-    QCOMPARE(text, warning);
-    const QByteArrayList sent = take(m_his, warning.isEmpty() ? 1 : 0, warning.isEmpty() ? 3000 : 100);
+    QCOMPARE(watch.boxes.value(0), warning);
+    const QByteArrayList sent = m_his->take(warning.isEmpty() ? 1 : 0, warning.isEmpty() ? 3000 : 100);
     QCOMPARE(sent.size(), warning.isEmpty() ? 1 : 0);
     if (!sent.isEmpty()) {
         QCOMPARE(sent.at(0).size(), 809);
@@ -854,16 +707,14 @@ void TestRvx3210Panel::networkPageSends()
 {
     Plane_Botton *page = m_panel->networkPage();
     // Opening the dialog shows what the link knows.
-    onNextModal([](QWidget *w) { qobject_cast<QDialog *>(w)->reject(); });
+    ModalWatch watch([](QWidget *w) { qobject_cast<QDialog *>(w)->reject(); });
     page->btnSet()->click();
     QCOMPARE(page->devIpEdit()->text(), QString(MainIp));
     QCOMPARE(page->hisIpEdit()->text(), QString(HisIp));
 
     page->devIpEdit()->setText(QString());
-    QString text;
-    dismissWarning(&text);
     page->btnSetDevIp()->click();
-    QCOMPARE(text, QStringLiteral("Warning/Text cannot be empty"));
+    QCOMPARE(watch.boxes, QStringList{"Warning|Text cannot be empty"});
 
     page->devIpEdit()->setText("10.0.0");
     page->btnSetDevIp()->click();
@@ -873,22 +724,22 @@ void TestRvx3210Panel::networkPageSends()
     page->btnSetHisIp()->click();
     page->urlIndex()->setCurrentIndex(-1);
     page->btnReadUrl()->click();
-    QCOMPARE(take(m_main, 1, 150).size(), 0);
-    QCOMPARE(take(m_his, 1, 150).size(), 0);
+    QCOMPARE(m_main->take(1, 150).size(), 0);
+    QCOMPARE(m_his->take(1, 150).size(), 0);
 
     page->btnReadHis()->click();
-    QCOMPARE(take(m_his, 1),
+    QCOMPARE(m_his->take(1),
              QByteArrayList{hex("a56c2000e0ff01000000000000000000240000000000000000000000003503ae")});
     page->urlIndex()->setCurrentIndex(2);
     page->btnReadUrl()->click();
-    QCOMPARE(take(m_his, 1), QByteArrayList{hex("a56c1500e0ff010000000000000000006a027203ae")});
+    QCOMPARE(m_his->take(1), QByteArrayList{hex("a56c1500e0ff010000000000000000006a027203ae")});
     page->hisDnsEdit()->setText("8.8.4.4");
     page->btnSetDns()->click();
-    QCOMPARE(take(m_his, 1).value(0).mid(16, 9), hex("230808040402503b8c"));
+    QCOMPARE(m_his->take(1).value(0).mid(16, 9), hex("230808040402503b8c"));
 
     page->devIpEdit()->setText("10.0.0.9");
     page->btnSetDevIp()->click();
-    QCOMPARE(take(m_main, 1),
+    QCOMPARE(m_main->take(1),
              QByteArrayList{hex("a56c2000a5ff00000000000000000000050a0000090000000000000000ed02ae")});
     QCOMPARE(m_panel->link()->on_DevIP(), QStringLiteral("10.0.0.9"));
 }
@@ -896,18 +747,9 @@ void TestRvx3210Panel::networkPageSends()
 void TestRvx3210Panel::hisRepliesShown()
 {
     Plane_Botton *page = m_panel->networkPage();
-    // Network address reply: IP at 2, mask at 6, gateway at 10, DNS at 20 of the payload.
-    QByteArray payload = hex("0001"
-                             "0a000005"
-                             "ffffff00"
-                             "0a000001"
-                             "000000000000"
-                             "01010101");
     QSignalSpy his(m_panel->link(), &RVX3210_workdata::on_signals_3210HISData);
-    const QByteArray head = hex("a56c0000e0ff0100000000000000000024");
-    QByteArray frame = head + payload + "$";
-    frame[2] = char(frame.size() + 3);
-    feed(seal(frame), HisIp);
+    // Network address reply: IP at 2, mask at 6, gateway at 10, DNS at 20 of the payload.
+    feed(reply("e0ff", 0x24, hex("0001 0a000005 ffffff00 0a000001 000000000000 01010101") + "$"), HisIp);
     QVERIFY(his.wait(3000));
     QCOMPARE(page->hisIpEdit()->text(), QStringLiteral("10.0.0.5"));
     QCOMPARE(page->hisSubnetEdit()->text(), QStringLiteral("255.255.255.0"));
@@ -916,14 +758,7 @@ void TestRvx3210Panel::hisRepliesShown()
     QCOMPARE(m_panel->link()->on_HIS_DNS(), QStringLiteral("1.1.1.1"));
 
     // A payload that stops inside the gateway shows the IP and mask only.
-    frame = head +
-            hex("0001"
-                "0a000006"
-                "ffff0000"
-                "0a00") +
-            "$";
-    frame[2] = char(frame.size() + 3);
-    feed(seal(frame), HisIp);
+    feed(reply("e0ff", 0x24, hex("0001 0a000006 ffff0000 0a00") + "$"), HisIp);
     QVERIFY(his.wait(3000));
     QCOMPARE(page->hisIpEdit()->text(), QStringLiteral("10.0.0.6"));
     QCOMPARE(page->hisSubnetEdit()->text(), QStringLiteral("255.255.0.0"));
@@ -932,30 +767,20 @@ void TestRvx3210Panel::hisRepliesShown()
     // URL reply laid out as the URL record: slot, name length, 16 name bytes, URL length.
     QSignalSpy url(m_panel->link(), &RVX3210_workdata::on_signals_3210HIS_URL_Data);
     const QByteArray u = "rtmp://10.0.0.7/live/b";
-    QByteArray body =
-        hex("0002") + char(3) + QByteArray("cam").leftJustified(16, '\0') + char(u.size()) + '\0' + u;
-    QByteArray urlFrame = hex("a56c0000e0ff010000000000000000006a") + body;
-    urlFrame[2] = char(urlFrame.size() + 3);
-    feed(seal(urlFrame), HisIp);
+    feed(reply("e0ff", 0x6a,
+               hex("0002 03") + QByteArray("cam").leftJustified(16, '\0') + char(u.size()) + '\0' + u),
+         HisIp);
     QVERIFY(url.wait(3000));
     QCOMPARE(page->otherNameEdit()->text(), QStringLiteral("cam"));
     QCOMPARE(page->urlEdit()->text(), QString::fromLatin1(u));
 
     // A URL length beyond what arrived shows what there is.
-    urlFrame = hex("a56c0000e0ff010000000000000000006a") + hex("0001") + char(2) +
-               QByteArray("ab").leftJustified(16, '\0') + hex("c800") + "rtmp://x" + "j";
-    urlFrame[2] = char(urlFrame.size() + 3);
-    feed(seal(urlFrame), HisIp);
+    feed(reply("e0ff", 0x6a,
+               hex("0001 02") + QByteArray("ab").leftJustified(16, '\0') + hex("c800") + "rtmp://xj"),
+         HisIp);
     QVERIFY(url.wait(3000));
     QCOMPARE(page->otherNameEdit()->text(), QStringLiteral("ab"));
     QCOMPARE(page->urlEdit()->text(), QStringLiteral("rtmp://x"));
-}
-
-void TestRvx3210Panel::doubledSlashPathsLoad()
-{
-    QVERIFY(!QPixmap(":/images/green//png/1.png").isNull());
-    QVERIFY(!QPixmap(":/images/green//png/2.png").isNull());
-    QVERIFY(!QPixmap(":/images/red/BAR.bmp").isNull());
 }
 
 void TestRvx3210Panel::titleBarModelName_data()
@@ -996,39 +821,6 @@ void TestRvx3210Panel::titleBarCloseQuits()
     QCOMPARE(max.at(1).at(0).toBool(), true);
 }
 
-void TestRvx3210Panel::returnFreesPortAndReopens()
-{
-    delete m_panel;
-    take(m_main, 0, 0);
-    showsearch search(nullptr);
-    search.show();
-
-    for (int round = 0; round < 2; ++round) {
-        search.set3210UI(MainIp, 0xA5, 0xFF, HisIp, 0xE0, 0xFF);
-        QVERIFY(!search.isVisible());
-        RVX3210UI *panel = nullptr;
-        for (QWidget *w : QApplication::topLevelWidgets()) {
-            if (auto *p = qobject_cast<RVX3210UI *>(w); p && p->isVisible())
-                panel = p;
-        }
-        QVERIFY(panel);
-        QVERIFY2(panel->link()->isBound(), "port 7000 still held by the panel before");
-        QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1400a5ff01000000000000000000491303ae")});
-        m_panel = panel;
-        feedState(record({{0, 4}, {1, 3}}));
-        QVERIFY(lit(qobject_cast<QPushButton *>(panel->lowerRow()->pgmGroup()->button(4)),
-                    ":/images/red/png/4.png"));
-        panel->lowerRow()->btnCut()->click();
-        QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1400a5ff01000000000000000000834d03ae")});
-
-        QPointer<RVX3210UI> gone(panel);
-        panel->upperRow()->btnReturn()->click();
-        QVERIFY(search.isVisible());
-        QVERIFY(!panel->isVisible());
-        QTRY_VERIFY(gone.isNull());
-    }
-}
-
 void TestRvx3210Panel::returnDuringAutoWait()
 {
     delete m_panel;
@@ -1040,14 +832,14 @@ void TestRvx3210Panel::returnDuringAutoWait()
             panel = p;
     }
     QVERIFY(panel);
-    take(m_main, 1);
+    m_main->take(1);
     // The operator goes back while the AUTO key still waits: the panel is freed in the
     // middle of the wait, and the AUTO slot must not touch it afterwards.
     QTimer::singleShot(100, this, [&] { panel->upperRow()->btnReturn()->click(); });
     panel->lowerRow()->btnAuto()->click();
     QTRY_VERIFY(panel.isNull());
     QVERIFY(search.isVisible());
-    QCOMPARE(take(m_main, 1), QByteArrayList{hex("a56c1400a5ff01000000000000000000844e03ae")});
+    QCOMPARE(m_main->take(1), QByteArrayList{hex("a56c1400a5ff01000000000000000000844e03ae")});
 }
 
 QTEST_MAIN(TestRvx3210Panel)

@@ -5,13 +5,13 @@
 #include "RVX3210/rvx3210ui.h"
 #include "RVX3210/upper_widget.h"
 #include "app/showsearch.h"
+#include "labstate.h"
 #include "rvx3210_workdata.h"
+#include "testframes.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QButtonGroup>
-#include <QDir>
-#include <QFile>
 #include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
@@ -29,51 +29,17 @@ private slots:
 private:
     // Double-clicks the unit's entry once it is listed and hands back the panel it opened.
     void openUnit(showsearch &search, RVX3210UI *&panel);
-    int stateReads() const;
-    QString unitState(const QString &key) const;
+    int stateReads() const { return LabState::logCount("rx unit=" + m_main + " board=main cmd=0x49 "); }
+    QString unitState(const QString &key) const { return LabState::read(m_main).value(key); }
 
     QString m_main;
-    QString m_log;
-    QString m_stateDir;
 };
-
-namespace {
-
-bool lit(const QAbstractButton *key, const char *path)
-{
-    return key && key->styleSheet().contains(QLatin1String(path));
-}
-
-} // namespace
 
 void TestRvx3210PanelLab::initTestCase()
 {
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     m_main = QString::fromLocal8Bit(qgetenv("LAB_UNITS")).split(' ').value(0);
-    m_log = QString::fromLocal8Bit(qgetenv("LAB_EMULATOR_LOG"));
-    m_stateDir = QString::fromLocal8Bit(qgetenv("LAB_STATE_DIR"));
-    QVERIFY2(!m_main.isEmpty() && !m_log.isEmpty() && !m_stateDir.isEmpty(), "run through lab/lab.sh");
-}
-
-int TestRvx3210PanelLab::stateReads() const
-{
-    QFile f(m_log);
-    if (!f.open(QIODevice::ReadOnly))
-        return -1;
-    const QByteArray needle = "rx unit=" + m_main.toLatin1() + " board=main cmd=0x49 ";
-    return f.readAll().count(needle);
-}
-
-QString TestRvx3210PanelLab::unitState(const QString &key) const
-{
-    QFile f(QDir(m_stateDir).filePath(m_main + QStringLiteral(".state")));
-    if (!f.open(QIODevice::ReadOnly))
-        return QString();
-    for (const QByteArray &line : f.readAll().split('\n')) {
-        if (line.startsWith(key.toLatin1() + '='))
-            return QString::fromLatin1(line.mid(key.size() + 1));
-    }
-    return QString();
+    QVERIFY2(!m_main.isEmpty(), "run through lab/lab.sh");
 }
 
 void TestRvx3210PanelLab::openUnit(showsearch &search, RVX3210UI *&panel)

@@ -3,7 +3,7 @@
 #include "app/devicemodel.h"
 #include "app/groupbox_right.h"
 #include "app/showsearch.h"
-#include "searchreply.h"
+#include "testframes.h"
 #include "workdata.h"
 
 #include <QListWidget>
@@ -12,12 +12,6 @@
 #include <QtTest>
 
 namespace {
-
-QByteArray reply(uint8_t childType, const QByteArray &name, uint8_t idByte)
-{
-    return searchReply(0xA5, childType, name + "-1",
-                       QByteArray(1, char(idByte)).append(char(0x10)).append(char(0x20)));
-}
 
 QStringList texts(const QListWidget *list)
 {
@@ -35,13 +29,11 @@ class tst_SearchWindow : public QObject
 private slots:
     void init();
     void cleanup();
-    void looksAsBuilt();
     void labelsPerFilter_data();
     void labelsPerFilter();
     void rvx5370FilterChangesNothing();
     void replyWhileAnotherFilterShowsReturnsToAll();
     void searchClearsList();
-    void itemsAreCentred();
     void modelRouting_data();
     void modelRouting();
     void doubleClickSetsChildType();
@@ -73,24 +65,9 @@ void tst_SearchWindow::cleanup()
 
 void tst_SearchWindow::addUnit(const char *ip, uint8_t childType, const QByteArray &name, uint8_t idByte)
 {
-    const QByteArray frame = reply(childType, name, idByte);
+    const QByteArray frame =
+        searchReply(0xA5, childType, name + "-1", QByteArray(1, char(idByte)) + "\x10\x20");
     m_window->link()->MYanalysis(QHostAddress(QString::fromLatin1(ip)), frame, frame.size());
-}
-
-void tst_SearchWindow::looksAsBuilt()
-{
-    QCOMPARE(m_window->height(), 395);
-    QVERIFY(m_window->windowFlags() & Qt::FramelessWindowHint);
-    QCOMPARE(m_window->objectName(), QString("widget"));
-    QCOMPARE(m_window->groupBox()->searchButton()->text(), QString(" SEARCH"));
-    QCOMPARE(m_window->groupBox()->exitButton()->text(), QString("  Exit "));
-    QCOMPARE(
-        m_window->groupBox()->styleSheet(),
-        QString("QGroupBox{border-radius:5px;border:2px solid rgb(83, 83, 83);background-color: rgb(, 100, "
-                "100);}"));
-    QCOMPARE(m_window->deviceList()->font().pointSize(), 15);
-    QCOMPARE(m_window->deviceList()->font().weight(), 50);
-    QVERIFY(m_window->groupBox()->radioAll()->isChecked());
 }
 
 void tst_SearchWindow::labelsPerFilter_data()
@@ -113,6 +90,8 @@ void tst_SearchWindow::labelsPerFilter()
     QFETCH(QStringList, expected);
     m_window->groupBox()->radio(filter)->click();
     QCOMPARE(texts(m_window->deviceList()), expected);
+    for (int i = 0; i < m_window->deviceList()->count(); ++i)
+        QCOMPARE(m_window->deviceList()->item(i)->textAlignment(), int(Qt::AlignHCenter | Qt::AlignVCenter));
 }
 
 void tst_SearchWindow::rvx5370FilterChangesNothing()
@@ -143,12 +122,6 @@ void tst_SearchWindow::searchClearsList()
     QVERIFY(m_window->groupBox()->radioAll()->isChecked());
     addUnit("10.0.0.2", 0x21, "Bravo", 8);
     QTRY_COMPARE(texts(m_window->deviceList()), QStringList{"Bravo: 10.0.0.2"});
-}
-
-void tst_SearchWindow::itemsAreCentred()
-{
-    for (int i = 0; i < m_window->deviceList()->count(); ++i)
-        QCOMPARE(m_window->deviceList()->item(i)->textAlignment(), int(Qt::AlignHCenter | Qt::AlignVCenter));
 }
 
 void tst_SearchWindow::modelRouting_data()

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <cstdint>
+
+// Frame arithmetic of the tests' own, kept apart from the product's: the byte layout is what
+// the tests exercise, the sum is only added here.
+
+inline QByteArray hex(const char *h)
+{
+    return QByteArray::fromHex(h);
+}
+
+// Appends the 16-bit sum (low byte first) and the end byte 0xAE.
+inline QByteArray seal(QByteArray body)
+{
+    uint16_t sum = 0;
+    for (char c : body)
+        sum = uint16_t(sum + uint8_t(c));
+    return body.append(char(sum & 0xFF)).append(char(sum >> 8)).append(char(0xAE));
+}
+
+// A reply as a unit sends it: lead-in, length, device `dev` (e.g. "a5ff"), seventeenth byte
+// `cmd`, then `data`, sealed. The length counts the whole frame.
+inline QByteArray reply(const char *dev, uint8_t cmd, const QByteArray &data, uint8_t childType = 0)
+{
+    QByteArray f = hex("a56c0000") + hex(dev) + hex("01000000000000") + char(0) + char(childType) + char(0) +
+                   char(cmd) + data;
+    const int len = f.size() + 3;
+    f[2] = char(len & 0xFF);
+    f[3] = char(len >> 8);
+    return seal(f);
+}
+
+// A search reply: device address at 4-5, child type at 14, command 0xFF, then one byte and
+// the name field from 17, the unit identifier in the last three data bytes.
+inline QByteArray searchReply(uint8_t devClass, uint8_t childType, const QByteArray &nameField,
+                              const QByteArray &id)
+{
+    const char dev[] = {char(devClass), char(0xFF)};
+    return reply(QByteArray(dev, 2).toHex().constData(), 0xFF, char(0x01) + nameField + id, childType);
+}
+
+// A key is lit when its style sheet names the picture (a template: GUI-less tests include this).
+template <typename Key>
+bool lit(const Key *key, const char *picture)
+{
+    return key && key->styleSheet().contains(QLatin1String(picture));
+}
