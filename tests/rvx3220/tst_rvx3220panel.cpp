@@ -11,6 +11,7 @@
 #include "RVX3220/transitions.h"
 #include "SwitcherData/rvx3220_workdata.h"
 #include "modalanswer.h"
+#include "testframes.h"
 #include "wirecapture.h"
 
 #include <QButtonGroup>
@@ -29,27 +30,10 @@ namespace {
 
 const QByteArray Marker = QByteArray::fromHex("a56c1400a5ff01000000000000000000491303ae");
 
-QByteArray hex(const char *h)
-{
-    return QByteArray::fromHex(h);
-}
-
-// Lever frame to A5 FF: the fixed bytes add up to 0x034E before the two data bytes.
+// Lever frame to A5 FF.
 QByteArray lever(int stroke, int travel)
 {
-    QByteArray f = hex("a56c1600a5ff0100000000000000000082");
-    const int sum = 0x034E + stroke + travel;
-    f.append(char(stroke))
-        .append(char(travel))
-        .append(char(sum & 0xFF))
-        .append(char(sum >> 8))
-        .append(char(0xAE));
-    return f;
-}
-
-bool lit(QWidget *key, const char *picture)
-{
-    return key->styleSheet().contains(QLatin1String(picture));
+    return seal(hex("a56c1600a5ff0100000000000000000082") + char(stroke) + char(travel));
 }
 
 struct Rig
@@ -63,10 +47,7 @@ struct Rig
     QList<QByteArray> wire()
     {
         panel.model()->SendCMDReadstate();
-        QList<QByteArray> got;
-        if (!unit.takeUntil(Marker, &got))
-            got << QByteArray("marker lost");
-        return got;
+        return unit.until(Marker);
     }
     // Bus displays as "program/preview".
     QString buses() const
@@ -89,7 +70,6 @@ class TestRvx3220Panel : public QObject
 private slots:
     void layout_data();
     void layout();
-    void captureWorks();
     void busKeys();
     void tbarStroke();
     void cutSwapsUnlessPip();
@@ -104,7 +84,6 @@ private slots:
     void ipDialog_data();
     void ipDialog();
     void settingsOpensIpDialog();
-    void returnClosesAndFreesPort();
     void titleCloseQuitsEverything(); // last: it ends every event loop
 };
 
@@ -141,15 +120,6 @@ void TestRvx3220Panel::layout()
     QVERIFY(panel.pop()->isHidden());
     QCOMPARE(panel.tbar()->maximum(), 126);
     QVERIFY(panel.windowFlags() & Qt::FramelessWindowHint);
-}
-
-void TestRvx3220Panel::captureWorks()
-{
-    // The stand-in unit shares port 7000 with the panel's own socket.
-    Rig rig;
-    QVERIFY2(rig.unit.isBound(), qPrintable(rig.unit.error()));
-    QVERIFY(rig.panel.model()->isBound());
-    QCOMPARE(rig.wire(), QList<QByteArray>{});
 }
 
 void TestRvx3220Panel::busKeys()
@@ -202,14 +172,7 @@ void TestRvx3220Panel::tbarStroke()
     expected << lever(1, 0);
     QCOMPARE(rig.buses(), QStringLiteral("5/2"));
 
-    const QList<QByteArray> got = rig.wire();
-    QCOMPARE(got.size(), expected.size());
-    for (int i = 0; i < got.size(); ++i)
-        QVERIFY2(got.at(i) == expected.at(i),
-                 qPrintable(QStringLiteral("frame %1: %2 instead of %3")
-                                .arg(i)
-                                .arg(QString::fromLatin1(got.at(i).toHex()))
-                                .arg(QString::fromLatin1(expected.at(i).toHex()))));
+    QCOMPARE(rig.wire(), expected);
 }
 
 void TestRvx3220Panel::cutSwapsUnlessPip()
@@ -478,17 +441,6 @@ void TestRvx3220Panel::settingsOpensIpDialog()
     rig.panel.settingsButton()->click();
     QCOMPARE(shown, QStringLiteral("127.0.0.2"));
     QVERIFY(rig.panel.findChildren<IPDialog *>().isEmpty()); // deleted once closed
-}
-
-void TestRvx3220Panel::returnClosesAndFreesPort()
-{
-    auto panel = std::make_unique<RVX3220UI>();
-    QVERIFY(panel->model()->isBound());
-    ModalWatch watch([](QWidget *w) { static_cast<RVX3220UI *>(w)->returnButton()->click(); });
-    QCOMPARE(panel->exec(), 0);
-    QVERIFY(!panel->model()->isBound());
-    QUdpSocket exclusive;
-    QVERIFY(exclusive.bind(QHostAddress::LocalHost, 7000, QUdpSocket::DontShareAddress));
 }
 
 void TestRvx3220Panel::titleCloseQuitsEverything()
