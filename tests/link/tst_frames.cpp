@@ -1,18 +1,11 @@
 // Control-frame builders against byte vectors written out by hand from the wire format.
+#include "testframes.h"
 #include "workdata.h"
 
 #include <QDateTime>
 #include <QtTest>
 
 namespace {
-
-QByteArray bytes(std::initializer_list<int> values)
-{
-    QByteArray out;
-    for (int v : values)
-        out.append(char(uint8_t(v)));
-    return out;
-}
 
 QByteArray asArray(const uint8_t *buf, int len)
 {
@@ -29,7 +22,6 @@ private slots:
     void dataCountBuilders();
     void checksumKeepsSixteenBits_data();
     void checksumKeepsSixteenBits();
-    void lowHighBytes();
     void packedBcd_data();
     void packedBcd();
     void searchFrameForFixedMoment();
@@ -43,20 +35,12 @@ void tst_Frames::dataCountBuilders_data()
 {
     QTest::addColumn<int>("count");
     QTest::addColumn<QByteArray>("expected");
-
     // The reference frame: A5 FF, command 0x10, sum 0x02DA.
-    QTest::newRow("none, A5 FF cmd 10")
-        << 0 << bytes({0xA5, 0x6C, 0x14, 0x00, 0xA5, 0xFF, 0x01, 0,    0,    0,
-                       0,    0,    0,    0,    0,    0,    0x10, 0xDA, 0x02, 0xAE});
-    QTest::newRow("single") << 1 << bytes({0xA5, 0x6C, 0x15, 0x00, 0xA5, 0xFF, 0x01, 0,    0,    0,   0,
-                                           0,    0,    0,    0,    0,    0x10, 0x01, 0xDC, 0x02, 0xAE});
-    QTest::newRow("double") << 2 << bytes({0xA5, 0x6C, 0x16, 0x00, 0xA5, 0xFF, 0x01, 0,    0,    0,    0,
-                                           0,    0,    0,    0,    0,    0x10, 0x01, 0x02, 0xDF, 0x02, 0xAE});
-    QTest::newRow("three") << 3 << bytes({0xA5, 0x6C, 0x17, 0x00, 0xA5, 0xFF, 0x01, 0,    0,    0,    0,   0,
-                                          0,    0,    0,    0,    0x10, 0x01, 0x02, 0x03, 0xE3, 0x02, 0xAE});
-    QTest::newRow("four") << 4
-                          << bytes({0xA5, 0x6C, 0x18, 0x00, 0xA5, 0xFF, 0x01, 0,    0,    0,    0,    0,
-                                    0,    0,    0,    0,    0x10, 0x01, 0x02, 0x03, 0x04, 0xE8, 0x02, 0xAE});
+    QTest::newRow("none, A5 FF cmd 10") << 0 << hex("a56c1400a5ff0100000000000000000010da02ae");
+    QTest::newRow("single") << 1 << hex("a56c1500a5ff010000000000000000001001dc02ae");
+    QTest::newRow("double") << 2 << hex("a56c1600a5ff01000000000000000000100102df02ae");
+    QTest::newRow("three") << 3 << hex("a56c1700a5ff0100000000000000000010010203e302ae");
+    QTest::newRow("four") << 4 << hex("a56c1800a5ff010000000000000000001001020304e802ae");
 }
 
 void tst_Frames::dataCountBuilders()
@@ -91,7 +75,7 @@ void tst_Frames::checksumKeepsSixteenBits_data()
     QTest::addColumn<QByteArray>("data");
     QTest::addColumn<int>("sum");
     QTest::newRow("empty") << QByteArray() << 0;
-    QTest::newRow("plain") << bytes({1, 2, 3}) << 6;
+    QTest::newRow("plain") << hex("010203") << 6;
     // 258 bytes of 0xFF add up to 0x100FE: only 0x00FE survives.
     QTest::newRow("wraps past 0xFFFF") << QByteArray(258, char(0xFF)) << 0x00FE;
     // 257 * 255 = 0xFFFF exactly, one more byte of 1 wraps to zero.
@@ -105,13 +89,6 @@ void tst_Frames::checksumKeepsSixteenBits()
     QCOMPARE(
         int(SWITCHER_DATA::CalcCheckSum(reinterpret_cast<const uint8_t *>(data.constData()), data.size())),
         sum);
-}
-
-void tst_Frames::lowHighBytes()
-{
-    QCOMPARE(SWITCHER_DATA::QLOBYTE(0x1234), uint8_t(0x34));
-    QCOMPARE(SWITCHER_DATA::QHIBYTE(0x1234), uint8_t(0x12));
-    QCOMPARE(SWITCHER_DATA::QHIBYTE(0xFF00), uint8_t(0xFF));
 }
 
 void tst_Frames::packedBcd_data()
@@ -137,11 +114,8 @@ void tst_Frames::searchFrameForFixedMoment()
     // 2026-11-15 was a Sunday: day of week 7.
     uint8_t buf[128] = {};
     const uint16_t len = SWITCHER_DATA::searchFrameAt(buf, QDateTime(QDate(2026, 11, 15), QTime(19, 40, 5)));
-    const QByteArray expected =
-        bytes({0xA5, 0x6C, 0x1B, 0x00, 0x81, 0xFF, 0x01, 0,    0,    0,    0,    0,    0,   0,
-               0,    0,    0xFF, 0x26, 0x11, 0x15, 0x07, 0x19, 0x40, 0x05, 0x5D, 0x04, 0xAE});
-    QCOMPARE(int(len), 27);
-    QCOMPARE(asArray(buf, len).toHex(' '), expected.toHex(' '));
+    QCOMPARE(asArray(buf, len).toHex(' '),
+             hex("a56c1b0081ff01000000000000000000ff261115071940055d04ae").toHex(' '));
 }
 
 void tst_Frames::searchFrameNowHasTodaysDate()
@@ -164,19 +138,13 @@ void tst_Frames::addressFrame_data()
     QTest::addColumn<QByteArray>("expected");
     // New address 192.168.1.20, mask 255.255.255.0, gateway 192.168.1.1, command 5.
     QTest::newRow("main board A5: kind 00")
-        << 0xA5 << bytes({0xA5, 0x6C, 0x20, 0x00, 0xA5, 0xFF, 0x00, 0,    0,    0,    0,
-                          0,    0,    0,    0,    0,    0x05, 0xC0, 0xA8, 0x01, 0x14, 0xFF,
-                          0xFF, 0xFF, 0x00, 0xC0, 0xA8, 0x01, 0x01, 0xBE, 0x08, 0xAE});
+        << 0xA5 << hex("a56c2000a5ff0000000000000000000005c0a80114ffffff00c0a80101be08ae");
     QTest::newRow("HIS board E0: kind 01")
-        << 0xE0 << bytes({0xA5, 0x6C, 0x20, 0x00, 0xE0, 0xFF, 0x01, 0,    0,    0,    0,
-                          0,    0,    0,    0,    0,    0x05, 0xC0, 0xA8, 0x01, 0x14, 0xFF,
-                          0xFF, 0xFF, 0x00, 0xC0, 0xA8, 0x01, 0x01, 0xFA, 0x08, 0xAE});
+        << 0xE0 << hex("a56c2000e0ff0100000000000000000005c0a80114ffffff00c0a80101fa08ae");
     // Any other class: no kind byte, everything one place earlier, sum over 29 bytes that
     // include the caller's zero at offset 28, last byte left as the buffer had it.
     QTest::newRow("HIS board E5: shifted")
-        << 0xE5 << bytes({0xA5, 0x6C, 0x20, 0x00, 0xE5, 0xFF, 0,    0,    0,    0,    0,
-                          0,    0,    0,    0,    0x05, 0xC0, 0xA8, 0x01, 0x14, 0xFF, 0xFF,
-                          0xFF, 0x00, 0xC0, 0xA8, 0x01, 0x01, 0xFE, 0x08, 0xAE, 0x00});
+        << 0xE5 << hex("a56c2000e5ff00000000000000000005c0a80114ffffff00c0a80101fe08ae00");
 }
 
 void tst_Frames::addressFrame()
