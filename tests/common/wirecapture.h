@@ -6,6 +6,7 @@
 #include <QList>
 #include <QSignalSpy>
 #include <QUdpSocket>
+#include <functional>
 
 // Stands in for a unit on the loopback: listens on <address>:7000 next to the link's own
 // socket on port 7000, and hands back what arrived in order. A known marker frame sent
@@ -20,43 +21,11 @@ public:
     }
 
     bool isBound() const { return m_ok; }
-    QString error() const { return m_socket.errorString(); }
 
     // Waits (up to `ms`) until at least `count` datagrams are held.
     bool waitFor(int count, int ms = 3000)
     {
-        QElapsedTimer timer;
-        timer.start();
-        drain();
-        while (m_got.size() < count && timer.elapsed() < ms) {
-            QSignalSpy spy(&m_socket, &QUdpSocket::readyRead);
-            if (!m_socket.hasPendingDatagrams())
-                spy.wait(50);
-            drain();
-        }
-        return m_got.size() >= count;
-    }
-
-    // Everything that arrived before the first datagram equal to `marker`; the marker and
-    // what came before it are consumed. Fails (returns false) if the marker never comes.
-    bool takeUntil(const QByteArray &marker, QList<QByteArray> *before, int ms = 3000)
-    {
-        QElapsedTimer timer;
-        timer.start();
-        for (;;) {
-            drain();
-            const int at = m_got.indexOf(marker);
-            if (at >= 0) {
-                *before = m_got.mid(0, at);
-                m_got = m_got.mid(at + 1);
-                return true;
-            }
-            if (timer.elapsed() > ms)
-                return false;
-            QSignalSpy spy(&m_socket, &QUdpSocket::readyRead);
-            if (!m_socket.hasPendingDatagrams())
-                spy.wait(50);
-        }
+        return waitUntil([&] { return m_got.size() >= count; }, ms);
     }
 
     // What arrived until `count` datagrams are held or `ms` have passed.
@@ -66,13 +35,22 @@ public:
         return takeAll();
     }
 
-    // Everything before `marker`, or a list naming the loss if the marker never came.
+    // Everything before the first datagram equal to `marker` (both consumed), or a list
+    // naming the loss if the marker never came.
     QList<QByteArray> until(const QByteArray &marker)
     {
-        QList<QByteArray> got;
-        if (!takeUntil(marker, &got))
-            got << QByteArray("marker lost");
-        return got;
+        if (!waitUntil([&] { return m_got.contains(marker); }, 3000))
+            return {QByteArray("marker lost")};
+        const int at = m_got.indexOf(marker);
+        const QList<QByteArray> before = m_got.mid(0, at);
+        m_got = m_got.mid(at + 1);
+        return before;
+    }
+
+    QList<QByteArray> takeAll()
+    {
+        drain();
+        return std::exchange(m_got, {});
     }
 
     // Answers as the unit would: from this address to the link on 127.0.0.1:7000.
@@ -81,15 +59,21 @@ public:
         m_socket.writeDatagram(datagram, QHostAddress::LocalHost, 7000);
     }
 
-    QList<QByteArray> takeAll()
+private:
+    bool waitUntil(const std::function<bool()> &done, int ms)
     {
-        drain();
-        QList<QByteArray> out = m_got;
-        m_got.clear();
-        return out;
+        QElapsedTimer timer;
+        timer.start();
+        for (drain(); !done(); drain()) {
+            if (timer.elapsed() > ms)
+                return false;
+            QSignalSpy spy(&m_socket, &QUdpSocket::readyRead);
+            if (!m_socket.hasPendingDatagrams())
+                spy.wait(50);
+        }
+        return true;
     }
 
-private:
     void drain()
     {
         while (m_socket.hasPendingDatagrams()) {

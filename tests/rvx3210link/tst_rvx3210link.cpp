@@ -293,126 +293,88 @@ void TestRvx3210Link::urlFrame()
 void TestRvx3210Link::decode_data()
 {
     QTest::addColumn<QByteArrayList>("datagrams");
-    QTest::addColumn<QByteArrayList>("state");
-    QTest::addColumn<QByteArrayList>("extra");
-    QTest::addColumn<QByteArrayList>("his");
-    QTest::addColumn<QByteArrayList>("url");
-    QTest::addColumn<QByteArrayList>("frame3410");
+    QTest::addColumn<QStringList>("signals"); // "<signal>:<hex argument>" in the order decode() lists them
+    auto emits = [](const char *signal, const QByteArray &arg) {
+        return QStringList{QString::fromLatin1(signal) + ':' + QString::fromLatin1(arg.toHex())};
+    };
+    auto state = [](const QByteArray &body) { return reply("a5ff", 0x49, body); };
 
-    const QByteArray shortHead = hex("a56c3200a5ff0100000000000000000049");
-    const QByteArray shortForm = seal(shortHead + "#\x01#" + Record + "#");
-    const QByteArrayList none;
-
-    QTest::newRow("short form") << QByteArrayList{shortForm} << QByteArrayList{Record} << none << none << none
-                                << none;
+    const QByteArray shortForm = state("#\x01#" + Record + "#");
+    QTest::newRow("short form") << QByteArrayList{shortForm} << emits("state", Record);
     QTest::newRow("short record under 26 bytes passed as is")
-        << QByteArrayList{seal(hex("a56c2200a5ff0100000000000000000049") + "#\x01#" + Record.left(10) + "#")}
-        << QByteArrayList{Record.left(10)} << none << none << none << none;
+        << QByteArrayList{state("#\x01#" + Record.left(10) + "#")} << emits("state", Record.left(10));
     QByteArray withHash = Record;
     withHash[5] = '#';
     QTest::newRow("'#' in the record cuts it")
-        << QByteArrayList{seal(shortHead + "#\x01#" + withHash + "#")} << QByteArrayList{Record.left(5)}
-        << none << none << none << none;
-    QTest::newRow("no separators") << QByteArrayList{seal(hex("a56c1600a5ff01000000000000000000490102"))}
-                                   << none << none << none << none << none;
+        << QByteArrayList{state("#\x01#" + withHash + "#")} << emits("state", Record.left(5));
+    QTest::newRow("no separators") << QByteArrayList{state(hex("0102"))} << QStringList();
 
-    const QByteArray longHead = hex("a56c5000a5ff0100000000000000000049");
-    QByteArray longBody = "#SN##";
-    for (int i = 0; i < 14; ++i)
-        longBody += "x#";
-    QTest::newRow("long form") << QByteArrayList{seal(longHead + longBody + Record + "#")}
-                               << QByteArrayList{Record} << QByteArrayList{"SN"} << none << none << none;
-    QByteArray body17 = "#SN##";
-    for (int i = 0; i < 13; ++i)
-        body17 += "x#";
+    // The long form: serial number, then the record as the 18th '#'-separated piece.
+    auto longBody = [](int pieces) { return "#SN##" + QByteArray("x#").repeated(pieces - 4); };
+    QTest::newRow("long form") << QByteArrayList{state(longBody(18) + Record + "#")}
+                               << emits("state", Record) + emits("extra", "SN");
     QTest::newRow("long form of 17 pieces passes an empty record")
-        << QByteArrayList{seal(hex("a56c3400a5ff0100000000000000000049") + body17 + "x")}
-        << QByteArrayList{QByteArray()} << QByteArrayList{"SN"} << none << none << none;
-    QByteArray body16 = "#SN##";
-    for (int i = 0; i < 12; ++i)
-        body16 += "x#";
-    QTest::newRow("long form of 16 pieces")
-        << QByteArrayList{seal(hex("a56c3200a5ff0100000000000000000049") + body16 + "x")} << none << none
-        << none << none << none;
+        << QByteArrayList{state(longBody(17) + "x")} << emits("state", "") + emits("extra", "SN");
+    QTest::newRow("long form of 16 pieces") << QByteArrayList{state(longBody(16) + "x")} << QStringList();
 
-    QTest::newRow("split over two datagrams") << QByteArrayList{shortForm.left(30), shortForm.mid(30)}
-                                              << QByteArrayList{Record} << none << none << none << none;
+    QTest::newRow("split over two datagrams")
+        << QByteArrayList{shortForm.left(30), shortForm.mid(30)} << emits("state", Record);
     QTest::newRow("19 bytes kept") << QByteArrayList{shortForm.left(19), shortForm.mid(19)}
-                                   << QByteArrayList{Record} << none << none << none << none;
+                                   << emits("state", Record);
     QTest::newRow("two frames in one datagram dropped")
-        << QByteArrayList{shortForm + shortForm} << none << none << none << none << none;
+        << QByteArrayList{shortForm + shortForm} << QStringList();
     QTest::newRow("after a dropped pair the next frame decodes")
-        << QByteArrayList{shortForm + shortForm, shortForm} << QByteArrayList{Record} << none << none << none
-        << none;
+        << QByteArrayList{shortForm + shortForm, shortForm} << emits("state", Record);
     QByteArray badSum = shortForm;
     badSum[badSum.size() - 3] = char(badSum.at(badSum.size() - 3) ^ 1);
-    QTest::newRow("bad checksum") << QByteArrayList{badSum} << none << none << none << none << none;
+    QTest::newRow("bad checksum") << QByteArrayList{badSum} << QStringList();
     QByteArray badEnd = shortForm;
     badEnd[badEnd.size() - 1] = 0;
-    QTest::newRow("bad end byte") << QByteArrayList{badEnd} << none << none << none << none << none;
+    QTest::newRow("bad end byte") << QByteArrayList{badEnd} << QStringList();
 
-    const QByteArray hisPayload = hex("0000c0a80132ffffff00c0a80101000000000000"
-                                      "08080404");
-    const QByteArray hisTail = hex("2400");
-    QTest::newRow("his network E0") << QByteArrayList{seal(hex("a56c2e00e0ff0100000000000000000024") +
-                                                           hisPayload + hisTail)}
-                                    << none << none << QByteArrayList{hisPayload} << none << none;
-    QTest::newRow("his network E5") << QByteArrayList{seal(hex("a56c2e00e5ff0100000000000000000024") +
-                                                           hisPayload + hisTail)}
-                                    << none << none << QByteArrayList{hisPayload} << none << none;
+    const QByteArray net = hex("0000c0a80132ffffff00c0a80101000000000000 08080404");
+    QTest::newRow("his network E0") << QByteArrayList{reply("e0ff", 0x24, net + "$")} << emits("his", net);
+    QTest::newRow("his network E5") << QByteArrayList{reply("e5ff", 0x24, net + "$")} << emits("his", net);
     QTest::newRow("his network E5 FE ignored")
-        << QByteArrayList{seal(hex("a56c2e00e5fe0100000000000000000024") + hisPayload + hisTail)} << none
-        << none << none << none << none;
+        << QByteArrayList{reply("e5fe", 0x24, net + "$")} << QStringList();
     QTest::newRow("his network with byte 17 set ignored")
-        << QByteArrayList{seal(hex("a56c2e00e0ff0100000000000000000024") + hex("01") + hisPayload.mid(1) +
-                               hisTail)}
-        << none << none << none << none << none;
+        << QByteArrayList{reply("e0ff", 0x24, hex("01") + net.mid(1) + "$")} << QStringList();
     QTest::newRow("network reply from the main board ignored")
-        << QByteArrayList{seal(hex("a56c2e00a5ff0100000000000000000024") + hisPayload + hisTail)} << none
-        << none << none << none << none;
+        << QByteArrayList{reply("a5ff", 0x24, net + "$")} << QStringList();
 
-    const QByteArray urlPayload = hex("000203") + "cam" + QByteArray(13, '\0') + hex("0400") + "rtmp";
-    QTest::newRow("his url") << QByteArrayList{seal(hex("a56c2e00e0ff010000000000000000006a") + urlPayload +
-                                                    hex("6a"))}
-                             << none << none << none << QByteArrayList{urlPayload} << none;
+    const QByteArray url = hex("000203") + "cam" + QByteArray(13, '\0') + hex("0400") + "rtmp";
+    QTest::newRow("his url") << QByteArrayList{reply("e0ff", 0x6a, url + "j")} << emits("url", url);
 
-    const QByteArray f3410 = seal(hex("a56c3200a5ff0100000000000000270049") + "#\x01#" + Record + "#");
+    const QByteArray f3410 = reply("a5ff", 0x49, "#\x01#" + Record + "#", 0x27);
     QTest::newRow("rvx3410 state frame")
-        << QByteArrayList{f3410} << QByteArrayList{Record} << none << none << none << QByteArrayList{f3410};
-    const QByteArray other3410 = seal(hex("a56c1500a5ff010000000000000027003001"));
-    QTest::newRow("rvx3410 other frame")
-        << QByteArrayList{other3410} << none << none << none << none << QByteArrayList{other3410};
+        << QByteArrayList{f3410} << emits("state", Record) + emits("3410", f3410);
+    const QByteArray other3410 = reply("a5ff", 0x30, hex("01"), 0x27);
+    QTest::newRow("rvx3410 other frame") << QByteArrayList{other3410} << emits("3410", other3410);
 }
 
 void TestRvx3210Link::decode()
 {
     QFETCH(QByteArrayList, datagrams);
-    QFETCH(QByteArrayList, state);
-    QFETCH(QByteArrayList, extra);
-    QFETCH(QByteArrayList, his);
-    QFETCH(QByteArrayList, url);
-    QFETCH(QByteArrayList, frame3410);
-
-    QSignalSpy sState(m_link.get(), &RVX3210_workdata::on_signals_3210Data);
-    QSignalSpy sExtra(m_link.get(), &RVX3210_workdata::on_signals_5370Data);
-    QSignalSpy sHis(m_link.get(), &RVX3210_workdata::on_signals_3210HISData);
-    QSignalSpy sUrl(m_link.get(), &RVX3210_workdata::on_signals_3210HIS_URL_Data);
-    QSignalSpy s3410(m_link.get(), &RVX3210_workdata::on_signals_3410Data);
+    using W = RVX3210_workdata;
+    const QList<QPair<const char *, void (W::*)(const QByteArray &)>> watched{
+        {"state", &W::on_signals_3210Data},
+        {"extra", &W::on_signals_5370Data},
+        {"his", &W::on_signals_3210HISData},
+        {"url", &W::on_signals_3210HIS_URL_Data},
+        {"3410", &W::on_signals_3410Data}};
+    std::vector<std::unique_ptr<QSignalSpy>> spies;
+    for (const auto &w : watched)
+        spies.push_back(std::make_unique<QSignalSpy>(m_link.get(), w.second));
 
     for (const QByteArray &d : datagrams)
         sendToLink(d);
 
-    auto args = [](const QSignalSpy &spy) {
-        QByteArrayList out;
-        for (const QList<QVariant> &call : spy)
-            out << call.at(0).toByteArray();
-        return out;
-    };
-    QCOMPARE(args(sState), state);
-    QCOMPARE(args(sExtra), extra);
-    QCOMPARE(args(sHis), his);
-    QCOMPARE(args(sUrl), url);
-    QCOMPARE(args(s3410), frame3410);
+    QStringList got;
+    for (size_t i = 0; i < spies.size(); ++i) {
+        for (const QList<QVariant> &call : *spies[i])
+            got << QString::fromLatin1(watched[int(i)].first) + ':' + call.at(0).toByteArray().toHex();
+    }
+    QTEST(got, "signals");
 }
 
 void TestRvx3210Link::stallAt1057()
