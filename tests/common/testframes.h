@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayList>
 #include <QString>
 #include <cstdint>
 
@@ -10,6 +11,16 @@
 inline QByteArray hex(const char *h)
 {
     return QByteArray::fromHex(h);
+}
+
+// Frames written as hex, separated by blanks.
+inline QList<QByteArray> hexList(const QByteArray &frames)
+{
+    QList<QByteArray> out;
+    for (const QByteArray &h : frames.split(' '))
+        if (!h.isEmpty())
+            out << QByteArray::fromHex(h);
+    return out;
 }
 
 // Appends the 16-bit sum (low byte first) and the end byte 0xAE.
@@ -33,6 +44,12 @@ inline QByteArray reply(const char *dev, uint8_t cmd, const QByteArray &data, ui
     return seal(f);
 }
 
+// A T-bar frame to A5 FF: the stroke (0 down, 1 up) and the travel.
+inline QByteArray lever(int stroke, int travel)
+{
+    return seal(hex("a56c1600a5ff0100000000000000000082") + char(stroke) + char(travel));
+}
+
 // A search reply: device address at 4-5, child type at 14, command 0xFF, then one byte and
 // the name field from 17, the unit identifier in the last three data bytes.
 inline QByteArray searchReply(uint8_t devClass, uint8_t childType, const QByteArray &nameField,
@@ -43,8 +60,7 @@ inline QByteArray searchReply(uint8_t devClass, uint8_t childType, const QByteAr
 }
 
 // A key is lit when its style sheet names the picture (a template: GUI-less tests include this).
-template <typename Key>
-bool lit(const Key *key, const char *picture)
+template <typename Key> bool lit(const Key *key, const char *picture)
 {
     return key && key->styleSheet().contains(QLatin1String(picture));
 }

@@ -30,12 +30,6 @@ namespace {
 
 const QByteArray Marker = QByteArray::fromHex("a56c1400a5ff01000000000000000000491303ae");
 
-// Lever frame to A5 FF.
-QByteArray lever(int stroke, int travel)
-{
-    return seal(hex("a56c1600a5ff0100000000000000000082") + char(stroke) + char(travel));
-}
-
 struct Rig
 {
     Rig()
