@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QByteArrayList>
 #include <QString>
+#include <QStringList>
 #include <cstdint>
 
 // Frame arithmetic of the tests' own, kept apart from the product's: the byte layout is what
@@ -57,6 +58,15 @@ inline QByteArray searchReply(uint8_t devClass, uint8_t childType, const QByteAr
 {
     const char dev[] = {char(devClass), char(0xFF)};
     return reply(QByteArray(dev, 2).toHex().constData(), 0xFF, char(0x01) + nameField + id, childType);
+}
+
+// The texts of a list widget's items, in order.
+template <typename List> QStringList itemTexts(const List *list)
+{
+    QStringList out;
+    for (int i = 0; i < list->count(); ++i)
+        out << list->item(i)->text();
+    return out;
 }
 
 // A key is lit when its style sheet names the picture (a template: GUI-less tests include this).

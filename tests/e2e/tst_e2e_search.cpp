@@ -4,6 +4,7 @@
 #include "app/groupbox_right.h"
 #include "app/showsearch.h"
 #include "labstate.h"
+#include "testframes.h"
 #include "workdata.h"
 
 #include <QListWidget>
@@ -12,22 +13,11 @@
 #include <QRadioButton>
 #include <QtTest>
 
-namespace {
-
-QStringList texts(const QListWidget *list)
-{
-    QStringList out;
-    for (int i = 0; i < list->count(); ++i)
-        out << list->item(i)->text();
-    return out;
-}
-
+// Search frames the emulator received and the replies it sent.
 int searchFramesLogged()
 {
     return LabState::logCount("cmd=0xff .*sum=ok");
 }
-
-} // namespace
 
 class tst_E2eSearch : public QObject
 {
@@ -69,13 +59,13 @@ void tst_E2eSearch::unitsListedWithTheirLabels()
     window.show();
     QListWidget *list = window.deviceList();
     QTRY_COMPARE_WITH_TIMEOUT(list->count(), 3, 10000);
-    QCOMPARE(texts(list), (QStringList{"Alpha Cam: " + m_units[1], "Bravo Desk: " + m_units[2],
-                                       "Charlie: " + m_units[0]}));
+    QCOMPARE(itemTexts(list), (QStringList{"Alpha Cam: " + m_units[1], "Bravo Desk: " + m_units[2],
+                                           "Charlie: " + m_units[0]}));
 
     window.groupBox()->radio(1)->click();
-    QCOMPARE(texts(list), QStringList{"RVX3210S: " + m_units[0]});
+    QCOMPARE(itemTexts(list), QStringList{"RVX3210S: " + m_units[0]});
     window.groupBox()->radio(2)->click();
-    QCOMPARE(texts(list), QStringList{"RVX3220: " + m_units[1]});
+    QCOMPARE(itemTexts(list), QStringList{"RVX3220: " + m_units[1]});
 }
 
 void tst_E2eSearch::searchClearsAndRefills()

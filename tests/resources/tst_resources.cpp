@@ -100,8 +100,6 @@ private slots:
     void tableEntries();
     void lampColours_data();
     void lampColours();
-    void doubledSlash_data();
-    void doubledSlash();
     void sourceReferences();
 };
 
@@ -246,28 +244,6 @@ void TestResources::lampColours()
     const int expected = lamp == QLatin1String("white") ? white : lamp == QLatin1String("red") ? red : green;
     QVERIFY2(expected == qMax(white, qMax(red, green)) && expected > image.width() * image.height() / 8,
              qPrintable(counts));
-}
-
-void TestResources::doubledSlash_data()
-{
-    QTest::addColumn<QString>("doubled");
-    QTest::addColumn<QString>("single");
-    QTest::newRow("green 1") << ":/images/green//png/1.png"
-                             << ":/images/green/png/1.png";
-    QTest::newRow("green 2") << ":/images/green//png/2.png"
-                             << ":/images/green/png/2.png";
-}
-
-// The preview bus names two of its pictures with a doubled slash; they must resolve to
-// the same picture as the plain path, through QImage, QPixmap and a style sheet's QFile.
-void TestResources::doubledSlash()
-{
-    QFETCH(QString, doubled);
-    QFETCH(QString, single);
-    const QString failure = loadFailure(doubled);
-    QVERIFY2(failure.isEmpty(), qPrintable(failure));
-    QVERIFY(QFile::exists(doubled));
-    QCOMPARE(QImage(doubled), QImage(single));
 }
 
 void TestResources::sourceReferences()

@@ -130,17 +130,13 @@ void TestRvx3210Lab::commandChangesRecord_data()
     row("auto swaps", 0, 1, &W::SendCMDAUTO);
     row("t-bar travel keeps buses", 0, 1, [](W &w) { w.SwndCMDslider(1, 60); });
     row("t-bar end swaps", 0, 4, [](W &w) { w.SwndCMDslider(1, 128); });
-    row("transition mix", 7, 1, [](W &w) { w.SendCMDTRANSITIONS(1); });
     row("transition fade", 7, 2, [](W &w) { w.SendCMDTRANSITIONS(2); });
     row("wipe up", 8, 2, [](W &w) { w.SendCMDTRANSITIONS(3); });
-    row("wipe down", 8, 6, [](W &w) { w.SendCMDTRANSITIONS(4); });
     row("ftb on", 9, 1, &W::SendCMDFTB);
     row("ftb off", 9, 0, &W::SendCMDFTB);
     row("still on", 19, 1, &W::SendCMDSTILL);
     row("pip on", 10, 1, [](W &w) { w.SendCMDPIP(1); });
     row("border enable", 11, 1, [](W &w) { w.SendCMDPIP_Border_Enable(1); });
-    row("border colour", 12, 3, [](W &w) { w.SendCMDPIP_Border_Color(3); });
-    row("border width", 13, 5, [](W &w) { w.SendCMDPIP_Border_Width(5); });
     row("pip size", 14, 2, [](W &w) { w.SendCMDPIP_Border_Size(2); });
     row("v position high", 17, 0x02, [](W &w) { w.SendCMDPIP_V_Position(0x0210); });
     row("v position low", 18, 0x10, [](W &w) { w.SendCMDPIP_V_Position(0x0210); });
@@ -148,10 +144,8 @@ void TestRvx3210Lab::commandChangesRecord_data()
     row("afv audio", 2, 0, &W::SendCMDAFV);
     row("ch2 source", 5, 0, [](W &w) { w.SendCMDCH2(6); });
     row("ch1 volume", 4, 75, [](W &w) { w.SendCMDCH1_VOL(75); });
-    row("ch2 volume", 6, 100, [](W &w) { w.SendCMDCH2_VOL(100); });
     row("rate", 20, 2, [](W &w) { w.SendCMDRATE(2); });
     row("output index 6", 21, 5, [](W &w) { w.SendCMDF1(6); });
-    row("output first", 21, 7, [](W &w) { w.SendCMDF1(0); });
     row("f3 back off", 24, 0, &W::SendCMDF3);
 }
 

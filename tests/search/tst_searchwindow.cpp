@@ -11,18 +11,6 @@
 #include <QRadioButton>
 #include <QtTest>
 
-namespace {
-
-QStringList texts(const QListWidget *list)
-{
-    QStringList out;
-    for (int i = 0; i < list->count(); ++i)
-        out << list->item(i)->text();
-    return out;
-}
-
-} // namespace
-
 class tst_SearchWindow : public QObject
 {
     Q_OBJECT
@@ -89,7 +77,7 @@ void tst_SearchWindow::labelsPerFilter()
     QFETCH(int, filter);
     QFETCH(QStringList, expected);
     m_window->groupBox()->radio(filter)->click();
-    QCOMPARE(texts(m_window->deviceList()), expected);
+    QCOMPARE(itemTexts(m_window->deviceList()), expected);
     for (int i = 0; i < m_window->deviceList()->count(); ++i)
         QCOMPARE(m_window->deviceList()->item(i)->textAlignment(), int(Qt::AlignHCenter | Qt::AlignVCenter));
 }
@@ -97,9 +85,9 @@ void tst_SearchWindow::labelsPerFilter()
 void tst_SearchWindow::rvx5370FilterChangesNothing()
 {
     m_window->groupBox()->radio(2)->click();
-    const QStringList before = texts(m_window->deviceList());
+    const QStringList before = itemTexts(m_window->deviceList());
     m_window->groupBox()->radio(3)->click();
-    QCOMPARE(texts(m_window->deviceList()), before);
+    QCOMPARE(itemTexts(m_window->deviceList()), before);
 }
 
 void tst_SearchWindow::replyWhileAnotherFilterShowsReturnsToAll()
@@ -121,7 +109,7 @@ void tst_SearchWindow::searchClearsList()
     QCOMPARE(m_window->link()->DevInfo_DATA_IDX(), 0);
     QVERIFY(m_window->groupBox()->radioAll()->isChecked());
     addUnit("10.0.0.2", 0x21, "Bravo", 8);
-    QTRY_COMPARE(texts(m_window->deviceList()), QStringList{"Bravo: 10.0.0.2"});
+    QTRY_COMPARE(itemTexts(m_window->deviceList()), QStringList{"Bravo: 10.0.0.2"});
 }
 
 void tst_SearchWindow::modelRouting_data()
