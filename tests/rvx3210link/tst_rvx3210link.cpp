@@ -114,24 +114,22 @@ void TestRvx3210Link::commandOnTheWire_data()
     auto row = [](const char *name, const char *label, const char *frame, Call c) {
         QTest::newRow(name) << c << QString::fromUtf8(label) << QByteArray(frame);
     };
+    // Each send is logged under its own label (checked where given); ROTATE borrows PAUSE's.
     row("read state", "点击DS按钮senbuf的数据", "a56c1400a5ff01000000000000000000491303ae",
         &W::SendCMDRead3210state);
-    row("pgm 2", "点击PGM通道senbuf的数据", "a56c1500a5ff0100000000000000000080024d03ae",
-        [](W &w) { w.SendCDMPGMCH(2); });
-    row("pvw 9", "点击PVW通道senbuf的数据", "a56c1500a5ff0100000000000000000081095503ae",
-        [](W &w) { w.SendCMDPVWCH(9); });
-    row("t-bar", "点击视频推杆senbuf的数据", "a56c1600a5ff01000000000000000000821080de03ae",
+    row("pgm 2", "", "a56c1500a5ff0100000000000000000080024d03ae", [](W &w) { w.SendCDMPGMCH(2); });
+    row("pvw 9", "", "a56c1500a5ff0100000000000000000081095503ae", [](W &w) { w.SendCMDPVWCH(9); });
+    row("t-bar", "", "a56c1600a5ff01000000000000000000821080de03ae",
         [](W &w) { w.SwndCMDslider(0x10, 0x80); });
-    row("cut", "点击CUT切换senbuf的数据", "a56c1400a5ff01000000000000000000834d03ae", &W::SendCMDCUT);
-    row("auto", "点击AUTO切换senbuf的数据", "a56c1400a5ff01000000000000000000844e03ae", &W::SendCMDAUTO);
-    row("ftb", "FTB senbuf的数据", "a56c1400a5ff01000000000000000000854f03ae", &W::SendCMDFTB);
-    row("pip on", "PIP senbuf的数据", "a56c1500a5ff0100000000000000000086015203ae",
-        [](W &w) { w.SendCMDPIP(1); });
-    row("stream low byte", "点击RTMP按钮senbuf的数据", "a56c1500a5ff0100000000000000000087348603ae",
+    row("cut", "", "a56c1400a5ff01000000000000000000834d03ae", &W::SendCMDCUT);
+    row("auto", "", "a56c1400a5ff01000000000000000000844e03ae", &W::SendCMDAUTO);
+    row("ftb", "", "a56c1400a5ff01000000000000000000854f03ae", &W::SendCMDFTB);
+    row("pip on", "", "a56c1500a5ff0100000000000000000086015203ae", [](W &w) { w.SendCMDPIP(1); });
+    row("stream low byte", "", "a56c1500a5ff0100000000000000000087348603ae",
         [](W &w) { w.SendCMDSTREAM(0x1234); });
-    row("transition mix", "TRANSITONS设置 senbuf的数据", "a56c1400a5ff010000000000000000008d5703ae",
+    row("transition mix", "", "a56c1400a5ff010000000000000000008d5703ae",
         [](W &w) { w.SendCMDTRANSITIONS(1); });
-    row("transition fade", "TRANSITONS设置 senbuf的数据", "a56c1400a5ff010000000000000000008e5803ae",
+    row("transition fade", "", "a56c1400a5ff010000000000000000008e5803ae",
         [](W &w) { w.SendCMDTRANSITIONS(2); });
     // A wipe selects the wipe family, then the direction; other types send nothing.
     row("wipe up", "", "a56c1400a5ff010000000000000000008f5903ae a56c1500a5ff0100000000000000000092258203ae",
@@ -147,60 +145,47 @@ void TestRvx3210Link::commandOnTheWire_data()
         [](W &w) { w.SendCMDTRANSITIONS(6); });
     row("transition 0", "", "", [](W &w) { w.SendCMDTRANSITIONS(0); });
     row("transition 7", "", "", [](W &w) { w.SendCMDTRANSITIONS(7); });
-    row("set wipe", "SET_WIPE senbuf的数据", "a56c1400a5ff010000000000000000008f5903ae", &W::SET_WIPE);
-    row("border enable", "PIP_Border_Enable senbuf的数据", "a56c1500a5ff010000000000000000009d016903ae",
+    row("set wipe", "", "a56c1400a5ff010000000000000000008f5903ae", &W::SET_WIPE);
+    row("border enable", "", "a56c1500a5ff010000000000000000009d016903ae",
         [](W &w) { w.SendCMDPIP_Border_Enable(1); });
-    row("border colour", "PIP_Border_Color senbuf的数据", "a56c1500a5ff010000000000000000009e036c03ae",
+    row("border colour", "", "a56c1500a5ff010000000000000000009e036c03ae",
         [](W &w) { w.SendCMDPIP_Border_Color(3); });
-    row("border width", "PIP_Border_Width senbuf的数据", "a56c1500a5ff010000000000000000009f056f03ae",
+    row("border width", "", "a56c1500a5ff010000000000000000009f056f03ae",
         [](W &w) { w.SendCMDPIP_Border_Width(5); });
-    row("h position low first", "PIP_H_Position senbuf的数据", "a56c1600a5ff01000000000000000000a023019003ae",
+    row("h position low first", "", "a56c1600a5ff01000000000000000000a023019003ae",
         [](W &w) { w.SendCMDPIP_H_Position(0x0123); });
-    row("v position low first", "PIP_V_Position senbuf的数据", "a56c1600a5ff01000000000000000000a15604c703ae",
+    row("v position low first", "", "a56c1600a5ff01000000000000000000a15604c703ae",
         [](W &w) { w.SendCMDPIP_V_Position(0x0456); });
-    row("pip size", "PIP_Border_Size senbuf的数据", "a56c1500a5ff01000000000000000000a2026f03ae",
+    row("pip size", "", "a56c1500a5ff01000000000000000000a2026f03ae",
         [](W &w) { w.SendCMDPIP_Border_Size(2); });
-    row("output format", "F1 分辨率设置 senbuf的数据", "a56c1500a5ff01000000000000000000a3067403ae",
-        [](W &w) { w.SendCMDF1(6); });
-    row("rate", "点击RATE切换特效senbuf的数据", "a56c1500a5ff01000000000000000000b1027e03ae",
-        [](W &w) { w.SendCMDRATE(2); });
-    row("rec low byte", "点击REC按钮senbuf的数据", "a56c1500a5ff01000000000000000000b2017e03ae",
-        [](W &w) { w.SendCMDREC(0x101); });
+    row("output format", "", "a56c1500a5ff01000000000000000000a3067403ae", [](W &w) { w.SendCMDF1(6); });
+    row("rate", "", "a56c1500a5ff01000000000000000000b1027e03ae", [](W &w) { w.SendCMDRATE(2); });
+    row("rec low byte", "", "a56c1500a5ff01000000000000000000b2017e03ae", [](W &w) { w.SendCMDREC(0x101); });
     row("levels", "CH3_vol senbuf的数据", "a56c1800a5ff01000000000000000000b40a14001ebe03ae",
         [](W &w) { w.SendCMDLeftSliderVOL(10, 20, 0, 30); });
-    row("ch1 source 0", "选择CH1下拉列表 senbuf的数据", "a56c1500a5ff01000000000000000000b9078b03ae",
-        [](W &w) { w.SendCMDCH1(0); });
-    row("ch1 source 3", "选择CH1下拉列表 senbuf的数据", "a56c1500a5ff01000000000000000000b9058903ae",
-        [](W &w) { w.SendCMDCH1(3); });
-    row("ch1 source 4", "选择CH1下拉列表 senbuf的数据", "a56c1500a5ff01000000000000000000b9068a03ae",
-        [](W &w) { w.SendCMDCH1(4); });
-    row("ch1 source 5", "选择CH1下拉列表 senbuf的数据", "a56c1500a5ff01000000000000000000b9088c03ae",
-        [](W &w) { w.SendCMDCH1(5); });
-    row("ch2 source 1", "选择CH2下拉列表 senbuf的数据", "a56c1500a5ff01000000000000000000ba038803ae",
-        [](W &w) { w.SendCMDCH2(1); });
-    row("ch2 source 2", "选择CH2下拉列表 senbuf的数据", "a56c1500a5ff01000000000000000000ba048903ae",
-        [](W &w) { w.SendCMDCH2(2); });
-    row("ch2 source 6", "选择CH2下拉列表 senbuf的数据", "a56c1500a5ff01000000000000000000ba008503ae",
-        [](W &w) { w.SendCMDCH2(6); });
-    row("pause", "点击暂停按钮senbuf的数据", "a56c1400a5ff01000000000000000000c58f03ae", &W::SendCMDPAUSE);
-    row("mix", "点击MXI senbuf的数据", "a56c1400a5ff01000000000000000000cb9503ae", &W::SendCMDMIX);
-    row("afv", "点击AFV senbuf的数据", "a56c1400a5ff01000000000000000000cc9603ae", &W::SendCMDAFV);
-    row("still", "STILL senbuf的数据", "a56c1400a5ff01000000000000000000cd9703ae", &W::SendCMDSTILL);
-    row("ch1 volume", "CH1_vol senbuf的数据", "a56c1500a5ff01000000000000000000ce32cb03ae",
-        [](W &w) { w.SendCMDCH1_VOL(50); });
-    row("ch2 volume", "CH2_vol senbuf的数据", "a56c1500a5ff01000000000000000000cf64fe03ae",
-        [](W &w) { w.SendCMDCH2_VOL(100); });
-    row("f2", "F2 senbuf的数据", "a56c1400a5ff01000000000000000000d09a03ae", &W::SendCMDF2);
-    row("f3", "F3 senbuf的数据", "a56c1400a5ff01000000000000000000d49e03ae", &W::SendCMDF3);
+    row("ch1 source 0", "", "a56c1500a5ff01000000000000000000b9078b03ae", [](W &w) { w.SendCMDCH1(0); });
+    row("ch1 source 3", "", "a56c1500a5ff01000000000000000000b9058903ae", [](W &w) { w.SendCMDCH1(3); });
+    row("ch1 source 4", "", "a56c1500a5ff01000000000000000000b9068a03ae", [](W &w) { w.SendCMDCH1(4); });
+    row("ch1 source 5", "", "a56c1500a5ff01000000000000000000b9088c03ae", [](W &w) { w.SendCMDCH1(5); });
+    row("ch2 source 1", "", "a56c1500a5ff01000000000000000000ba038803ae", [](W &w) { w.SendCMDCH2(1); });
+    row("ch2 source 2", "", "a56c1500a5ff01000000000000000000ba048903ae", [](W &w) { w.SendCMDCH2(2); });
+    row("ch2 source 6", "", "a56c1500a5ff01000000000000000000ba008503ae", [](W &w) { w.SendCMDCH2(6); });
+    row("pause", "", "a56c1400a5ff01000000000000000000c58f03ae", &W::SendCMDPAUSE);
+    row("mix", "", "a56c1400a5ff01000000000000000000cb9503ae", &W::SendCMDMIX);
+    row("afv", "", "a56c1400a5ff01000000000000000000cc9603ae", &W::SendCMDAFV);
+    row("still", "", "a56c1400a5ff01000000000000000000cd9703ae", &W::SendCMDSTILL);
+    row("ch1 volume", "", "a56c1500a5ff01000000000000000000ce32cb03ae", [](W &w) { w.SendCMDCH1_VOL(50); });
+    row("ch2 volume", "", "a56c1500a5ff01000000000000000000cf64fe03ae", [](W &w) { w.SendCMDCH2_VOL(100); });
+    row("f2", "", "a56c1400a5ff01000000000000000000d09a03ae", &W::SendCMDF2);
+    row("f3", "", "a56c1400a5ff01000000000000000000d49e03ae", &W::SendCMDF3);
     row("rotate shares the pause label", "点击暂停按钮senbuf的数据",
         "a56c1400a5ff01000000000000000000d59f03ae", &W::SendCMDROTATE);
-    row("f7", "F7 senbuf的数据", "a56c1400a5ff01000000000000000000d6a003ae", &W::SendCMDF7);
-    row("menu", "点击菜单按钮senbuf的数据", "a56c1600a5ff01000000000000000000d90301a903ae",
-        [](W &w) { w.SendCMDMenu(3, 1); });
-    row("raw test bytes", "点击确定按钮senbuf的数据", "0102aa", [](W &w) { w.SendCMDTest(hex("0102aa")); });
-    row("read his network", "ReadHis_IP senbuf的数据",
-        "a56c2000e0ff01000000000000000000240000000000000000000000003503ae", &W::SendCMD_Read_His_IP);
-    row("read url slot", "读取设备上His板URL信息 senbuf的数据", "a56c1500e0ff010000000000000000006a027203ae",
+    row("f7", "", "a56c1400a5ff01000000000000000000d6a003ae", &W::SendCMDF7);
+    row("menu", "", "a56c1600a5ff01000000000000000000d90301a903ae", [](W &w) { w.SendCMDMenu(3, 1); });
+    row("raw test bytes", "", "0102aa", [](W &w) { w.SendCMDTest(hex("0102aa")); });
+    row("read his network", "", "a56c2000e0ff01000000000000000000240000000000000000000000003503ae",
+        &W::SendCMD_Read_His_IP);
+    row("read url slot", "", "a56c1500e0ff010000000000000000006a027203ae",
         [](W &w) { w.SendCMD_Read_Url(0x102); });
     row("set his network", "设置设备上His板IP、网关、掩码、senbuf的数据",
         "a56c2000e0ff0100000000000000000005c0a80132ffffff00c0a801011809ae", [](W &w) {

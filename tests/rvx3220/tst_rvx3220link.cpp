@@ -59,48 +59,50 @@ void TestRvx3220Link::senders_data()
     QTest::addColumn<Action>("action");
     QTest::addColumn<QList<QByteArray>>("wire");
 
-    auto row = [](const char *name, Action a, QList<QByteArray> wire) { QTest::newRow(name) << a << wire; };
+    auto row = [](const char *name, const char *wire, Action a) {
+        QTest::newRow(name) << a << hexList(wire);
+    };
     using L = RVX3220_workdata;
-    row("PGM 3", [](L &l) { l.SendCMDPGM(3); }, {hex("a56c1500a5ff0100000000000000000080034e03ae")});
-    row("PVW 6", [](L &l) { l.SendCMDPVW(6); }, {hex("a56c1500a5ff0100000000000000000081065203ae")});
-    row("lever stroke 0 at 125", [](L &l) { l.SwndCMDslider(0, 125); },
-        {hex("a56c1600a5ff0100000000000000000082007dcb03ae")});
-    row("lever stroke 1 at 0", [](L &l) { l.SwndCMDslider(1, 0); },
-        {hex("a56c1600a5ff010000000000000000008201004f03ae")});
-    row("CUT", [](L &l) { l.SendCMDCUT(); }, {hex("a56c1400a5ff01000000000000000000834d03ae")});
-    row("AUTO sends nothing", [](L &l) { l.SendCMDAUTO(); }, {});
-    row("PIP on", [](L &l) { l.SendCMDPIP(1); }, {hex("a56c1500a5ff0100000000000000000086015203ae")});
-    row("PIP off", [](L &l) { l.SendCMDPIP(0); }, {hex("a56c1500a5ff0100000000000000000086005103ae")});
+    row("PGM 3", "a56c1500a5ff0100000000000000000080034e03ae", [](L &l) { l.SendCMDPGM(3); });
+    row("PVW 6", "a56c1500a5ff0100000000000000000081065203ae", [](L &l) { l.SendCMDPVW(6); });
+    row("lever stroke 0 at 125", "a56c1600a5ff0100000000000000000082007dcb03ae",
+        [](L &l) { l.SwndCMDslider(0, 125); });
+    row("lever stroke 1 at 0", "a56c1600a5ff010000000000000000008201004f03ae",
+        [](L &l) { l.SwndCMDslider(1, 0); });
+    row("CUT", "a56c1400a5ff01000000000000000000834d03ae", [](L &l) { l.SendCMDCUT(); });
+    row("AUTO sends nothing", "", [](L &l) { l.SendCMDAUTO(); });
+    row("PIP on", "a56c1500a5ff0100000000000000000086015203ae", [](L &l) { l.SendCMDPIP(1); });
+    row("PIP off", "a56c1500a5ff0100000000000000000086005103ae", [](L &l) { l.SendCMDPIP(0); });
 
     // Effects: MIX and FADE alone, each wipe behind a 0x90.
-    const QByteArray wipe = hex("a56c1400a5ff01000000000000000000905a03ae");
-    row("effect 0", [](L &l) { l.SendCMDTRANSITIONS(0); }, {});
-    row("effect 1 MIX", [](L &l) { l.SendCMDTRANSITIONS(1); },
-        {hex("a56c1400a5ff010000000000000000008e5803ae")});
-    row("effect 2 FADE", [](L &l) { l.SendCMDTRANSITIONS(2); },
-        {hex("a56c1400a5ff010000000000000000008f5903ae")});
-    row("effect 3 up", [](L &l) { l.SendCMDTRANSITIONS(3); },
-        {wipe, hex("a56c1500a5ff0100000000000000000092258203ae")});
-    row("effect 4 down", [](L &l) { l.SendCMDTRANSITIONS(4); },
-        {wipe, hex("a56c1500a5ff0100000000000000000092298603ae")});
-    row("effect 5 left", [](L &l) { l.SendCMDTRANSITIONS(5); },
-        {wipe, hex("a56c1500a5ff0100000000000000000092238003ae")});
-    row("effect 6 right", [](L &l) { l.SendCMDTRANSITIONS(6); },
-        {wipe, hex("a56c1500a5ff0100000000000000000092278403ae")});
-    row("effect 7", [](L &l) { l.SendCMDTRANSITIONS(7); }, {});
+    row("effect 0", "", [](L &l) { l.SendCMDTRANSITIONS(0); });
+    row("effect 1 MIX", "a56c1400a5ff010000000000000000008e5803ae", [](L &l) { l.SendCMDTRANSITIONS(1); });
+    row("effect 2 FADE", "a56c1400a5ff010000000000000000008f5903ae", [](L &l) { l.SendCMDTRANSITIONS(2); });
+    row("effect 3 up", "a56c1400a5ff01000000000000000000905a03ae a56c1500a5ff0100000000000000000092258203ae",
+        [](L &l) { l.SendCMDTRANSITIONS(3); });
+    row("effect 4 down",
+        "a56c1400a5ff01000000000000000000905a03ae a56c1500a5ff0100000000000000000092298603ae",
+        [](L &l) { l.SendCMDTRANSITIONS(4); });
+    row("effect 5 left",
+        "a56c1400a5ff01000000000000000000905a03ae a56c1500a5ff0100000000000000000092238003ae",
+        [](L &l) { l.SendCMDTRANSITIONS(5); });
+    row("effect 6 right",
+        "a56c1400a5ff01000000000000000000905a03ae a56c1500a5ff0100000000000000000092278403ae",
+        [](L &l) { l.SendCMDTRANSITIONS(6); });
+    row("effect 7", "", [](L &l) { l.SendCMDTRANSITIONS(7); });
 
-    row("PIP border enable", [](L &l) { l.SendCMDPIP_Border_Enable(1); },
-        {hex("a56c1500a5ff010000000000000000009d016903ae")});
-    row("PIP border colour", [](L &l) { l.SendCMDPIP_Border_Color(3); },
-        {hex("a56c1500a5ff010000000000000000009e036c03ae")});
-    row("PIP border width", [](L &l) { l.SendCMDPIP_Border_Width(7); },
-        {hex("a56c1500a5ff010000000000000000009f077103ae")});
-    row("PIP H 1440 low byte first", [](L &l) { l.SendCMDPIP_H_Position(1440); },
-        {hex("a56c1600a5ff01000000000000000000a0a0051104ae")});
-    row("PIP V 810", [](L &l) { l.SendCMDPIP_V_Position(810); },
-        {hex("a56c1600a5ff01000000000000000000a12a039a03ae")});
-    row("PIP size large", [](L &l) { l.SendCMDPIP_Border_Size(2); },
-        {hex("a56c1500a5ff01000000000000000000a2026f03ae")});
+    row("PIP border enable", "a56c1500a5ff010000000000000000009d016903ae",
+        [](L &l) { l.SendCMDPIP_Border_Enable(1); });
+    row("PIP border colour", "a56c1500a5ff010000000000000000009e036c03ae",
+        [](L &l) { l.SendCMDPIP_Border_Color(3); });
+    row("PIP border width", "a56c1500a5ff010000000000000000009f077103ae",
+        [](L &l) { l.SendCMDPIP_Border_Width(7); });
+    row("PIP H 1440 low byte first", "a56c1600a5ff01000000000000000000a0a0051104ae",
+        [](L &l) { l.SendCMDPIP_H_Position(1440); });
+    row("PIP V 810", "a56c1600a5ff01000000000000000000a12a039a03ae",
+        [](L &l) { l.SendCMDPIP_V_Position(810); });
+    row("PIP size large", "a56c1500a5ff01000000000000000000a2026f03ae",
+        [](L &l) { l.SendCMDPIP_Border_Size(2); });
 
     const char *outs[] = {
         "a56c1500a5ff01000000000000000000a3077503ae", "a56c1500a5ff01000000000000000000a30b7903ae",
@@ -109,42 +111,41 @@ void TestRvx3220Link::senders_data()
         "a56c1500a5ff01000000000000000000a3057303ae"};
     for (int i = 0; i < 7; ++i) {
         QTest::addRow("output format %d", i)
-            << Action([i](L &l) { l.SendCMDPGM_OUT(i); }) << QList<QByteArray>{hex(outs[i])};
+            << Action([i](L &l) { l.SendCMDPGM_OUT(i); }) << hexList(outs[i]);
     }
-    row("output format 7", [](L &l) { l.SendCMDPGM_OUT(7); }, {});
-    row("output format -1", [](L &l) { l.SendCMDPGM_OUT(-1); }, {});
+    row("output format 7", "", [](L &l) { l.SendCMDPGM_OUT(7); });
+    row("output format -1", "", [](L &l) { l.SendCMDPGM_OUT(-1); });
 
-    row("POP on", [](L &l) { l.SendCMDPOP(1); }, {hex("a56c1500a5ff01000000000000000000a7017303ae")});
-    row("POP window 2", [](L &l) { l.SendCMDPOP_Window(2); },
-        {hex("a56c1500a5ff01000000000000000000a8027503ae")});
-    row("POP border on", [](L &l) { l.SendCMDPOP_Border_Enable(1); },
-        {hex("a56c1500a5ff01000000000000000000a9017503ae")});
-    row("POP border colour", [](L &l) { l.SendCMDPOP_Border_Color(2); },
-        {hex("a56c1500a5ff01000000000000000000aa027703ae")});
-    row("POP border width", [](L &l) { l.SendCMDPOP_Border_Width(5); },
-        {hex("a56c1500a5ff01000000000000000000ab057b03ae")});
-    row("POP H 960", [](L &l) { l.SendCMDPOP_H_Position(960); },
-        {hex("a56c1600a5ff01000000000000000000acc0033b04ae")});
-    row("POP V 540", [](L &l) { l.SendCMDPOP_V_Position(540); },
-        {hex("a56c1600a5ff01000000000000000000ad1c029703ae")});
+    row("POP on", "a56c1500a5ff01000000000000000000a7017303ae", [](L &l) { l.SendCMDPOP(1); });
+    row("POP window 2", "a56c1500a5ff01000000000000000000a8027503ae", [](L &l) { l.SendCMDPOP_Window(2); });
+    row("POP border on", "a56c1500a5ff01000000000000000000a9017503ae",
+        [](L &l) { l.SendCMDPOP_Border_Enable(1); });
+    row("POP border colour", "a56c1500a5ff01000000000000000000aa027703ae",
+        [](L &l) { l.SendCMDPOP_Border_Color(2); });
+    row("POP border width", "a56c1500a5ff01000000000000000000ab057b03ae",
+        [](L &l) { l.SendCMDPOP_Border_Width(5); });
+    row("POP H 960", "a56c1600a5ff01000000000000000000acc0033b04ae",
+        [](L &l) { l.SendCMDPOP_H_Position(960); });
+    row("POP V 540", "a56c1600a5ff01000000000000000000ad1c029703ae",
+        [](L &l) { l.SendCMDPOP_V_Position(540); });
 
     // Both volumes ride on 0xB8; the source code (with 0x02 skipped) is all that differs.
-    const QByteArray vol_in1_60 = hex("a56c1600a5ff01000000000000000000b8033cc303ae");
-    row("CH1 volume IN1 60", [](L &l) { l.SendCMDCH1_VOL(2, 60); }, {vol_in1_60});
-    row("CH2 volume IN1 60", [](L &l) { l.SendCMDCH2_VOL(2, 60); }, {vol_in1_60});
-    row("CH1 volume Phone_IN 100", [](L &l) { l.SendCMDCH1_VOL(0, 100); },
-        {hex("a56c1600a5ff01000000000000000000b80064e803ae")});
-    row("CH2 volume IN6 0", [](L &l) { l.SendCMDCH2_VOL(7, 0); },
-        {hex("a56c1600a5ff01000000000000000000b808008c03ae")});
-    row("CH1 volume past the list", [](L &l) { l.SendCMDCH1_VOL(8, 50); }, {});
-    row("CH1 source RCA_IN", [](L &l) { l.SendCMDCH1(1); },
-        {hex("a56c1500a5ff01000000000000000000b9018503ae")});
-    row("CH1 source IN1", [](L &l) { l.SendCMDCH1(2); }, {hex("a56c1500a5ff01000000000000000000b9038703ae")});
-    row("CH2 source IN6", [](L &l) { l.SendCMDCH2(7); }, {hex("a56c1500a5ff01000000000000000000ba088d03ae")});
-    row("CH2 source -1", [](L &l) { l.SendCMDCH2(-1); }, {});
-    row("MIX", [](L &l) { l.SendCMDMIX(); }, {hex("a56c1400a5ff01000000000000000000cb9503ae")});
-    row("AFV", [](L &l) { l.SendCMDAFV(); }, {hex("a56c1400a5ff01000000000000000000cc9603ae")});
-    row("read state", [](L &l) { l.SendCMDReadstate(); }, {Marker});
+    row("CH1 volume IN1 60", "a56c1600a5ff01000000000000000000b8033cc303ae",
+        [](L &l) { l.SendCMDCH1_VOL(2, 60); });
+    row("CH2 volume IN1 60", "a56c1600a5ff01000000000000000000b8033cc303ae",
+        [](L &l) { l.SendCMDCH2_VOL(2, 60); });
+    row("CH1 volume Phone_IN 100", "a56c1600a5ff01000000000000000000b80064e803ae",
+        [](L &l) { l.SendCMDCH1_VOL(0, 100); });
+    row("CH2 volume IN6 0", "a56c1600a5ff01000000000000000000b808008c03ae",
+        [](L &l) { l.SendCMDCH2_VOL(7, 0); });
+    row("CH1 volume past the list", "", [](L &l) { l.SendCMDCH1_VOL(8, 50); });
+    row("CH1 source RCA_IN", "a56c1500a5ff01000000000000000000b9018503ae", [](L &l) { l.SendCMDCH1(1); });
+    row("CH1 source IN1", "a56c1500a5ff01000000000000000000b9038703ae", [](L &l) { l.SendCMDCH1(2); });
+    row("CH2 source IN6", "a56c1500a5ff01000000000000000000ba088d03ae", [](L &l) { l.SendCMDCH2(7); });
+    row("CH2 source -1", "", [](L &l) { l.SendCMDCH2(-1); });
+    row("MIX", "a56c1400a5ff01000000000000000000cb9503ae", [](L &l) { l.SendCMDMIX(); });
+    row("AFV", "a56c1400a5ff01000000000000000000cc9603ae", [](L &l) { l.SendCMDAFV(); });
+    row("read state", "a56c1400a5ff01000000000000000000491303ae", [](L &l) { l.SendCMDReadstate(); });
 }
 
 void TestRvx3220Link::senders()
