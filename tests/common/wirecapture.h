@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QHostAddress>
 #include <QList>
+#include <QNetworkDatagram>
 #include <QSignalSpy>
 #include <QUdpSocket>
 #include <functional>
@@ -76,14 +77,8 @@ private:
 
     void drain()
     {
-        while (m_socket.hasPendingDatagrams()) {
-            QByteArray d(int(qMax<qint64>(0, m_socket.pendingDatagramSize())), Qt::Uninitialized);
-            const qint64 n = m_socket.readDatagram(d.data(), d.size());
-            if (n < 0)
-                break;
-            d.resize(int(n));
-            m_got.append(d);
-        }
+        while (m_socket.hasPendingDatagrams())
+            m_got << m_socket.receiveDatagram().data();
     }
 
     QUdpSocket m_socket;

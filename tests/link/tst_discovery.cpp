@@ -29,7 +29,6 @@ class tst_Discovery : public QObject
 private slots:
     void init();
     void cleanup();
-    void searchLeavesAsBroadcast();
     void mainAndHisRepliesBind();
     void hisReplyBeforeMainIsLost();
     void hisReplyMatchingTwoRecordsUpdatesBoth();
@@ -87,17 +86,6 @@ void tst_Discovery::sendFrom(const QString &from, const QByteArray &data)
         QVERIFY(s->bind(QHostAddress(from), 0));
     }
     QCOMPARE(s->writeDatagram(data, QHostAddress::LocalHost, m_searchPort), qint64(data.size()));
-}
-
-void tst_Discovery::searchLeavesAsBroadcast()
-{
-    m_link->setSearcheQuipment();
-    QTRY_VERIFY(m_catcher->hasPendingDatagrams());
-    QByteArray frame(int(m_catcher->pendingDatagramSize()), '\0');
-    m_catcher->readDatagram(frame.data(), frame.size());
-    QCOMPARE(frame.size(), 27);
-    QCOMPARE(frame.left(17).toHex(' '), QByteArray("a5 6c 1b 00 81 ff 01 00 00 00 00 00 00 00 00 00 ff"));
-    QCOMPARE(uint8_t(frame.at(26)), uint8_t(0xAE));
 }
 
 void tst_Discovery::mainAndHisRepliesBind()
