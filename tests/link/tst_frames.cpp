@@ -4,6 +4,10 @@
 
 #include <QDateTime>
 #include <QtTest>
+#include <functional>
+
+using Builder = std::function<uint16_t(uint8_t *)>;
+Q_DECLARE_METATYPE(Builder)
 
 namespace {
 
@@ -33,40 +37,32 @@ private slots:
 
 void tst_Frames::dataCountBuilders_data()
 {
-    QTest::addColumn<int>("count");
+    QTest::addColumn<Builder>("build");
     QTest::addColumn<QByteArray>("expected");
+    using S = SWITCHER_DATA;
     // The reference frame: A5 FF, command 0x10, sum 0x02DA.
-    QTest::newRow("none, A5 FF cmd 10") << 0 << hex("a56c1400a5ff0100000000000000000010da02ae");
-    QTest::newRow("single") << 1 << hex("a56c1500a5ff010000000000000000001001dc02ae");
-    QTest::newRow("double") << 2 << hex("a56c1600a5ff01000000000000000000100102df02ae");
-    QTest::newRow("three") << 3 << hex("a56c1700a5ff0100000000000000000010010203e302ae");
-    QTest::newRow("four") << 4 << hex("a56c1800a5ff010000000000000000001001020304e802ae");
+    QTest::newRow("none, A5 FF cmd 10")
+        << Builder([](uint8_t *b) { return S::None_Char_Data(b, 0xA5, 0xFF, 0x10); })
+        << hex("a56c1400a5ff0100000000000000000010da02ae");
+    QTest::newRow("single") << Builder([](uint8_t *b) { return S::Single_Char_Data(b, 0xA5, 0xFF, 0x10, 1); })
+                            << hex("a56c1500a5ff010000000000000000001001dc02ae");
+    QTest::newRow("double") << Builder([](uint8_t *b) {
+        return S::Double_Char_Data(b, 0xA5, 0xFF, 0x10, 1, 2);
+    }) << hex("a56c1600a5ff01000000000000000000100102df02ae");
+    QTest::newRow("three") << Builder([](uint8_t *b) {
+        return S::Three_Char_Data(b, 0xA5, 0xFF, 0x10, 1, 2, 3);
+    }) << hex("a56c1700a5ff0100000000000000000010010203e302ae");
+    QTest::newRow("four") << Builder([](uint8_t *b) {
+        return S::Four_Char_Data(b, 0xA5, 0xFF, 0x10, 1, 2, 3, 4);
+    }) << hex("a56c1800a5ff010000000000000000001001020304e802ae");
 }
 
 void tst_Frames::dataCountBuilders()
 {
-    QFETCH(int, count);
+    QFETCH(Builder, build);
     QFETCH(QByteArray, expected);
     uint8_t buf[128] = {};
-    uint16_t len = 0;
-    switch (count) {
-    case 0:
-        len = SWITCHER_DATA::None_Char_Data(buf, 0xA5, 0xFF, 0x10);
-        break;
-    case 1:
-        len = SWITCHER_DATA::Single_Char_Data(buf, 0xA5, 0xFF, 0x10, 1);
-        break;
-    case 2:
-        len = SWITCHER_DATA::Double_Char_Data(buf, 0xA5, 0xFF, 0x10, 1, 2);
-        break;
-    case 3:
-        len = SWITCHER_DATA::Three_Char_Data(buf, 0xA5, 0xFF, 0x10, 1, 2, 3);
-        break;
-    case 4:
-        len = SWITCHER_DATA::Four_Char_Data(buf, 0xA5, 0xFF, 0x10, 1, 2, 3, 4);
-        break;
-    }
-    QCOMPARE(int(len), expected.size());
+    const uint16_t len = build(buf);
     QCOMPARE(asArray(buf, len).toHex(' '), expected.toHex(' '));
 }
 

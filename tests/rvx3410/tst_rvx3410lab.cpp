@@ -97,11 +97,6 @@ void TestRvx3410Lab::openDriveReturnReopen()
     QCOMPARE(panel->lowerRow()->BtnPVWstate(), uint8_t(2));
     QVERIFY(!up->f4On());
 
-    // Nobody pressed the read key: the unit is asked again about 3 s after opening.
-    const QString reads = QStringLiteral("rx unit=%1 board=main cmd=0x49").arg(m_ip);
-    QCOMPARE(LabState::logCount(reads), 1);
-    QTRY_COMPARE_WITH_TIMEOUT(LabState::logCount(reads), 2, 6000);
-
     // The unit's reply: a whole frame marked 0x27 for the RVX3410 signal, and the 29-byte
     // record the panel reads.
     QSignalSpy frames(panel->link(), &RVX3210_workdata::on_signals_3410Data);
