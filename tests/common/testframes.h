@@ -6,8 +6,8 @@
 #include <QStringList>
 #include <cstdint>
 
-// Frame arithmetic of the tests' own, kept apart from the product's: the byte layout is what
-// the tests exercise, the sum is only added here.
+// Helpers the tests share: frames built with the tests' own arithmetic (the byte layout is what
+// the tests exercise, the sum is only added here), and what a widget shows.
 
 inline QByteArray hex(const char *h)
 {
@@ -33,12 +33,12 @@ inline QByteArray seal(QByteArray body)
     return body.append(char(sum & 0xFF)).append(char(sum >> 8)).append(char(0xAE));
 }
 
-// A reply as a unit sends it: lead-in, length, device `dev` (e.g. "a5ff"), seventeenth byte
-// `cmd`, then `data`, sealed. The length counts the whole frame.
-inline QByteArray reply(const char *dev, uint8_t cmd, const QByteArray &data, uint8_t childType = 0)
+// A reply as a unit sends it: lead-in, length, device address `dev` (class and number, e.g.
+// 0xA5FF), child type at 14, command at 16, then `data`, sealed. The length counts the whole frame.
+inline QByteArray reply(uint16_t dev, uint8_t cmd, const QByteArray &data, uint8_t childType = 0)
 {
-    QByteArray f = hex("a56c0000") + hex(dev) + hex("01000000000000") + char(0) + char(childType) + char(0) +
-                   char(cmd) + data;
+    QByteArray f = hex("a56c0000") + char(dev >> 8) + char(dev & 0xFF) + hex("01000000000000") + char(0) +
+                   char(childType) + char(0) + char(cmd) + data;
     const int len = f.size() + 3;
     f[2] = char(len & 0xFF);
     f[3] = char(len >> 8);
@@ -56,8 +56,7 @@ inline QByteArray lever(int stroke, int travel)
 inline QByteArray searchReply(uint8_t devClass, uint8_t childType, const QByteArray &nameField,
                               const QByteArray &id)
 {
-    const char dev[] = {char(devClass), char(0xFF)};
-    return reply(QByteArray(dev, 2).toHex().constData(), 0xFF, char(0x01) + nameField + id, childType);
+    return reply(uint16_t(devClass << 8 | 0xFF), 0xFF, char(0x01) + nameField + id, childType);
 }
 
 // The texts of a list widget's items, in order.

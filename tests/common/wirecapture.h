@@ -8,6 +8,7 @@
 #include <QSignalSpy>
 #include <QUdpSocket>
 #include <functional>
+#include <utility>
 
 // Stands in for a unit on the loopback: listens on <address>:7000 next to the link's own
 // socket on port 7000, and hands back what arrived in order. A known marker frame sent

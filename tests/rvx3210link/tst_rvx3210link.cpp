@@ -269,7 +269,7 @@ void TestRvx3210Link::decode_data()
     auto emits = [](const char *signal, const QByteArray &arg) {
         return QStringList{QString::fromLatin1(signal) + ':' + QString::fromLatin1(arg.toHex())};
     };
-    auto state = [](const QByteArray &body) { return reply("a5ff", 0x49, body); };
+    auto state = [](const QByteArray &body) { return reply(0xA5FF, 0x49, body); };
 
     const QByteArray shortForm = state("#\x01#" + Record + "#");
     QTest::newRow("short form") << QByteArrayList{shortForm} << emits("state", Record);
@@ -305,22 +305,22 @@ void TestRvx3210Link::decode_data()
     QTest::newRow("bad end byte") << QByteArrayList{badEnd} << QStringList();
 
     const QByteArray net = hex("0000c0a80132ffffff00c0a80101000000000000 08080404");
-    QTest::newRow("his network E0") << QByteArrayList{reply("e0ff", 0x24, net + "$")} << emits("his", net);
-    QTest::newRow("his network E5") << QByteArrayList{reply("e5ff", 0x24, net + "$")} << emits("his", net);
+    QTest::newRow("his network E0") << QByteArrayList{reply(0xE0FF, 0x24, net + "$")} << emits("his", net);
+    QTest::newRow("his network E5") << QByteArrayList{reply(0xE5FF, 0x24, net + "$")} << emits("his", net);
     QTest::newRow("his network E5 FE ignored")
-        << QByteArrayList{reply("e5fe", 0x24, net + "$")} << QStringList();
+        << QByteArrayList{reply(0xE5FE, 0x24, net + "$")} << QStringList();
     QTest::newRow("his network with byte 17 set ignored")
-        << QByteArrayList{reply("e0ff", 0x24, hex("01") + net.mid(1) + "$")} << QStringList();
+        << QByteArrayList{reply(0xE0FF, 0x24, hex("01") + net.mid(1) + "$")} << QStringList();
     QTest::newRow("network reply from the main board ignored")
-        << QByteArrayList{reply("a5ff", 0x24, net + "$")} << QStringList();
+        << QByteArrayList{reply(0xA5FF, 0x24, net + "$")} << QStringList();
 
     const QByteArray url = hex("000203") + "cam" + QByteArray(13, '\0') + hex("0400") + "rtmp";
-    QTest::newRow("his url") << QByteArrayList{reply("e0ff", 0x6a, url + "j")} << emits("url", url);
+    QTest::newRow("his url") << QByteArrayList{reply(0xE0FF, 0x6a, url + "j")} << emits("url", url);
 
-    const QByteArray f3410 = reply("a5ff", 0x49, "#\x01#" + Record + "#", 0x27);
+    const QByteArray f3410 = reply(0xA5FF, 0x49, "#\x01#" + Record + "#", 0x27);
     QTest::newRow("rvx3410 state frame")
         << QByteArrayList{f3410} << emits("state", Record) + emits("3410", f3410);
-    const QByteArray other3410 = reply("a5ff", 0x30, hex("01"), 0x27);
+    const QByteArray other3410 = reply(0xA5FF, 0x30, hex("01"), 0x27);
     QTest::newRow("rvx3410 other frame") << QByteArrayList{other3410} << emits("3410", other3410);
 }
 

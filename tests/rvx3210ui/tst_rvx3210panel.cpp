@@ -53,7 +53,7 @@ QByteArray record(std::initializer_list<std::pair<int, uint8_t>> changes)
 
 QByteArray stateReply(const QByteArray &record)
 {
-    return reply("a5ff", 0x49, "#\x01#" + record + "#");
+    return reply(0xA5FF, 0x49, "#\x01#" + record + "#");
 }
 
 } // namespace
@@ -717,7 +717,7 @@ void TestRvx3210Panel::hisRepliesShown()
     Plane_Botton *page = m_panel->networkPage();
     QSignalSpy his(m_panel->link(), &RVX3210_workdata::on_signals_3210HISData);
     // Network address reply: IP at 2, mask at 6, gateway at 10, DNS at 20 of the payload.
-    feed(reply("e0ff", 0x24, hex("0001 0a000005 ffffff00 0a000001 000000000000 01010101") + "$"), HisIp);
+    feed(reply(0xE0FF, 0x24, hex("0001 0a000005 ffffff00 0a000001 000000000000 01010101") + "$"), HisIp);
     QVERIFY(his.wait(3000));
     QCOMPARE(page->hisIpEdit()->text(), QStringLiteral("10.0.0.5"));
     QCOMPARE(page->hisSubnetEdit()->text(), QStringLiteral("255.255.255.0"));
@@ -726,7 +726,7 @@ void TestRvx3210Panel::hisRepliesShown()
     QCOMPARE(m_panel->link()->on_HIS_DNS(), QStringLiteral("1.1.1.1"));
 
     // A payload that stops inside the gateway shows the IP and mask only.
-    feed(reply("e0ff", 0x24, hex("0001 0a000006 ffff0000 0a00") + "$"), HisIp);
+    feed(reply(0xE0FF, 0x24, hex("0001 0a000006 ffff0000 0a00") + "$"), HisIp);
     QVERIFY(his.wait(3000));
     QCOMPARE(page->hisIpEdit()->text(), QStringLiteral("10.0.0.6"));
     QCOMPARE(page->hisSubnetEdit()->text(), QStringLiteral("255.255.0.0"));
@@ -735,7 +735,7 @@ void TestRvx3210Panel::hisRepliesShown()
     // URL reply laid out as the URL record: slot, name length, 16 name bytes, URL length.
     QSignalSpy url(m_panel->link(), &RVX3210_workdata::on_signals_3210HIS_URL_Data);
     const QByteArray u = "rtmp://10.0.0.7/live/b";
-    feed(reply("e0ff", 0x6a,
+    feed(reply(0xE0FF, 0x6a,
                hex("0002 03") + QByteArray("cam").leftJustified(16, '\0') + char(u.size()) + '\0' + u),
          HisIp);
     QVERIFY(url.wait(3000));
@@ -743,7 +743,7 @@ void TestRvx3210Panel::hisRepliesShown()
     QCOMPARE(page->urlEdit()->text(), QString::fromLatin1(u));
 
     // A URL length beyond what arrived shows what there is.
-    feed(reply("e0ff", 0x6a,
+    feed(reply(0xE0FF, 0x6a,
                hex("0001 02") + QByteArray("ab").leftJustified(16, '\0') + hex("c800") + "rtmp://xj"),
          HisIp);
     QVERIFY(url.wait(3000));
