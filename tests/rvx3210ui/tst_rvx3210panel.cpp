@@ -110,7 +110,6 @@ private:
     std::unique_ptr<WireCapture> m_main;
     std::unique_ptr<WireCapture> m_his;
     QPointer<RVX3210UI> m_panel;
-    QByteArrayList m_pending;
 };
 
 void TestRvx3210Panel::initTestCase()
