@@ -92,8 +92,6 @@ class TestResources : public QObject
     Q_OBJECT
 
 private slots:
-    void scanner_data();
-    void scanner();
     void tableParser_data();
     void tableParser();
     void tableEntries_data();
@@ -102,42 +100,6 @@ private slots:
     void lampColours();
     void sourceReferences();
 };
-
-void TestResources::scanner_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("isCpp");
-    QTest::addColumn<QStringList>("paths");
-    QTest::addColumn<QStringList>("prefixes");
-    QTest::addColumn<QStringList>("templates");
-
-    const QStringList none;
-    QTest::newRow("path split over two literals")
-        << "s = \"a{border-image:url(:/images/StyleSheet/\"\n      \"limit.png);}\";" << true
-        << QStringList{":/images/StyleSheet/limit.png"} << none << none;
-    QTest::newRow("separate literals stay separate, once each")
-        << R"t(f(":/images/red/1.bmp", ":/images/red/2.bmp", ":/images/red/1.bmp");)t" << true
-        << QStringList{":/images/red/1.bmp", ":/images/red/2.bmp"} << none << none;
-    QTest::newRow("prefix completed at run time") << R"t(QString p = QString(":/images/white/") + name;)t"
-                                                  << true << none << QStringList{":/images/white/"} << none;
-    QTest::newRow("template") << R"t(QString(":/images/red/png/%1.png").arg(n))t" << true << none << none
-                              << QStringList{":/images/red/png/%1.png"};
-    QTest::newRow("escaped quote inside literal")
-        << R"t(s = "say \"hi\" url(:/images/StyleSheet/set.png)";)t" << true
-        << QStringList{":/images/StyleSheet/set.png"} << none << none;
-    QTest::newRow("designer form text") << R"t(<string>image: url(:/images/StyleSheet/DS.bmp);</string>)t"
-                                        << false << QStringList{":/images/StyleSheet/DS.bmp"} << none << none;
-}
-
-void TestResources::scanner()
-{
-    QFETCH(QString, text);
-    QFETCH(bool, isCpp);
-    const References refs = scanText(text, isCpp);
-    QTEST(refs.paths, "paths");
-    QTEST(refs.prefixes, "prefixes");
-    QTEST(refs.templates, "templates");
-}
 
 void TestResources::tableParser_data()
 {
