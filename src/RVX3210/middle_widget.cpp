@@ -1,5 +1,6 @@
 #include "middle_widget.h"
 
+#include "common/unitstateguard.h"
 #include "keysheet.h"
 #include "rvx3210_workdata.h"
 #include "rvx3210styles.h"
@@ -188,6 +189,8 @@ void Middle_widget::on_Coboxch2_IndexChanged(int index)
 
 void Middle_widget::warnNoSource()
 {
+    if (UnitStateGuard::active())
+        return;
     QMessageBox::warning(this, QString::fromLatin1(S::WarningTitle), QString::fromLatin1(S::ChooseCh1Source),
                          QMessageBox::Yes);
 }

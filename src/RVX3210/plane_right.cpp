@@ -1,5 +1,6 @@
 #include "plane_right.h"
 
+#include "common/unitstateguard.h"
 #include "rvx3210_workdata.h"
 #include "rvx3210styles.h"
 
@@ -99,7 +100,8 @@ bool Plane_Right::sizeChosen()
 {
     if (m_size->currentIndex() != -1)
         return true;
-    QMessageBox::warning(this, QString::fromLatin1(S::WarningTitle), QString::fromLatin1(S::ChooseSize));
+    if (!UnitStateGuard::active())
+        QMessageBox::warning(this, QString::fromLatin1(S::WarningTitle), QString::fromLatin1(S::ChooseSize));
     return false;
 }
 

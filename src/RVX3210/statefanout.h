@@ -1,6 +1,7 @@
 #pragma once
 
 #include "below_widget.h"
+#include "common/unitstateguard.h"
 #include "plane_right.h"
 
 #include <QByteArray>
@@ -38,6 +39,7 @@ template <class Upper, class Middle, class AfterFtb>
 void apply(const QByteArray &d, Upper *upper, Middle *middle, Below_Widget *below, Plane_Right *pip,
            AfterFtb afterFtb)
 {
+    const UnitStateGuard showingUnitState;
     if (has(d, 0))
         below->set_PGMCH_Style(at(d, 0));
     if (has(d, 1))
