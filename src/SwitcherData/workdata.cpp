@@ -156,6 +156,8 @@ void SWITCHER_DATA::setSearcheQuipment()
     m_count = 0;
     m_names.clear();
     std::memset(m_devices, 0, sizeof(m_devices));
+    // A fragment left from the last search could hold a start pattern whose length waits
+    // for bytes that never come, and would swallow the new replies until it overflowed.
     m_recvBuf.clear();
 
     m_socket->writeDatagram(frame, QHostAddress::Broadcast, Port);

@@ -41,8 +41,8 @@ QString recordText(const DevInfo_DATA &rec, DeviceModel::Filter filter)
 showsearch::showsearch(QWidget *parent) : QWidget(parent)
 {
     setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
-    const QRect desk = QApplication::desktop()->availableGeometry(this);
-    setGeometry((desk.width() - 475) / 2, (desk.height() - 395) / 2, 475, 395);
+    const QDesktopWidget *desk = QApplication::desktop();
+    setGeometry((desk->width() - 475) / 2, (desk->height() - 395) / 2, 475, 395);
     setWindowFlags(Qt::FramelessWindowHint);
     setAttribute(Qt::WA_TranslucentBackground);
     setObjectName(QStringLiteral("widget"));
