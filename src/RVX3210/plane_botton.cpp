@@ -97,8 +97,9 @@ void Plane_Botton::initDialog()
     m_dlg->setObjectName(QString::fromLatin1(S::SubDialogName));
     m_dlg->setWindowTitle(QString::fromLatin1(S::SetDialogTitle));
     m_dlg->setAttribute(Qt::WA_StyledBackground);
-    m_dlg->setStyleSheet(QString::fromLatin1(S::SetDialog) + QString::fromLatin1(S::DialogText) +
-                         QString::fromLatin1(S::Inputs));
+    // The dialog carries its own sheet alone; the look of the fields and keys goes on the groups.
+    m_dlg->setStyleSheet(QString::fromLatin1(S::SetDialog));
+    const QString groupSheet = QString::fromLatin1(S::DialogText) + QString::fromLatin1(S::Inputs);
 
     const QRegularExpression pattern(QString::fromLatin1(S::IpPattern));
     auto label = [this](const char *text) { return new QLabel(QString::fromLatin1(text), m_dlg); };
@@ -125,6 +126,7 @@ void Plane_Botton::initDialog()
 
     // Main board.
     auto *mainBox = new QGroupBox(m_dlg);
+    mainBox->setStyleSheet(groupSheet);
     m_devIp = addressEdit();
     m_btnSetDevIp = key(S::SetIp);
     auto *mainGrid = new QGridLayout(mainBox);
@@ -134,6 +136,7 @@ void Plane_Botton::initDialog()
 
     // HIS board.
     auto *hisBox = new QGroupBox(m_dlg);
+    hisBox->setStyleSheet(groupSheet);
     m_hisIp = addressEdit();
     m_hisSubnet = addressEdit();
     m_hisGateway = addressEdit();
@@ -156,6 +159,7 @@ void Plane_Botton::initDialog()
 
     // Streaming URL slots of the HIS board.
     auto *urlBox = new QGroupBox(m_dlg);
+    urlBox->setStyleSheet(groupSheet);
     m_urlIndex = new QComboBox(m_dlg);
     for (int i = 0; i < S::UrlSlots; ++i)
         m_urlIndex->addItem(QString::number(i));

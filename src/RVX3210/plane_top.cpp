@@ -53,6 +53,9 @@ void Plane_Top::initPlan1()
     connect(m_btnClose, &QPushButton::clicked, this, [] { QCoreApplication::exit(0); });
     connect(m_btnMin, &QPushButton::clicked, this, &Plane_Top::on_btnclicked_min);
     connect(m_btnMax, &QPushButton::clicked, this, &Plane_Top::on_btnclicked_max);
+    // The 8000-series strip's handlers hang on the same keys; for this panel they do nothing.
+    connect(m_btnMin, &QPushButton::clicked, this, &Plane_Top::on_btnclicked_min_for5310);
+    connect(m_btnMax, &QPushButton::clicked, this, &Plane_Top::on_btnclicked_max_for5310);
 }
 
 void Plane_Top::setDev_Child_Type(int code)

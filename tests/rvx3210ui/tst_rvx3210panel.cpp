@@ -673,9 +673,16 @@ void TestRvx3210Panel::networkPageWarnings()
 void TestRvx3210Panel::networkPageSends()
 {
     Plane_Botton *page = m_panel->networkPage();
-    // Opening the dialog shows what the link knows.
-    ModalWatch watch([](QWidget *w) { qobject_cast<QDialog *>(w)->reject(); });
+    // Opening the dialog shows what the link knows; the dialog's sheet is its own alone.
+    QString sheet;
+    ModalWatch watch([&sheet](QWidget *w) {
+        sheet = w->objectName() + ' ' + w->styleSheet();
+        qobject_cast<QDialog *>(w)->reject();
+    });
     page->btnSet()->click();
+    QCOMPARE(sheet,
+             QStringLiteral("_dlog QDialog#_dlog{background-color:rgb(58,58,58);border:1px solid rgb(83, "
+                            "83,83);border-radius:5px;};"));
     QCOMPARE(page->devIpEdit()->text(), QString(MainIp));
     QCOMPARE(page->hisIpEdit()->text(), QString(HisIp));
 
