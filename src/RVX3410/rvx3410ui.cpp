@@ -8,9 +8,9 @@
 #include "rvx_3410_middle_widget.h"
 #include "rvx_3410_upper_widget.h"
 
-#include <QGuiApplication>
+#include <QApplication>
+#include <QDesktopWidget>
 #include <QLabel>
-#include <QScreen>
 
 namespace {
 constexpr int PanelWidth = 1400;
@@ -24,9 +24,10 @@ constexpr int RotateByte = 28;
 
 RVX3410UI::RVX3410UI(QWidget *parent) : Rvx3210PanelFrame(parent)
 {
-    const QRect desk = QGuiApplication::primaryScreen()->geometry();
-    m_centreLeft = (desk.width() - PanelWidth) / 2;
-    m_centreTop = (desk.height() - PanelHeight) / 2;
+    // The whole desktop, as the search window measures it, not one screen of it.
+    const QDesktopWidget *desk = QApplication::desktop();
+    m_centreLeft = (desk->width() - PanelWidth) / 2;
+    m_centreTop = (desk->height() - PanelHeight) / 2;
     setGeometry(m_centreLeft, m_centreTop, PanelWidth, PanelHeight);
     init3210ui_1();
     m_upper = new RVX_3410_Upper_Widget(centre(), link());
