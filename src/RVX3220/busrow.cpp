@@ -34,8 +34,13 @@ void BusRow::setStyle(quint8 id)
 {
     initbtnStyle();
     if (id >= 1 && id <= 6)
-        m_group->button(id)->setStyleSheet(RVX3220Styles::lamp(m_litPictures[id - 1]));
+        lightInput(id);
     m_lit = id;
+}
+
+void BusRow::lightKey(int id)
+{
+    m_group->button(id)->setStyleSheet(RVX3220Styles::lamp(m_litPictures[id - 1]));
 }
 
 void BusRow::on_btnGrp_clicked(quint8 id)

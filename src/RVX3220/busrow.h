@@ -27,6 +27,10 @@ public slots:
 protected:
     BusRow(QWidget *parent, RVX3220_workdata *model, const char *caption, const char *const *lit);
     virtual void sendInput(quint8 id) = 0;
+    // Lights key id (1..6) through the bus's own per-key setter.
+    virtual void lightInput(quint8 id) = 0;
+    // Shows key id (1..6) lit; the others keep their look.
+    void lightKey(int id);
 
     RVX3220_workdata *m_model;
 

@@ -8,7 +8,8 @@
 #include <QMouseEvent>
 #include <QPushButton>
 
-Devlog::Devlog(QWidget *parent) : QWidget(parent), m_logo(new QLabel(this)), m_close(new QPushButton(this))
+Devlog::Devlog(QWidget *parent, RVX3220_workdata *model)
+    : QWidget(parent), m_model(model), m_logo(new QLabel(this)), m_close(new QPushButton(this))
 {
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(QString::fromLatin1(RVX3220Styles::TitleBar));

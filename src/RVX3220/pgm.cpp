@@ -9,3 +9,12 @@ void PGM::sendInput(quint8 id)
 {
     m_model->SendCMDPGM(id);
 }
+
+void PGM::lightInput(quint8 id)
+{
+    using Setter = void (PGM::*)();
+    static constexpr Setter setters[6] = {&PGM::setbtnStyle_red1, &PGM::setbtnStyle_red2,
+                                          &PGM::setbtnStyle_red3, &PGM::setbtnStyle_red4,
+                                          &PGM::setbtnStyle_red5, &PGM::setbtnStyle_red6};
+    (this->*setters[id - 1])();
+}

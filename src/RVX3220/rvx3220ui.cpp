@@ -63,7 +63,7 @@ void RVX3220UI::initUI1()
     m_return = new QPushButton(this);
     m_version = new QLabel(QString::fromLatin1(RVX3220Styles::VersionText), this);
     m_model = new RVX3220_workdata(this);
-    m_titleBar = new Devlog(this);
+    m_titleBar = new Devlog(this, m_model);
     m_audio = new AUDIO(this, m_model);
     m_transitions = new Transitions(this, m_model);
     m_pgm = new PGM(this, m_model);
@@ -95,6 +95,7 @@ void RVX3220UI::initUI1()
     connect(m_popBtn, &QPushButton::clicked, this, &RVX3220UI::setBtnPOP);
     connect(m_settings, &QPushButton::clicked, this, &RVX3220UI::setBtnip);
     connect(m_return, &QPushButton::clicked, this, &QDialog::close);
+    // Connected once, not on every cut: turning the lamp off twice looks the same as once.
     connect(m_cutTimer, &QTimer::timeout, this, &RVX3220UI::setTimercut);
 }
 

@@ -2,11 +2,8 @@
 
 #include "framecodec.h"
 
-#include <QDebug>
 #include <QUdpSocket>
 #include <cstring>
-
-Q_LOGGING_CATEGORY(lc3220, "kova.rvx3220")
 
 namespace {
 
@@ -14,6 +11,8 @@ namespace {
 const uint8_t CH_NB[8] = {0x00, 0x01, 0x03, 0x04, 0x05, 0x06, 0x07, 0x08};
 
 // Output-format list index -> format code.
+// The panel's lists never give an index past these two tables; a sender given one sends
+// nothing rather than a byte read from beyond them.
 const uint8_t PGM_OUT_CODES[7] = {0x07, 0x0B, 0x09, 0x01, 0x03, 0x0D, 0x05};
 
 constexpr uint8_t CmdReadState = 0x49;
@@ -35,13 +34,11 @@ void RVX3220_workdata::initUdp()
     m_udp = new QUdpSocket(this);
     // The address is not known yet, so this listens on port 7000 of every IPv4 interface.
     // Shared like the other panels' links, so a panel kept open in the background does not
-    // lock this one out.
-    if (!m_udp->bind(QHostAddress::AnyIPv4, Port,
-                     QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint)) {
-        // Someone holds the port exclusively. Commands still leave, from a port of the
-        // system's choosing; the unit's answers are ignored anyway.
-        qCDebug(lc3220) << "port 7000 is taken, sending without it:" << m_udp->errorString();
-    }
+    // lock this one out. If someone holds the port exclusively all the same, that goes
+    // unreported: commands still leave, from a port of the system's choosing, and the
+    // unit's answers are ignored in any case.
+    m_udp->bind(QHostAddress::AnyIPv4, Port,
+                QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint);
     connect(m_udp, &QUdpSocket::readyRead, this, &RVX3220_workdata::ReceiveData);
 }
 

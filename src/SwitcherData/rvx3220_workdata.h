@@ -3,13 +3,10 @@
 #include "workdata.h"
 
 #include <QByteArray>
-#include <QLoggingCategory>
 #include <QString>
 #include <cstdint>
 
 class QUdpSocket;
-
-Q_DECLARE_LOGGING_CATEGORY(lc3220)
 
 // Link object of one RVX3220 unit. It only talks: the panel shows the operator's own last
 // choices, so what the unit sends back is checked for shape and then ignored, and no
