@@ -12,9 +12,26 @@ void PGM::sendInput(quint8 id)
 
 void PGM::lightInput(quint8 id)
 {
-    using Setter = void (PGM::*)();
-    static constexpr Setter setters[6] = {&PGM::setbtnStyle_red1, &PGM::setbtnStyle_red2,
-                                          &PGM::setbtnStyle_red3, &PGM::setbtnStyle_red4,
-                                          &PGM::setbtnStyle_red5, &PGM::setbtnStyle_red6};
-    (this->*setters[id - 1])();
+    switch (id) {
+    case 1:
+        setbtnStyle_red1();
+        break;
+    case 2:
+        setbtnStyle_red2();
+        break;
+    case 3:
+        setbtnStyle_red3();
+        break;
+    case 4:
+        setbtnStyle_red4();
+        break;
+    case 5:
+        setbtnStyle_red5();
+        break;
+    case 6:
+        setbtnStyle_red6();
+        break;
+    default:
+        break;
+    }
 }

@@ -12,9 +12,26 @@ void PVW::sendInput(quint8 id)
 
 void PVW::lightInput(quint8 id)
 {
-    using Setter = void (PVW::*)();
-    static constexpr Setter setters[6] = {&PVW::setbtnStyle_green1, &PVW::setbtnStyle_green2,
-                                          &PVW::setbtnStyle_green3, &PVW::setbtnStyle_green4,
-                                          &PVW::setbtnStyle_green5, &PVW::setbtnStyle_green6};
-    (this->*setters[id - 1])();
+    switch (id) {
+    case 1:
+        setbtnStyle_green1();
+        break;
+    case 2:
+        setbtnStyle_green2();
+        break;
+    case 3:
+        setbtnStyle_green3();
+        break;
+    case 4:
+        setbtnStyle_green4();
+        break;
+    case 5:
+        setbtnStyle_green5();
+        break;
+    case 6:
+        setbtnStyle_green6();
+        break;
+    default:
+        break;
+    }
 }
