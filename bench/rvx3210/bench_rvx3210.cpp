@@ -1,9 +1,16 @@
-// RVX3210 panel timings on loopback, against a socket standing in for the unit:
+// RVX3210 panel timings against a socket standing in for the unit:
 //  - a click on CUT until the datagram is readable at the unit,
-//  - a state reply sent by the unit until the panel has restyled its keys,
+//  - a state reply sent by the unit until the panel has restyled its keys, and repainted them,
 //  - a bare datagram between two plain sockets on the same addresses, as the floor,
-//  - CPU used by the process over 10 s with FTB blinking, and over 10 s idle.
-// Run only inside tests/netns-run.sh (see run.sh): it opens sockets.
+//  - CPU used by the process over 10 s with FTB blinking, and over 10 s idle (loopback only).
+//
+//   bench_rvx3210              loopback: the stand-in unit is a socket of this process
+//   bench_rvx3210 lab          across the lab's veth pair, run as the command of lab/lab.sh;
+//                              the stand-in unit is a copy of this program in the unit namespace
+//   bench_rvx3210 unit MAIN HIS OPERATOR
+//                              that copy: reports each arrival on stdout, sends on request
+//
+// Run only inside tests/netns-run.sh or lab/lab.sh (see run.sh): it opens sockets.
 #include "RVX3210/below_widget.h"
 #include "RVX3210/rvx3210ui.h"
 #include "RVX3210/upper_widget.h"
@@ -14,12 +21,24 @@
 #include <QButtonGroup>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QLoggingCategory>
+#include <QNetworkDatagram>
+#include <QProcess>
 #include <QPushButton>
 #include <QTimer>
 #include <QUdpSocket>
 #include <algorithm>
+#include <arpa/inet.h>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <netinet/in.h>
+#include <poll.h>
+#include <string>
 #include <sys/resource.h>
+#include <sys/socket.h>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -29,6 +48,8 @@ constexpr quint16 Port = 7000;
 const QHostAddress UnitIp(QStringLiteral("127.0.0.2"));
 const QHostAddress HisIp(QStringLiteral("127.0.0.3"));
 constexpr auto Share = QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint;
+// A CUT command frame; the floors send the same bytes the click does.
+const QByteArray CutFrame = QByteArray::fromHex("a56c1400a5ff01000000000000000000834d03ae");
 
 struct Figures
 {
@@ -90,13 +111,32 @@ void runFor(int ms)
     loop.exec();
 }
 
-} // namespace
-
-int main(int argc, char **argv)
+// CLOCK_MONOTONIC is not split by network namespaces, so stamps taken by the bench and by its
+// copy in the unit namespace are on the same clock.
+qint64 nowNs()
 {
-    QApplication app(argc, argv);
-    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
+    timespec ts{};
+    clock_gettime(CLOCK_MONOTONIC, &ts);
+    return qint64(ts.tv_sec) * 1000000000 + ts.tv_nsec;
+}
 
+struct Row
+{
+    const char *path;
+    std::vector<double> us;
+};
+
+void printRows(const std::vector<Row> &rows)
+{
+    std::printf("| Path | Median (us) | Worst (us) |\n|---|---|---|\n");
+    for (const Row &row : rows) {
+        const Figures f = figures(row.us);
+        std::printf("| %s | %.1f | %.1f |\n", row.path, f.median, f.worst);
+    }
+}
+
+int runLoopback()
+{
     QUdpSocket unit;
     if (!unit.bind(UnitIp, Port, Share)) {
         std::fprintf(stderr, "cannot bind %s:%d (run inside tests/netns-run.sh)\n",
@@ -120,12 +160,11 @@ int main(int argc, char **argv)
     // Floor: a bare datagram from a plain socket to the unit's socket.
     QUdpSocket plain;
     plain.bind(QHostAddress(QHostAddress::LocalHost), 0);
-    const QByteArray cut = QByteArray::fromHex("a56c1400a5ff01000000000000000000834d03ae");
     std::vector<double> floorUs, cutUs, stateUs;
     QElapsedTimer t;
     for (int i = 0; i < Runs; ++i) {
         t.start();
-        plain.writeDatagram(cut, UnitIp, Port);
+        plain.writeDatagram(CutFrame, UnitIp, Port);
         if (!awaitDatagram(unit))
             return 1;
         floorUs.push_back(t.nsecsElapsed() / 1e3);
@@ -150,27 +189,35 @@ int main(int argc, char **argv)
     QObject::disconnect(sent);
 
     // State reply from the unit to restyled keys: the fan-out runs inside the link's signal,
-    // so a connection made after the panel's fires once the keys have their new sheets.
-    bool restyled = false;
-    QObject::connect(panel.link(), &RVX3210_workdata::on_signals_3210Data, [&] { restyled = true; });
+    // so a connection made after the panel's fires once the keys have their new sheets. The
+    // repaint they ask for is a posted event, handled right after, so each run starts clean.
+    std::vector<double> paintedUs;
+    QCoreApplication::sendPostedEvents();
     QAbstractButton *pgm3 = panel.lowerRow()->pgmGroup()->button(3);
     for (int i = 0; i < Runs; ++i) {
         const uint8_t pgm = (i % 2) ? 3 : 4;
-        restyled = false;
+        qint64 restyledAt = -1;
         QEventLoop loop;
-        auto c =
-            QObject::connect(panel.link(), &RVX3210_workdata::on_signals_3210Data, &loop, &QEventLoop::quit);
+        auto c = QObject::connect(panel.link(), &RVX3210_workdata::on_signals_3210Data, [&] {
+            restyledAt = t.nsecsElapsed();
+            loop.quit();
+        });
+        QTimer::singleShot(1000, &loop, &QEventLoop::quit);
         t.start();
         unit.writeDatagram(stateReply(pgm, 2), QHostAddress::LocalHost, Port);
-        if (!restyled)
-            loop.exec();
-        stateUs.push_back(t.nsecsElapsed() / 1e3);
+        loop.exec();
         QObject::disconnect(c);
+        QCoreApplication::sendPostedEvents();
+        if (restyledAt < 0)
+            return 1;
+        stateUs.push_back(restyledAt / 1e3);
+        paintedUs.push_back(t.nsecsElapsed() / 1e3);
         if (pgm3->styleSheet().contains(QLatin1String(":/images/red/png/3.png")) != (pgm == 3))
             return 1;
     }
-    // CPU over 10 s: idle, then with FTB blinking.
-    runFor(500);
+    // CPU over 10 s: idle, then with FTB blinking. The runs' one-second guard timers run out
+    // first, so they are not counted as idle work.
+    runFor(1500);
     double c0 = cpuMs();
     runFor(10000);
     const double idleMs = cpuMs() - c0;
@@ -180,16 +227,334 @@ int main(int argc, char **argv)
     const double blinkMs = cpuMs() - c0;
     panel.upperRow()->btnFTB()->click();
 
-    const Figures f = figures(floorUs), c = figures(cutUs), s = figures(stateUs), w = figures(cutWrittenUs);
-    std::printf("| Path | Median (us) | Worst (us) |\n|---|---|---|\n");
-    std::printf("| bare UDP datagram, plain socket to unit socket (floor) | %.1f | %.1f |\n", f.median,
-                f.worst);
-    std::printf("| CUT click to datagram written (in the unit's socket) | %.1f | %.1f |\n", w.median,
-                w.worst);
-    std::printf("| CUT click to datagram read at the unit (click fully handled first) | %.1f | %.1f |\n",
-                c.median, c.worst);
-    std::printf("| state reply sent to keys restyled | %.1f | %.1f |\n", s.median, s.worst);
+    printRows({
+        {"bare UDP datagram, plain socket to the unit's socket (floor)", floorUs},
+        {"CUT click to datagram written (in the unit's socket then)", cutWrittenUs},
+        {"CUT click to datagram read at the unit, after the click is fully handled", cutUs},
+        {"state reply sent by the unit to keys restyled", stateUs},
+        {"state reply sent by the unit to the panel repainted", paintedUs},
+    });
     std::printf("\nCPU over 10 s: idle %.1f ms (%.2f %%), FTB blinking %.1f ms (%.2f %%)\n", idleMs,
                 idleMs / 100.0, blinkMs, blinkMs / 100.0);
     return 0;
+}
+
+// The stand-in unit's own addresses on the unit side of the lab. They lie outside the
+// emulator's address plan on purpose: the emulator binds every planned address on port 7000,
+// and its socket would take the panel's datagrams.
+const QString LabUnitIp = QStringLiteral("10.77.250.1");
+const QString LabHisIp = QStringLiteral("10.77.250.2");
+const QString LabUnitIf = QStringLiteral("kova1");
+
+int bindUnitSocket(const char *addr)
+{
+    const int fd = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    if (fd < 0)
+        return -1;
+    // The emulator's wildcard socket holds port 7000 with address reuse; a socket on one
+    // address of the same port must ask for it too, and then gets that address's datagrams.
+    const int on = 1;
+    setsockopt(fd, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
+    setsockopt(fd, SOL_SOCKET, SO_TIMESTAMPNS, &on, sizeof on);
+    sockaddr_in a{};
+    a.sin_family = AF_INET;
+    a.sin_port = htons(Port);
+    if (inet_pton(AF_INET, addr, &a.sin_addr) != 1 ||
+        bind(fd, reinterpret_cast<const sockaddr *>(&a), sizeof a) != 0) {
+        std::fprintf(stderr, "unit: cannot bind %s:%d: %s\n", addr, Port, std::strerror(errno));
+        close(fd);
+        return -1;
+    }
+    return fd;
+}
+
+void sendTo(int fd, const QByteArray &frame, const sockaddr_in &to)
+{
+    const qint64 at = nowNs();
+    sendto(fd, frame.constData(), size_t(frame.size()), 0, reinterpret_cast<const sockaddr *>(&to),
+           sizeof to);
+    std::printf("tx @ %lld\n", static_cast<long long>(at));
+}
+
+// Reads one datagram; returns its length and the kernel's receive time on the monotonic clock.
+// The kernel stamps in CLOCK_REALTIME; the offset between the two clocks is taken right away.
+ssize_t receive(int fd, char *buf, size_t size, qint64 *arrivedAt)
+{
+    iovec iov{buf, size};
+    alignas(cmsghdr) char control[CMSG_SPACE(sizeof(timespec))];
+    msghdr msg{};
+    msg.msg_iov = &iov;
+    msg.msg_iovlen = 1;
+    msg.msg_control = control;
+    msg.msg_controllen = sizeof control;
+    const ssize_t n = recvmsg(fd, &msg, 0);
+    *arrivedAt = 0;
+    for (cmsghdr *c = CMSG_FIRSTHDR(&msg); c; c = CMSG_NXTHDR(&msg, c)) {
+        if (c->cmsg_level == SOL_SOCKET && c->cmsg_type == SCM_TIMESTAMPNS) {
+            timespec k{}, real{};
+            std::memcpy(&k, CMSG_DATA(c), sizeof k);
+            clock_gettime(CLOCK_REALTIME, &real);
+            const qint64 mono = nowNs();
+            const qint64 realNs = qint64(real.tv_sec) * 1000000000 + real.tv_nsec;
+            *arrivedAt = qint64(k.tv_sec) * 1000000000 + k.tv_nsec - (realNs - mono);
+        }
+    }
+    return n;
+}
+
+// The stand-in unit in the unit namespace. Prints "rx <board> <command> @ <arrived> <awake>"
+// for every datagram: the kernel's receive stamp and the moment poll() woke this process. On a
+// stdin line "state PGM" it sends a state reply to the panel (port 7000), on "back PORT" a bare
+// datagram to that operator port, printing "tx @ <ns>" stamped just before the send. Ends at
+// the end of stdin.
+int runUnit(const char *mainIp, const char *hisIp, const char *operatorIp)
+{
+    const int fds[2] = {bindUnitSocket(mainIp), bindUnitSocket(hisIp)};
+    sockaddr_in op{};
+    op.sin_family = AF_INET;
+    if (fds[0] < 0 || fds[1] < 0 || inet_pton(AF_INET, operatorIp, &op.sin_addr) != 1)
+        return 1;
+    std::printf("ready\n");
+    std::fflush(stdout);
+    pollfd p[3] = {{fds[0], POLLIN, 0}, {fds[1], POLLIN, 0}, {STDIN_FILENO, POLLIN, 0}};
+    char buf[2048];
+    std::string input;
+    for (;;) {
+        if (poll(p, 3, -1) < 0) {
+            if (errno == EINTR)
+                continue;
+            return 1;
+        }
+        const qint64 at = nowNs();
+        for (int k = 0; k < 2; ++k) {
+            if (!(p[k].revents & POLLIN))
+                continue;
+            qint64 arrivedAt = 0;
+            const ssize_t n = receive(fds[k], buf, sizeof buf, &arrivedAt);
+            if (n > 0)
+                std::printf("rx %s %02x @ %lld %lld\n", k ? "his" : "main",
+                            n > 16 ? unsigned(uint8_t(buf[16])) : 0u, static_cast<long long>(arrivedAt),
+                            static_cast<long long>(at));
+        }
+        if (p[2].revents & (POLLIN | POLLHUP)) {
+            const ssize_t n = read(STDIN_FILENO, buf, sizeof buf);
+            if (n <= 0)
+                return 0;
+            input.append(buf, size_t(n));
+            for (size_t nl; (nl = input.find('\n')) != std::string::npos; input.erase(0, nl + 1)) {
+                const QByteArray line = QByteArray::fromStdString(input.substr(0, nl));
+                const QList<QByteArray> w = line.split(' ');
+                if (w.size() != 2)
+                    continue;
+                if (w[0] == "state") {
+                    op.sin_port = htons(Port);
+                    sendTo(fds[0], stateReply(uint8_t(w[1].toUInt()), 2), op);
+                } else if (w[0] == "back") {
+                    op.sin_port = htons(quint16(w[1].toUInt()));
+                    sendTo(fds[0], CutFrame, op);
+                }
+            }
+        }
+        std::fflush(stdout);
+    }
+}
+
+// Talks to the stand-in unit: its stdout lines, read as they come.
+class UnitProcess
+{
+public:
+    bool start(const QString &ns, const QString &operatorIp)
+    {
+        m_proc.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_proc.start(QStringLiteral("ip"), {QStringLiteral("netns"), QStringLiteral("exec"), ns,
+                                            QCoreApplication::applicationFilePath(), QStringLiteral("unit"),
+                                            LabUnitIp, LabHisIp, operatorIp});
+        return m_proc.waitForStarted(5000) && line(5000) == "ready";
+    }
+    void stop()
+    {
+        m_proc.closeWriteChannel();
+        if (!m_proc.waitForFinished(3000))
+            m_proc.kill();
+    }
+    QByteArray line(int timeoutMs = 1000)
+    {
+        while (!m_proc.canReadLine())
+            if (!m_proc.waitForReadyRead(timeoutMs))
+                return {};
+        return m_proc.readLine().trimmed();
+    }
+    // The stamps of the next line of the given kind ("rx main 83", "tx"); earlier lines of
+    // other kinds are skipped. Empty when none comes within a second.
+    std::vector<qint64> stamps(const QByteArray &kind)
+    {
+        for (;;) {
+            const QByteArray l = line();
+            if (l.isEmpty())
+                return {};
+            const int at = l.indexOf(" @ ");
+            if (at < 0 || l.left(at) != kind)
+                continue;
+            std::vector<qint64> out;
+            for (const QByteArray &w : l.mid(at + 3).split(' '))
+                out.push_back(w.toLongLong());
+            return out;
+        }
+    }
+    // Lets anything still under way arrive, then throws it away.
+    void drain()
+    {
+        while (m_proc.waitForReadyRead(20))
+            m_proc.readAll();
+        m_proc.readAll();
+    }
+    void send(const QByteArray &command) { m_proc.write(command + '\n'); }
+
+private:
+    QProcess m_proc;
+};
+
+int runLab()
+{
+    const QString ns = qEnvironmentVariable("LAB_UNIT_NS");
+    const QString op = qEnvironmentVariable("LAB_OPERATOR");
+    if (ns.isEmpty() || op.isEmpty()) {
+        std::fprintf(stderr, "lab mode runs as the command of lab/lab.sh (see run.sh --lab)\n");
+        return 2;
+    }
+    for (const QString &ip : {LabUnitIp, LabHisIp}) {
+        if (QProcess::execute(QStringLiteral("ip"),
+                              {QStringLiteral("-n"), ns, QStringLiteral("addr"), QStringLiteral("add"),
+                               ip + QStringLiteral("/32"), QStringLiteral("dev"), LabUnitIf}) != 0) {
+            std::fprintf(stderr, "cannot add %s to the unit namespace\n", qPrintable(ip));
+            return 1;
+        }
+    }
+    UnitProcess unit;
+    if (!unit.start(ns, op)) {
+        std::fprintf(stderr, "the stand-in unit did not start\n");
+        return 1;
+    }
+
+    RVX3210UI panel;
+    panel.show();
+    panel.DevTypeID(LabUnitIp, 0xA5, 0xFF, LabHisIp, 0xE0, 0xFF);
+    runFor(100);
+    unit.send("state 1");
+    runFor(200);
+    unit.drain();
+
+    // Floor, both ways: a bare datagram from a plain socket to the unit, and one from the unit
+    // to a plain socket on the operator side, received through the event loop as the panel does.
+    QUdpSocket plain;
+    if (!plain.bind(QHostAddress(op), 0))
+        return 1;
+    const QHostAddress unitIp(LabUnitIp);
+    std::vector<double> floorInUs, floorAwakeUs, floorBackUs, cutInUs, cutAwakeUs, cutWrittenUs, stateUs,
+        paintedUs;
+    for (int i = 0; i < Runs; ++i) {
+        const qint64 t0 = nowNs();
+        plain.writeDatagram(CutFrame, unitIp, Port);
+        const std::vector<qint64> at = unit.stamps("rx main 83");
+        if (at.size() != 2)
+            return 1;
+        floorInUs.push_back((at[0] - t0) / 1e3);
+        floorAwakeUs.push_back((at[1] - t0) / 1e3);
+    }
+    const QByteArray back = "back " + QByteArray::number(plain.localPort());
+    for (int i = 0; i < Runs; ++i) {
+        qint64 at = -1;
+        QEventLoop loop;
+        auto c = QObject::connect(&plain, &QUdpSocket::readyRead, [&] {
+            at = nowNs();
+            while (plain.hasPendingDatagrams())
+                plain.receiveDatagram();
+            loop.quit();
+        });
+        QTimer::singleShot(1000, &loop, &QEventLoop::quit);
+        unit.send(back);
+        loop.exec();
+        QObject::disconnect(c);
+        const std::vector<qint64> sentAt = unit.stamps("tx");
+        if (at < 0 || sentAt.size() != 1)
+            return 1;
+        floorBackUs.push_back((at - sentAt[0]) / 1e3);
+    }
+
+    // CUT click to arrival at the unit: the unit stamps the arrival itself, so the rest of the
+    // click (the bus lamps) does not hide in the figure as it does on loopback. Clicks follow
+    // each other at once, as on loopback; one click sends one datagram.
+    QPushButton *cutKey = panel.lowerRow()->btnCut();
+    qint64 writtenAt = 0;
+    auto sent =
+        QObject::connect(panel.link(), &RVX3210_workdata::showCurrentData, [&] { writtenAt = nowNs(); });
+    for (int i = 0; i < Runs; ++i) {
+        const qint64 t0 = nowNs();
+        cutKey->click();
+        const std::vector<qint64> at = unit.stamps("rx main 83");
+        if (at.size() != 2)
+            return 1;
+        cutInUs.push_back((at[0] - t0) / 1e3);
+        cutAwakeUs.push_back((at[1] - t0) / 1e3);
+        cutWrittenUs.push_back((writtenAt - t0) / 1e3);
+    }
+    QObject::disconnect(sent);
+    unit.drain();
+
+    // State reply sent by the unit to restyled keys, stamped by a connection made after the
+    // panel's, so it fires once the keys have their new sheets; then to the repaint that follows
+    // as posted events. The clicks' own repaints are done first.
+    QCoreApplication::sendPostedEvents();
+    QAbstractButton *pgm3 = panel.lowerRow()->pgmGroup()->button(3);
+    for (int i = 0; i < Runs; ++i) {
+        const uint8_t pgm = (i % 2) ? 3 : 4;
+        qint64 restyledAt = -1;
+        QEventLoop loop;
+        auto c = QObject::connect(panel.link(), &RVX3210_workdata::on_signals_3210Data, [&] {
+            restyledAt = nowNs();
+            loop.quit();
+        });
+        QTimer::singleShot(1000, &loop, &QEventLoop::quit);
+        unit.send("state " + QByteArray::number(pgm));
+        loop.exec();
+        QObject::disconnect(c);
+        QCoreApplication::sendPostedEvents();
+        const qint64 paintedAt = nowNs();
+        const std::vector<qint64> sentAt = unit.stamps("tx");
+        if (restyledAt < 0 || sentAt.size() != 1)
+            return 1;
+        stateUs.push_back((restyledAt - sentAt[0]) / 1e3);
+        paintedUs.push_back((paintedAt - sentAt[0]) / 1e3);
+        if (pgm3->styleSheet().contains(QLatin1String(":/images/red/png/3.png")) != (pgm == 3))
+            return 1;
+    }
+    unit.stop();
+
+    printRows({
+        {"bare UDP datagram, plain socket to the unit's socket (floor)", floorInUs},
+        {"the same, to the unit process awake", floorAwakeUs},
+        {"CUT click to datagram written", cutWrittenUs},
+        {"CUT click to datagram in the unit's socket", cutInUs},
+        {"CUT click to the unit process awake with it", cutAwakeUs},
+        {"bare UDP datagram, unit to a plain socket read through the event loop (floor)", floorBackUs},
+        {"state reply sent by the unit to keys restyled", stateUs},
+        {"state reply sent by the unit to the panel repainted", paintedUs},
+    });
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (argc == 5 && std::strcmp(argv[1], "unit") == 0)
+        return runUnit(argv[2], argv[3], argv[4]);
+    const bool lab = argc == 2 && std::strcmp(argv[1], "lab") == 0;
+    if (argc > 1 && !lab) {
+        std::fprintf(stderr, "usage: %s [lab | unit MAIN HIS OPERATOR]\n", argv[0]);
+        return 2;
+    }
+    QApplication app(argc, argv);
+    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
+    return lab ? runLab() : runLoopback();
 }
