@@ -16,6 +16,11 @@ QByteArray asArray(const uint8_t *buf, int len)
     return QByteArray(reinterpret_cast<const char *>(buf), len);
 }
 
+uint8_t bcd(int v)
+{
+    return uint8_t(v / 10 * 16 + v % 10);
+}
+
 } // namespace
 
 class tst_Frames : public QObject
@@ -26,8 +31,6 @@ private slots:
     void dataCountBuilders();
     void checksumKeepsSixteenBits_data();
     void checksumKeepsSixteenBits();
-    void packedBcd_data();
-    void packedBcd();
     void searchFrameForFixedMoment();
     void searchFrameNowHasTodaysDate();
     void addressFrame_data();
@@ -87,27 +90,9 @@ void tst_Frames::checksumKeepsSixteenBits()
         sum);
 }
 
-void tst_Frames::packedBcd_data()
-{
-    QTest::addColumn<int>("value");
-    QTest::addColumn<int>("bcd");
-    QTest::newRow("0") << 0 << 0x00;
-    QTest::newRow("7") << 7 << 0x07;
-    QTest::newRow("10") << 10 << 0x10;
-    QTest::newRow("59") << 59 << 0x59;
-    QTest::newRow("99") << 99 << 0x99;
-}
-
-void tst_Frames::packedBcd()
-{
-    QFETCH(int, value);
-    QFETCH(int, bcd);
-    QCOMPARE(int(SWITCHER_DATA::TimeCRC(uint8_t(value))), bcd);
-}
-
 void tst_Frames::searchFrameForFixedMoment()
 {
-    // 2026-11-15 was a Sunday: day of week 7.
+    // 2026-11-15 was a Sunday: day of week 7. Every field is packed BCD.
     uint8_t buf[128] = {};
     const uint16_t len = SWITCHER_DATA::searchFrameAt(buf, QDateTime(QDate(2026, 11, 15), QTime(19, 40, 5)));
     QCOMPARE(asArray(buf, len).toHex(' '),
@@ -122,9 +107,8 @@ void tst_Frames::searchFrameNowHasTodaysDate()
     const QDate after = QDate::currentDate();
     QCOMPARE(int(len), 27);
     const uint8_t day = buf[19];
-    QVERIFY(day == SWITCHER_DATA::TimeCRC(uint8_t(before.day())) ||
-            day == SWITCHER_DATA::TimeCRC(uint8_t(after.day())));
-    QCOMPARE(buf[20], SWITCHER_DATA::TimeCRC(uint8_t(after.dayOfWeek())));
+    QVERIFY(day == bcd(before.day()) || day == bcd(after.day()));
+    QCOMPARE(buf[20], bcd(after.dayOfWeek()));
     QCOMPARE(buf[26], uint8_t(0xAE));
 }
 
