@@ -88,12 +88,7 @@ void TestEmulator::searchReplies_data()
     auto row = [](const char *name, const char *source, const char *frame, int copies, const char *unit) {
         QTest::newRow(name) << source << QByteArray::fromHex(frame) << copies << QByteArray(unit);
     };
-    row("RVX3210 main", "10.77.1.1",
-        "a56c2600a5ff01000000000000002100ff0153747564696f20412d56312e30300a0b0c3908ae", 1, "Studio A");
-    row("RVX3210 HIS e0", "10.77.101.1",
-        "a56c2600e0ff01000000000000002100ff0153747564696f20412d56312e30300a0b0c7408ae", 1, "Studio A");
-    row("RVX3220 main, no HIS", "10.77.1.2",
-        "a56c2400a5ff01000000000000002200ff014465736b20322d56312e30301122337d07ae", 1, "Desk 2");
+    // Plain replies are read by the real search in the end-to-end tests; here the odd ones.
     row("8000-series main, 0xFF in id", "10.77.1.3",
         "a56c2200a5ff01000000000000005500ff0148616c6c2d56312e3030c0ffee9d09ae", 1, "Hall");
     row("8000-series HIS e5", "10.77.101.3",
