@@ -1,10 +1,48 @@
 #include "framecodec.h"
 
-#include "workdata.h"
-
 #include <cstring>
 
 namespace FrameCodec {
+
+uint16_t checkSum(const uint8_t *data, int count)
+{
+    uint16_t sum = 0;
+    for (int i = 0; i < count; ++i)
+        sum = uint16_t((sum + data[i]) & 0xFFFF);
+    return sum;
+}
+
+int writeHead(uint8_t *buf, uint16_t length, uint8_t devClass, uint8_t devNum, uint8_t cmd)
+{
+    buf[0] = 0xA5;
+    buf[1] = 0x6C;
+    buf[2] = lowByte(length);
+    buf[3] = highByte(length);
+    buf[4] = devClass;
+    buf[5] = devNum;
+    buf[6] = 0x01;
+    std::memset(buf + 7, 0, 9);
+    buf[16] = cmd;
+    return 17;
+}
+
+uint16_t writeTail(uint8_t *buf, int pos)
+{
+    const uint16_t sum = checkSum(buf, pos);
+    buf[pos] = lowByte(sum);
+    buf[pos + 1] = highByte(sum);
+    buf[pos + 2] = 0xAE;
+    return uint16_t(pos + 3);
+}
+
+uint16_t dataFrame(uint8_t *buf, uint8_t devClass, uint8_t devNum, uint8_t cmd, const uint8_t *data,
+                   int count)
+{
+    int pos = writeHead(buf, uint16_t(MinFrame + count), devClass, devNum, cmd);
+    for (int i = 0; i < count; ++i)
+        buf[pos++] = data[i];
+    return writeTail(buf, pos);
+}
 
 Scan joinFrames(const QByteArray &buffer, QByteArray *joined)
 {
@@ -16,7 +54,7 @@ Scan joinFrames(const QByteArray &buffer, QByteArray *joined)
         const int length = uint8_t(buffer.at(i + 2)) | (uint8_t(buffer.at(i + 3)) << 8);
         if (i + length > size)
             return Scan::Incomplete;
-        if (length < SWITCHER_DATA::MinFrame)
+        if (length < MinFrame)
             continue;
         if (uint8_t(buffer.at(i + length - 1)) == 0xAE)
             joined->append(buffer.constData() + i, length);
@@ -24,36 +62,13 @@ Scan joinFrames(const QByteArray &buffer, QByteArray *joined)
     return Scan::Done;
 }
 
-int writeHead(uint8_t *buf, uint16_t length, uint8_t devClass, uint8_t devNum, uint8_t cmd)
-{
-    buf[0] = 0xA5;
-    buf[1] = 0x6C;
-    buf[2] = SWITCHER_DATA::QLOBYTE(length);
-    buf[3] = SWITCHER_DATA::QHIBYTE(length);
-    buf[4] = devClass;
-    buf[5] = devNum;
-    buf[6] = 0x01;
-    std::memset(buf + 7, 0, 9);
-    buf[16] = cmd;
-    return 17;
-}
-
-uint16_t writeTail(uint8_t *buf, int pos)
-{
-    const uint16_t sum = SWITCHER_DATA::CalcCheckSum(buf, pos);
-    buf[pos] = SWITCHER_DATA::QLOBYTE(sum);
-    buf[pos + 1] = SWITCHER_DATA::QHIBYTE(sum);
-    buf[pos + 2] = 0xAE;
-    return uint16_t(pos + 3);
-}
-
 bool checksumOk(const QByteArray &frame)
 {
-    if (frame.size() < SWITCHER_DATA::MinFrame)
+    if (frame.size() < MinFrame)
         return false;
     const int n = frame.size();
     const uint16_t stored = uint16_t(uint8_t(frame.at(n - 3)) | (uint8_t(frame.at(n - 2)) << 8));
-    return stored == SWITCHER_DATA::CalcCheckSum(reinterpret_cast<const uint8_t *>(frame.constData()), n - 3);
+    return stored == checkSum(reinterpret_cast<const uint8_t *>(frame.constData()), n - 3);
 }
 
 } // namespace FrameCodec

@@ -1,149 +1,27 @@
 #pragma once
 
-#include "workdata.h"
+#include "reportinglink.h"
 
 #include <QByteArray>
 #include <QLoggingCategory>
 #include <QString>
-#include <QStringList>
 #include <cstdint>
-
-class QUdpSocket;
 
 Q_DECLARE_LOGGING_CATEGORY(lc3210)
 
-#pragma pack(push, 1)
-// Streaming URL slot as the HIS board stores it; the URL set frame carries bytes 1-788.
-struct ST_RTMP_URL
-{
-    uint8_t unused;
-    uint8_t index;
-    uint8_t nameLen;
-    uint8_t name[16];
-    uint8_t urlLen[2]; // little-endian
-    uint8_t url[768];
-};
-#pragma pack(pop)
-static_assert(sizeof(ST_RTMP_URL) == 789, "ST_RTMP_URL travels on the wire with a fixed size");
-
-// Link object of one RVX3210 (or RVX3410) unit: owns its socket on port 7000, knows the
-// addresses of the unit's main board and HIS board, sends the panel's commands and turns
-// the unit's replies into signals.
-class RVX3210_workdata : public SWITCHER_DATA
+// Link object of one RVX3210 (or RVX3410) unit. Everything but its own codes (rate 0xB1, its
+// wipe patterns, the output format sent as the list index) and the RVX3410's menu and test
+// frames is the shared reporting link.
+class RVX3210_workdata : public ReportingLink
 {
     Q_OBJECT
 public:
-    static constexpr int DnsFrameSize = 28;
-    static constexpr int UrlFrameSize = 809;
-    // The reassembly buffer stops decoding for good once it holds this many bytes.
-    static constexpr int StallSize = 1057;
-
     explicit RVX3210_workdata(QObject *parent = nullptr);
 
-    void initUdp();
-    // Closes the socket so another link object (the next panel) can take port 7000; nothing
-    // is sent or received afterwards.
-    void releasePort();
-    bool isBound() const;
-
-    void get_DevTypeID(QString ip, uint8_t a, uint8_t b);
-    void get_HISTypeID(QString ip, uint8_t a, uint8_t b);
-    void get_HIS_INFO(QString ip, QString subnet, QString gateway, QString dns);
-
-    QString on_DevIP() const { return m_devIP; }
-    QString on_HIS_IP() const { return m_hisIP; }
-    QString on_HIS_Subnet() const { return m_hisSubnet; }
-    QString on_HIS_Gateway() const { return m_hisGateway; }
-    QString on_HIS_DNS() const { return m_hisDNS; }
-
-    // Main board.
-    void SendCMDRead3210state();
-    void SendCDMPGMCH(uint8_t ch);
-    void SendCMDPVWCH(uint8_t ch);
-    void SwndCMDslider(uint8_t a, uint8_t b);
-    void SendCMDCUT();
-    void SendCMDAUTO();
-    void SendCMDFTB();
-    void SendCMDPIP(uint8_t on);
-    void SendCMDSTREAM(int v);
-    void SendCMDTRANSITIONS(uint8_t t);
-    void SET_WIPE();
-    void SendCMDPIP_Border_Enable(uint8_t v);
-    void SendCMDPIP_Border_Color(uint8_t v);
-    void SendCMDPIP_Border_Width(uint8_t v);
-    void SendCMDPIP_H_Position(uint16_t v);
-    void SendCMDPIP_V_Position(uint16_t v);
-    void SendCMDPIP_Border_Size(uint8_t v);
-    void SendCMDF1(int index);
-    void SendCMDRATE(uint8_t r);
-    void SendCMDREC(int v);
-    void SendCMDLeftSliderVOL(uint8_t ch1, uint8_t ch2, uint8_t ch3, uint8_t master);
-    void SendCMDCH1(int index);
-    void SendCMDCH2(int index);
-    void SendCMDPAUSE();
-    void SendCMDMIX();
-    void SendCMDAFV();
-    void SendCMDSTILL();
-    void SendCMDCH1_VOL(uint8_t v);
-    void SendCMDCH2_VOL(uint8_t v);
-    void SendCMDF2();
-    void SendCMDF3();
-    void SendCMDROTATE();
-    void SendCMDF7();
+    // Only the RVX3410 has a menu; the test frame goes out as typed.
     void SendCMDMenu(uint8_t a, uint8_t b);
-    void SendCMD_SetIP(const QByteArray &ip, QString ipText);
     void SendCMDTest(QByteArray raw);
-
-    // HIS board.
-    void SendCMD_Read_His_IP();
-    void SendCMD_Set_HIS_IP(const QByteArray &ip, const QByteArray &b, const QByteArray &c,
-                            QStringList texts);
-    void SendCMD_Set_HIS_DNS(const QByteArray &dns, QString dnsText);
-    void SendCMD_Read_Url(int index);
-    void SendCMD_Set_Url(int index, const QByteArray &otherName, const QByteArray &url);
-
-    // Pure builders of the two long HIS frames; buf must hold 28 / 809 bytes.
-    static uint16_t CreateMcuUdpDataBuf_ipDns(uint8_t *buf, uint8_t devClass, uint8_t devNum,
-                                              const QByteArray &dns);
-    static uint16_t CreateMcuUdpDataBuf_url(uint8_t *buf, uint8_t devClass, uint8_t devNum,
-                                            const ST_RTMP_URL &rec);
 
     // Audio source byte for a CH1/CH2 combo index (0-6); 0 outside the table.
     static uint8_t audioSourceCode(int index);
-
-    void ShowCurrentSendData(QByteArray frame);
-
-signals:
-    void on_signals_3210Data(const QByteArray &data);
-    void on_signals_3410Data(const QByteArray &data);
-    void on_signals_3210HISData(const QByteArray &data);
-    void on_signals_3210HIS_URL_Data(const QByteArray &data);
-    void on_signals_5370Data(const QByteArray &data);
-    void showCurrentData(QByteArray frame);
-
-public slots:
-    void ReceiveData();
-
-private:
-    void Receive3210Data(const QByteArray &datagram, int length);
-    void AnalysisData(const QByteArray &frame);
-
-    void sendFrame(const uint8_t *buf, uint16_t len, const QString &host, const char *label);
-    void sendMain(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data = {});
-    void sendHis(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data = {});
-
-    QUdpSocket *m_udp = nullptr;
-    bool m_released = false;
-    QString m_hisIP;
-    QString m_hisSubnet;
-    QString m_hisGateway;
-    QString m_hisDNS;
-    uint8_t m_hisClass = 0;
-    uint8_t m_hisNum = 0;
-    QString m_devIP;
-    uint8_t m_devClass = 0;
-    uint8_t m_devNum = 0;
-    SET_DEV_IP m_devIpRec{};
-    SET_DEV_IP m_hisIpRec{};
-    QByteArray m_recvBuf;
 };

@@ -1,8 +1,8 @@
 #include "rvx3220_workdata.h"
 
 #include "framecodec.h"
+#include "protocol.h"
 
-#include <QUdpSocket>
 #include <cstring>
 
 namespace {
@@ -10,47 +10,25 @@ namespace {
 // Audio source list index -> source code. The unit has no source 0x02; the gap is its own.
 const uint8_t CH_NB[8] = {0x00, 0x01, 0x03, 0x04, 0x05, 0x06, 0x07, 0x08};
 
-// Output-format list index -> format code.
-// The panel's lists never give an index past these two tables; a sender given one sends
-// nothing rather than a byte read from beyond them.
-const uint8_t PGM_OUT_CODES[7] = {0x07, 0x0B, 0x09, 0x01, 0x03, 0x0D, 0x05};
-
-constexpr uint8_t CmdReadState = 0x49;
+// The panel's lists never give an index past the source or format tables; a sender given
+// one sends nothing rather than a byte read from beyond them.
+using Protocol::CmdReadState;
 constexpr uint8_t CmdWipe = 0x90;
 constexpr uint8_t CmdWipePattern = 0x92;
 constexpr uint8_t CmdSetIp = 5;
 
 } // namespace
 
-RVX3220_workdata::RVX3220_workdata(QObject *parent) : SWITCHER_DATA(parent)
-{
-    initUdp();
-}
+Q_LOGGING_CATEGORY(lc3220, "kova.rvx3220")
+
+RVX3220_workdata::RVX3220_workdata(QObject *parent)
+    // Shared like the other panels' links, so a panel kept open in the background does not
+    // lock this one out. If someone holds the port exclusively all the same, commands still
+    // leave; the unit's answers are ignored in any case.
+    : UnitLink(lc3220, QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint, parent)
+{}
 
 RVX3220_workdata::~RVX3220_workdata() = default;
-
-void RVX3220_workdata::initUdp()
-{
-    m_udp = new QUdpSocket(this);
-    // The address is not known yet, so this listens on port 7000 of every IPv4 interface.
-    // Shared like the other panels' links, so a panel kept open in the background does not
-    // lock this one out. If someone holds the port exclusively all the same, that goes
-    // unreported: commands still leave, from a port of the system's choosing, and the
-    // unit's answers are ignored in any case.
-    m_udp->bind(QHostAddress::AnyIPv4, Port,
-                QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint);
-    connect(m_udp, &QUdpSocket::readyRead, this, &RVX3220_workdata::ReceiveData);
-}
-
-void RVX3220_workdata::releasePort()
-{
-    m_udp->close();
-}
-
-bool RVX3220_workdata::isBound() const
-{
-    return m_udp->state() == QAbstractSocket::BoundState && m_udp->localPort() == Port;
-}
 
 void RVX3220_workdata::DevTypeID(QString ip, quint8 classByte, quint8 numberByte)
 {
@@ -59,18 +37,9 @@ void RVX3220_workdata::DevTypeID(QString ip, quint8 classByte, quint8 numberByte
     m_devNum = numberByte;
 }
 
-void RVX3220_workdata::ReceiveData()
+void RVX3220_workdata::datagramArrived(const QByteArray &datagram, int length)
 {
-    QByteArray buffer;
-    QHostAddress sender;
-    quint16 port = 0;
-    while (m_udp->hasPendingDatagrams()) {
-        buffer.resize(int(qMax<qint64>(0, m_udp->pendingDatagramSize())));
-        const qint64 got = m_udp->readDatagram(buffer.data(), buffer.size(), &sender, &port);
-        if (got <= 0)
-            return;
-        Read3220State_Data(buffer, int(got));
-    }
+    Read3220State_Data(datagram, length);
 }
 
 RVX3220_workdata::Verdict RVX3220_workdata::examine(const QByteArray &frame, int length)
@@ -95,30 +64,19 @@ void RVX3220_workdata::Read3220State_Data(const QByteArray &frame, int length)
     (void)examine(frame, length);
 }
 
-void RVX3220_workdata::send(const uint8_t *buf, uint16_t length)
-{
-    if (length <= 0)
-        return;
-    const QByteArray data(reinterpret_cast<const char *>(buf), length);
-    m_udp->writeDatagram(data.constData(), data.size(), QHostAddress(m_devIP), Port);
-}
-
 void RVX3220_workdata::send0(uint8_t cmd)
 {
-    uint8_t buf[128] = {};
-    send(buf, None_Char_Data(buf, m_devClass, m_devNum, cmd));
+    sendMain(nullptr, cmd);
 }
 
 void RVX3220_workdata::send1(uint8_t cmd, uint8_t d1)
 {
-    uint8_t buf[128] = {};
-    send(buf, Single_Char_Data(buf, m_devClass, m_devNum, cmd, d1));
+    sendMain(nullptr, cmd, {d1});
 }
 
 void RVX3220_workdata::send2(uint8_t cmd, uint8_t d1, uint8_t d2)
 {
-    uint8_t buf[128] = {};
-    send(buf, Double_Char_Data(buf, m_devClass, m_devNum, cmd, d1, d2));
+    sendMain(nullptr, cmd, {d1, d2});
 }
 
 void RVX3220_workdata::SendCMDReadstate()
@@ -224,9 +182,9 @@ void RVX3220_workdata::SendCMDPIP_Border_Size(quint8 v)
 
 void RVX3220_workdata::SendCMDPGM_OUT(int index)
 {
-    if (index < 0 || index >= int(sizeof(PGM_OUT_CODES)))
-        return;
-    send1(0xA3, PGM_OUT_CODES[index]);
+    const int code = Protocol::outputFormatCode(index);
+    if (code >= 0)
+        send1(0xA3, uint8_t(code));
 }
 
 void RVX3220_workdata::SendCMDPOP(quint8 on)
@@ -314,6 +272,6 @@ void RVX3220_workdata::SendCMD_IP(QByteArray &ip4, QString newIp)
     if (length <= 0)
         return;
     // The frame goes to the old address; only then does the unit move.
-    send(buf, length);
+    sendFrame(buf, length, m_devIP, nullptr);
     m_devIP = newIp;
 }

@@ -1,17 +1,18 @@
 #pragma once
 
-#include "workdata.h"
+#include "unitlink.h"
 
 #include <QByteArray>
+#include <QLoggingCategory>
 #include <QString>
 #include <cstdint>
 
-class QUdpSocket;
+Q_DECLARE_LOGGING_CATEGORY(lc3220)
 
 // Link object of one RVX3220 unit. It only talks: the panel shows the operator's own last
 // choices, so what the unit sends back is checked for shape and then ignored, and no
 // state is kept or signalled from it.
-class RVX3220_workdata : public SWITCHER_DATA
+class RVX3220_workdata : public UnitLink
 {
     Q_OBJECT
 public:
@@ -23,12 +24,6 @@ public:
     QString unitAddress() const { return m_devIP; }
     quint8 devClass() const { return m_devClass; }
     quint8 devNum() const { return m_devNum; }
-
-    // True while the socket holds local port 7000.
-    bool isBound() const;
-    // Gives port 7000 back when the panel closes; later sends go out from any port.
-    void releasePort();
-    QUdpSocket *socket() const { return m_udp; }
 
     // Examines one received datagram. Virtual only so a test can watch what is examined.
     virtual void Read3220State_Data(const QByteArray &frame, int length);
@@ -76,19 +71,13 @@ public:
     // Sends the new address to the current one; later commands go to newIp.
     void SendCMD_IP(QByteArray &ip4, QString newIp);
 
-public slots:
-    void ReceiveData();
+protected:
+    void datagramArrived(const QByteArray &datagram, int length) override;
 
 private:
-    void initUdp();
-    void send(const uint8_t *buf, uint16_t length);
     void send0(uint8_t cmd);
     void send1(uint8_t cmd, uint8_t d1);
     void send2(uint8_t cmd, uint8_t d1, uint8_t d2);
 
-    QUdpSocket *m_udp = nullptr;
     SET_DEV_IP m_ipBlock{};
-    QString m_devIP;
-    uint8_t m_devClass = 0;
-    uint8_t m_devNum = 0;
 };

@@ -10,20 +10,15 @@
 
 Q_LOGGING_CATEGORY(lcLink, "kova.link")
 
-namespace {
-
 using FrameCodec::writeHead;
 using FrameCodec::writeTail;
 
+namespace {
 uint16_t dataFrame(uint8_t *buf, uint8_t devClass, uint8_t devNum, uint8_t cmd,
-                   std::initializer_list<uint8_t> data)
+                   std::initializer_list<uint8_t> d)
 {
-    int pos = writeHead(buf, uint16_t(20 + data.size()), devClass, devNum, cmd);
-    for (uint8_t d : data)
-        buf[pos++] = d;
-    return writeTail(buf, pos);
+    return FrameCodec::dataFrame(buf, devClass, devNum, cmd, d.begin(), int(d.size()));
 }
-
 } // namespace
 
 SWITCHER_DATA::SWITCHER_DATA(QObject *parent) : QObject(parent)
@@ -31,12 +26,12 @@ SWITCHER_DATA::SWITCHER_DATA(QObject *parent) : QObject(parent)
     m_count = 0;
     m_spare = 0;
     std::memset(m_devices, 0, sizeof(m_devices));
-    initUDPSOCKET();
 }
 
 void SWITCHER_DATA::initUDPSOCKET()
 {
-    // An ephemeral port, as the first send would take anyway; binding now lets the receive
+    // Made by the first search, so the unit links, which never search, hold no second
+    // socket. An ephemeral port, as the first send would take anyway; binding now lets the receive
     // buffer be enlarged before the first search. A room of a thousand units answers within
     // milliseconds (two datagrams each, main and HIS board) and the default buffer drops
     // most of such a burst.
@@ -46,14 +41,6 @@ void SWITCHER_DATA::initUDPSOCKET()
     else
         qCDebug(lcLink) << "search socket not bound yet:" << m_socket->errorString();
     connect(m_socket, &QUdpSocket::readyRead, this, &SWITCHER_DATA::ReceiveDatagram);
-}
-
-uint16_t SWITCHER_DATA::CalcCheckSum(const uint8_t *data, int count)
-{
-    uint16_t sum = 0;
-    for (int i = 0; i < count; ++i)
-        sum = uint16_t((sum + data[i]) & 0xFFFF);
-    return sum;
 }
 
 uint16_t SWITCHER_DATA::None_Char_Data(uint8_t *buf, uint8_t devClass, uint8_t devNum, uint8_t cmd)
@@ -160,23 +147,30 @@ void SWITCHER_DATA::setSearcheQuipment()
     // for bytes that never come, and would swallow the new replies until it overflowed.
     m_recvBuf.clear();
 
+    if (!m_socket)
+        initUDPSOCKET();
     m_socket->writeDatagram(frame, QHostAddress::Broadcast, Port);
 }
 
 void SWITCHER_DATA::ReceiveDatagram()
 {
-    while (m_socket->hasPendingDatagrams()) {
+    if (!m_socket)
+        return;
+    for (int n = 0; n < DrainBatch && m_socket->hasPendingDatagrams(); ++n) {
         const qint64 pending = m_socket->pendingDatagramSize();
-        if (pending < 1)
-            break;
-        QByteArray datagram(int(pending), Qt::Uninitialized);
+        QByteArray datagram(int(qMax<qint64>(pending, 0)), Qt::Uninitialized);
         QHostAddress sender;
         quint16 port = 0;
         const qint64 got = m_socket->readDatagram(datagram.data(), datagram.size(), &sender, &port);
+        // An empty datagram carries nothing to decode, but it must still be read: left at the
+        // head of the queue it would end every later pass before the replies behind it.
         if (got <= 0)
-            break;
+            continue;
         MYanalysis(sender, datagram, int(got));
     }
+    // The rest of a flood waits for the next pass, after paints and clicks have had theirs.
+    if (m_socket->hasPendingDatagrams())
+        QMetaObject::invokeMethod(this, &SWITCHER_DATA::ReceiveDatagram, Qt::QueuedConnection);
 }
 
 void SWITCHER_DATA::MYanalysis(const QHostAddress &sender, const QByteArray &data, int count)

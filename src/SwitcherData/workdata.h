@@ -1,5 +1,7 @@
 #pragma once
 
+#include "framecodec.h"
+
 #include <QByteArray>
 #include <QHostAddress>
 #include <QLoggingCategory>
@@ -40,17 +42,22 @@ struct DevInfo_DATA
 static_assert(sizeof(DevInfo_DATA) == 48, "DevInfo_DATA must stay packed");
 
 // The switcher link: control-frame builders, the broadcast search, and the device table
-// filled from the replies. The state models derive from it to reuse the builders.
+// filled from the replies. The unit links derive from it for the builders; only an object
+// that searches opens the search socket.
 class SWITCHER_DATA : public QObject
 {
     Q_OBJECT
 public:
     static constexpr int MaxDevices = 1024;
-    static constexpr int MinFrame = 20;
+    static constexpr int MinFrame = FrameCodec::MinFrame;
     static constexpr int MaxFrame = 1056;
     static constexpr quint16 Port = 7000;
     // Asked of the kernel for the search socket; it grants at most its configured maximum.
     static constexpr int ReceiveBuffer = 4 * 1024 * 1024;
+
+    // Datagrams read per pass of the event loop before the rest wait for the next pass, so a
+    // flood of replies cannot hold the GUI thread.
+    static constexpr int DrainBatch = 256;
 
     explicit SWITCHER_DATA(QObject *parent = nullptr);
 
@@ -71,10 +78,11 @@ public:
     // Same frame for a given moment; SendBroadcastBuf is this with "now".
     static uint16_t searchFrameAt(uint8_t *buf, const QDateTime &when);
 
-    static uint16_t CalcCheckSum(const uint8_t *data, int count);
-    static uint8_t QLOBYTE(uint16_t v) { return uint8_t(v & 0xFF); }
-    static uint8_t QHIBYTE(uint16_t v) { return uint8_t((v & 0xFFFF) >> 8); }
-    static uint8_t TimeCRC(uint8_t v) { return uint8_t(((v / 10) << 4) | (v % 10)); }
+    // The historical names of the codec's byte helpers.
+    static uint16_t CalcCheckSum(const uint8_t *data, int count) { return FrameCodec::checkSum(data, count); }
+    static uint8_t QLOBYTE(uint16_t v) { return FrameCodec::lowByte(v); }
+    static uint8_t QHIBYTE(uint16_t v) { return FrameCodec::highByte(v); }
+    static uint8_t TimeCRC(uint8_t v) { return FrameCodec::bcd(v); }
 
     void setSearcheQuipment();
     int DevInfo_DATA_IDX() const { return m_count; }

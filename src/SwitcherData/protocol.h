@@ -1,0 +1,111 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <cstdint>
+
+// The switchers' vocabulary, held once for links, panels and tools: where each field of a
+// state record sits, and the tables that turn list positions into the codes the units use.
+// The emulator keeps its own independent copy on purpose, so a mistake here shows up as a
+// disagreement instead of being shared by both ends.
+namespace Protocol {
+
+constexpr uint8_t CmdReadState = 0x49;
+constexpr uint8_t CmdSetAddress = 0x05;
+constexpr uint8_t CmdHisAddress = 0x24;
+constexpr uint8_t CmdHisDns = 0x23;
+constexpr uint8_t CmdReadUrl = 0x6A;
+constexpr uint8_t CmdSetUrl = 0x67;
+// State replies are cut into pieces at this byte value ('#').
+constexpr char StateSeparator = 0x23;
+
+// Offsets of the state record of the RVX3210 and RVX3410 units (26 bytes) and of the 8000
+// series (25 bytes; 22, 23 and 25 unused there). Positions are high byte first.
+namespace State {
+enum Offset : int
+{
+    Pgm = 0,
+    Pvw = 1,
+    AudioMode = 2, // 0 AFV, 1 MIX
+    Ch1Source = 3,
+    Ch1Level = 4,
+    Ch2Source = 5,
+    Ch2Level = 6,
+    Transition = 7, // 1 mix, 2 fade, 4 wipe
+    Wipe = 8,
+    Ftb = 9,
+    Pip = 10,
+    PipBorderEnable = 11,
+    PipBorderColor = 12,
+    PipBorderWidth = 13,
+    PipSize = 14,
+    PipH = 15, // two bytes
+    PipV = 17, // two bytes
+    Still = 19,
+    Rate = 20,
+    Resolution = 21,
+    RtdSource = 22,
+    UvcValue = 23,
+    Mute = 24, // the F3 setting
+    Rotate = 25,
+};
+constexpr int Size3210 = 26;
+constexpr int Size5All = 25;
+} // namespace State
+
+// Output formats, by their position in every format list and cycle.
+struct OutputFormat
+{
+    uint8_t code;
+    const char *name;
+};
+constexpr OutputFormat OutputFormats[] = {
+    {0x07, "1080P60"}, {0x0B, "1080P50"}, {0x09, "1080I60"}, {0x01, "1080I50"},
+    {0x03, "1080P30"}, {0x0D, "1080P25"}, {0x05, "1080P24"},
+};
+constexpr int OutputFormatCount = int(sizeof(OutputFormats) / sizeof(OutputFormats[0]));
+// List position of a reported format code, or -1 for a code outside the table.
+int outputFormatIndex(uint8_t code);
+// Format code of a list position, or -1 outside the table.
+int outputFormatCode(int index);
+
+// Audio sources of the CH1/CH2 lists by list position. The 8000 series and the RVX3210
+// family share the first table; the RVX5350 lists only four sources.
+struct AudioSource
+{
+    uint8_t code;
+    const char *name;
+};
+constexpr AudioSource AudioSources[] = {
+    {0x07, "AUX_IN"}, {0x03, "IN1"},     {0x04, "IN2"},     {0x05, "IN3"},
+    {0x06, "IN4"},    {0x08, "MIC_IN1"}, {0x00, "MIC_IN2"},
+};
+constexpr AudioSource AudioSources5350[] = {
+    {0x03, "IN1"}, {0x04, "IN2"}, {0x08, "MIC_IN1"}, {0x00, "MIC_IN2"}};
+constexpr int AudioSourceCount = int(sizeof(AudioSources) / sizeof(AudioSources[0]));
+constexpr int AudioSource5350Count = int(sizeof(AudioSources5350) / sizeof(AudioSources5350[0]));
+// List position of a source code (-1 when the table has none), and the code of a position
+// (-1 outside the table).
+int audioSourceIndex(uint8_t code);
+int audioSourceCode(int index);
+int audioSource5350Index(uint8_t code);
+int audioSource5350Code(int index);
+
+// Wipe pattern bytes sent after SET_WIPE for transition types 3, 4, 5, 6 (U, D, L, R on the
+// 8000 series). The families use different pattern codes for the same keys.
+constexpr uint8_t WipePatterns3210[4] = {0x25, 0x29, 0x23, 0x27};
+constexpr uint8_t WipePatterns5All[4] = {0x2A, 0x2E, 0x28, 0x2C};
+// The 8000 series reports a wipe as its pattern code less 0x28: 0 L, 2 U, 4 R, 6 D. The
+// RVX5350 reports its own order: 0 L, 1 R, 2 D, 3 U. Both give the transition type (3-6) of
+// the direction, or 0 for a value outside the coding.
+int wipeTypeFromReport(uint8_t reported);
+int wipeTypeFromReport5350(uint8_t reported);
+
+// The four octets of a dotted IPv4 text, first octet first; empty unless the text is
+// exactly four numbers of 0-255.
+QByteArray addressBytes(const QString &text);
+// Dotted text of the four bytes at `at` (first octet first), or a null string when the
+// bytes stop short.
+QString dottedAt(const QByteArray &bytes, int at);
+
+} // namespace Protocol

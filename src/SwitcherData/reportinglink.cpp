@@ -1,0 +1,424 @@
+#include "reportinglink.h"
+
+#include "framecodec.h"
+#include "protocol.h"
+
+#include <QDebug>
+#include <cstring>
+
+namespace {
+
+// Log labels, one per sender.
+const char *const LabelReadState = "点击DS按钮senbuf的数据";
+const char *const LabelPgm = "点击PGM通道senbuf的数据";
+const char *const LabelPvw = "点击PVW通道senbuf的数据";
+const char *const LabelSlider = "点击视频推杆senbuf的数据";
+const char *const LabelCut = "点击CUT切换senbuf的数据";
+const char *const LabelAuto = "点击AUTO切换senbuf的数据";
+const char *const LabelFtb = "FTB senbuf的数据";
+const char *const LabelPip = "PIP senbuf的数据";
+const char *const LabelStream = "点击RTMP按钮senbuf的数据";
+const char *const LabelTransitions = "TRANSITONS设置 senbuf的数据";
+const char *const LabelSetWipe = "SET_WIPE senbuf的数据";
+const char *const LabelPipBorderEnable = "PIP_Border_Enable senbuf的数据";
+const char *const LabelPipBorderColor = "PIP_Border_Color senbuf的数据";
+const char *const LabelPipBorderWidth = "PIP_Border_Width senbuf的数据";
+const char *const LabelPipHPosition = "PIP_H_Position senbuf的数据";
+const char *const LabelPipVPosition = "PIP_V_Position senbuf的数据";
+const char *const LabelPipBorderSize = "PIP_Border_Size senbuf的数据";
+const char *const LabelF1 = "F1 分辨率设置 senbuf的数据";
+const char *const LabelRate = "点击RATE切换特效senbuf的数据";
+const char *const LabelRec = "点击REC按钮senbuf的数据";
+const char *const LabelLevels = "CH3_vol senbuf的数据";
+const char *const LabelCh1 = "选择CH1下拉列表 senbuf的数据";
+const char *const LabelCh2 = "选择CH2下拉列表 senbuf的数据";
+// Pause and rotate log the same label; the copy is deliberate.
+const char *const LabelPause = "点击暂停按钮senbuf的数据";
+const char *const LabelMix = "点击MXI senbuf的数据";
+const char *const LabelAfv = "点击AFV senbuf的数据";
+const char *const LabelStill = "STILL senbuf的数据";
+const char *const LabelCh1Vol = "CH1_vol senbuf的数据";
+const char *const LabelCh2Vol = "CH2_vol senbuf的数据";
+const char *const LabelF2 = "F2 senbuf的数据";
+const char *const LabelF3 = "F3 senbuf的数据";
+const char *const LabelF7 = "F7 senbuf的数据";
+const char *const LabelSetIp = "SetHis_IP senbuf的数据";
+const char *const LabelReadHisIp = "ReadHis_IP senbuf的数据";
+const char *const LabelSetHisIp = "设置设备上His板IP、网关、掩码、senbuf的数据";
+const char *const LabelSetHisDns = "设置设备上His板DNS senbuf的数据";
+const char *const LabelReadUrl = "读取设备上His板URL信息 senbuf的数据";
+const char *const LabelSetUrl = "设置设备上His板URL信息 senbuf的数据";
+const char *const LabelUrlPiece = "切割后的数据2";
+
+constexpr uint8_t ChildRvx3410 = 0x27;
+// Sent as the unit expects them after the DNS address; their meaning is the HIS board's.
+constexpr uint8_t DnsTail[] = {0x02, 0x50, 0x3B, 0x8C};
+
+using FrameCodec::writeHead;
+using FrameCodec::writeTail;
+
+bool isHisBoard(const QByteArray &frame)
+{
+    const uint8_t cls = FrameCodec::byteAt(frame, 4);
+    return (cls == 0xE0 || cls == 0xE5) && FrameCodec::byteAt(frame, 5) == 0xFF;
+}
+
+void fillFour(uint8_t *dst, const QByteArray &src)
+{
+    for (int i = 0; i < 4; ++i)
+        dst[i] = FrameCodec::byteAt(src, i);
+}
+
+} // namespace
+
+ReportingLink::ReportingLink(const Family &family, LogCategory log, QObject *parent)
+    // Shared, so the next panel's link can take port 7000 while this one still exists (on
+    // Linux the newest socket gets the unicast replies), and a local listener can take the
+    // port on its own address.
+    : UnitLink(log, QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint, parent),
+      m_family(family)
+{}
+
+void ReportingLink::sendHis(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data)
+{
+    sendBuilt(label, m_hisIP, m_hisClass, m_hisNum, cmd, data);
+}
+
+void ReportingLink::get_DevTypeID(QString ip, uint8_t a, uint8_t b)
+{
+    m_devIP = ip;
+    m_devClass = a;
+    m_devNum = b;
+}
+
+void ReportingLink::get_HISTypeID(QString ip, uint8_t a, uint8_t b)
+{
+    m_hisIP = ip;
+    m_hisClass = a;
+    m_hisNum = b;
+}
+
+void ReportingLink::get_HIS_INFO(QString ip, QString subnet, QString gateway, QString dns)
+{
+    m_hisIP = ip;
+    m_hisSubnet = subnet;
+    m_hisGateway = gateway;
+    m_hisDNS = dns;
+}
+
+void ReportingLink::ShowCurrentSendData(QByteArray frame)
+{
+    emit showCurrentData(frame);
+}
+
+// ---- sending ----
+
+void ReportingLink::SendCMDRead3210state()
+{
+    sendMain(LabelReadState, Protocol::CmdReadState);
+}
+void ReportingLink::SendCDMPGMCH(uint8_t ch)
+{
+    sendMain(LabelPgm, 0x80, {ch});
+}
+void ReportingLink::SendCMDPVWCH(uint8_t ch)
+{
+    sendMain(LabelPvw, 0x81, {ch});
+}
+void ReportingLink::SwndCMDslider(uint8_t a, uint8_t b)
+{
+    sendMain(LabelSlider, 0x82, {a, b});
+}
+void ReportingLink::SendCMDCUT()
+{
+    sendMain(LabelCut, 0x83);
+}
+void ReportingLink::SendCMDAUTO()
+{
+    sendMain(LabelAuto, 0x84);
+}
+void ReportingLink::SendCMDFTB()
+{
+    sendMain(LabelFtb, 0x85);
+}
+void ReportingLink::SendCMDPIP(uint8_t on)
+{
+    sendMain(LabelPip, 0x86, {on});
+}
+void ReportingLink::SendCMDSTREAM(int v)
+{
+    sendMain(LabelStream, 0x87, {uint8_t(v & 0xFF)});
+}
+
+void ReportingLink::SendCMDTRANSITIONS(uint8_t t)
+{
+    if (t == 1) {
+        sendMain(LabelTransitions, 0x8D);
+    } else if (t == 2) {
+        sendMain(LabelTransitions, 0x8E);
+    } else if (t >= 3 && t <= 6) {
+        SET_WIPE();
+        sendMain(LabelTransitions, 0x92, {m_family.wipePatterns[t - 3]});
+    }
+}
+
+void ReportingLink::SET_WIPE()
+{
+    sendMain(LabelSetWipe, 0x8F);
+}
+void ReportingLink::SendCMDPIP_Border_Enable(uint8_t v)
+{
+    sendMain(LabelPipBorderEnable, 0x9D, {v});
+}
+void ReportingLink::SendCMDPIP_Border_Color(uint8_t v)
+{
+    sendMain(LabelPipBorderColor, 0x9E, {v});
+}
+void ReportingLink::SendCMDPIP_Border_Width(uint8_t v)
+{
+    sendMain(LabelPipBorderWidth, 0x9F, {v});
+}
+
+// Positions go out low byte first, although the state record reports them high byte first.
+void ReportingLink::SendCMDPIP_H_Position(uint16_t v)
+{
+    sendMain(LabelPipHPosition, 0xA0, {QLOBYTE(v), QHIBYTE(v)});
+}
+
+void ReportingLink::SendCMDPIP_V_Position(uint16_t v)
+{
+    sendMain(LabelPipVPosition, 0xA1, {QLOBYTE(v), QHIBYTE(v)});
+}
+
+void ReportingLink::SendCMDPIP_Border_Size(uint8_t v)
+{
+    sendMain(LabelPipBorderSize, 0xA2, {v});
+}
+void ReportingLink::SendCMDF1(int index)
+{
+    if (!m_family.formatByTable) {
+        sendMain(LabelF1, 0xA3, {uint8_t(index & 0xFF)});
+        return;
+    }
+    // Callers pass list positions only; one outside the table sends nothing rather than a
+    // byte read from beyond it.
+    const int code = Protocol::outputFormatCode(index);
+    if (code >= 0)
+        sendMain(LabelF1, 0xA3, {uint8_t(code)});
+}
+void ReportingLink::SendCMDRATE(uint8_t r)
+{
+    sendMain(LabelRate, m_family.rateCode, {r});
+}
+void ReportingLink::SendCMDREC(int v)
+{
+    sendMain(LabelRec, 0xB2, {uint8_t(v & 0xFF)});
+}
+
+void ReportingLink::SendCMDLeftSliderVOL(uint8_t ch1, uint8_t ch2, uint8_t ch3, uint8_t master)
+{
+    sendMain(LabelLevels, 0xB4, {ch1, ch2, ch3, master});
+}
+
+// A list position outside the source table sends source 0, as the lists never offer one.
+void ReportingLink::SendCMDCH1(int index)
+{
+    sendMain(LabelCh1, 0xB9, {uint8_t(qMax(0, Protocol::audioSourceCode(index)))});
+}
+void ReportingLink::SendCMDCH2(int index)
+{
+    sendMain(LabelCh2, 0xBA, {uint8_t(qMax(0, Protocol::audioSourceCode(index)))});
+}
+void ReportingLink::SendCMDPAUSE()
+{
+    sendMain(LabelPause, 0xC5);
+}
+void ReportingLink::SendCMDMIX()
+{
+    sendMain(LabelMix, 0xCB);
+}
+void ReportingLink::SendCMDAFV()
+{
+    sendMain(LabelAfv, 0xCC);
+}
+void ReportingLink::SendCMDSTILL()
+{
+    sendMain(LabelStill, 0xCD);
+}
+void ReportingLink::SendCMDCH1_VOL(uint8_t v)
+{
+    sendMain(LabelCh1Vol, 0xCE, {v});
+}
+void ReportingLink::SendCMDCH2_VOL(uint8_t v)
+{
+    sendMain(LabelCh2Vol, 0xCF, {v});
+}
+void ReportingLink::SendCMDF2()
+{
+    sendMain(LabelF2, 0xD0);
+}
+void ReportingLink::SendCMDF3()
+{
+    sendMain(LabelF3, 0xD4);
+}
+void ReportingLink::SendCMDROTATE()
+{
+    sendMain(LabelPause, 0xD5);
+}
+void ReportingLink::SendCMDF7()
+{
+    sendMain(LabelF7, 0xD6);
+}
+void ReportingLink::SendCMD_SetIP(const QByteArray &ip, QString ipText)
+{
+    std::memset(&m_devIpRec, 0, sizeof(m_devIpRec));
+    fillFour(m_devIpRec.ip, ip);
+    uint8_t buf[128] = {};
+    const uint16_t len = Set_ipCom(buf, m_devClass, m_devNum, Protocol::CmdSetAddress, m_devIpRec);
+    sendFrame(buf, len, m_devIP, LabelSetIp);
+    // Only now: the frame itself must still reach the old address.
+    m_devIP = ipText;
+}
+
+void ReportingLink::SendCMD_Read_His_IP()
+{
+    const SET_DEV_IP zero{};
+    uint8_t buf[128] = {};
+    sendFrame(buf, Set_ipCom(buf, m_hisClass, m_hisNum, Protocol::CmdHisAddress, zero), m_hisIP,
+              LabelReadHisIp);
+}
+
+void ReportingLink::SendCMD_Set_HIS_IP(const QByteArray &ip, const QByteArray &b, const QByteArray &c,
+                                       QStringList texts)
+{
+    std::memset(&m_hisIpRec, 0, sizeof(m_hisIpRec));
+    fillFour(m_hisIpRec.ip, ip);
+    fillFour(m_hisIpRec.mask, b);
+    fillFour(m_hisIpRec.gateway, c);
+    uint8_t buf[128] = {};
+    sendFrame(buf, Set_ipCom(buf, m_hisClass, m_hisNum, Protocol::CmdSetAddress, m_hisIpRec), m_hisIP,
+              LabelSetHisIp);
+    m_hisIP = texts.value(0);
+    m_hisSubnet = texts.value(1);
+    m_hisGateway = texts.value(2);
+}
+
+void ReportingLink::SendCMD_Set_HIS_DNS(const QByteArray &dns, QString dnsText)
+{
+    uint8_t buf[128] = {};
+    sendFrame(buf, CreateMcuUdpDataBuf_ipDns(buf, m_hisClass, m_hisNum, dns), m_hisIP, LabelSetHisDns);
+    m_hisDNS = dnsText;
+}
+
+void ReportingLink::SendCMD_Read_Url(int index)
+{
+    sendHis(LabelReadUrl, Protocol::CmdReadUrl, {uint8_t(index & 0xFF)});
+}
+
+void ReportingLink::SendCMD_Set_Url(int index, const QByteArray &otherName, const QByteArray &url)
+{
+    ST_RTMP_URL rec;
+    std::memset(&rec, 0, sizeof(rec));
+    rec.index = uint8_t(index & 0xFF);
+    // The panel keeps name and URL within their fields; clip anyway rather than overrun.
+    const int nameLen = qMin(otherName.size(), int(sizeof(rec.name)));
+    const int urlLen = qMin(url.size(), int(sizeof(rec.url)));
+    rec.nameLen = uint8_t(nameLen);
+    std::memcpy(rec.name, otherName.constData(), size_t(nameLen));
+    rec.urlLen[0] = QLOBYTE(uint16_t(urlLen));
+    rec.urlLen[1] = QHIBYTE(uint16_t(urlLen));
+    std::memcpy(rec.url, url.constData(), size_t(urlLen));
+    uint8_t buf[1024] = {};
+    sendFrame(buf, CreateMcuUdpDataBuf_url(buf, m_hisClass, m_hisNum, rec), m_hisIP, LabelSetUrl);
+}
+
+uint16_t ReportingLink::CreateMcuUdpDataBuf_ipDns(uint8_t *buf, uint8_t devClass, uint8_t devNum,
+                                                  const QByteArray &dns)
+{
+    writeHead(buf, DnsFrameSize, devClass, devNum, Protocol::CmdHisDns);
+    // The frame has room for four address bytes; callers pass exactly four.
+    fillFour(buf + 17, dns);
+    std::memcpy(buf + 21, DnsTail, sizeof(DnsTail));
+    return writeTail(buf, 25);
+}
+
+uint16_t ReportingLink::CreateMcuUdpDataBuf_url(uint8_t *buf, uint8_t devClass, uint8_t devNum,
+                                                const ST_RTMP_URL &rec)
+{
+    writeHead(buf, UrlFrameSize, devClass, devNum, Protocol::CmdSetUrl);
+    buf[17] = 0;
+    std::memcpy(buf + 18, reinterpret_cast<const uint8_t *>(&rec) + 1, sizeof(rec) - 1);
+    return writeTail(buf, 18 + int(sizeof(rec)) - 1);
+}
+
+// ---- receiving ----
+
+void ReportingLink::datagramArrived(const QByteArray &datagram, int length)
+{
+    Receive3210Data(datagram, length);
+}
+
+void ReportingLink::frameSent(const QByteArray &frame)
+{
+    ShowCurrentSendData(frame);
+}
+
+void ReportingLink::Receive3210Data(const QByteArray &datagram, int length)
+{
+    // A stalled buffer never decodes again, so what arrives after the stall is not kept:
+    // the link holds at most what it held when it stalled.
+    if (m_recvBuf.size() >= StallSize)
+        return;
+    m_recvBuf.append(datagram.constData(), qBound(0, length, datagram.size()));
+    // Once the buffer has reached the stall size it is never cleared again: from then on
+    // nothing more is decoded. The unit's firmware tooling relies on the same behaviour.
+    if (m_recvBuf.size() < MinFrame || m_recvBuf.size() >= StallSize)
+        return;
+    QByteArray frame;
+    if (FrameCodec::joinFrames(m_recvBuf, &frame) == FrameCodec::Scan::Incomplete)
+        return;
+    if (FrameCodec::checksumOk(frame))
+        AnalysisData(frame);
+    m_recvBuf.clear();
+}
+
+void ReportingLink::AnalysisData(const QByteArray &frame)
+{
+    using FrameCodec::byteAt;
+    const bool mainBoard = byteAt(frame, 4) == 0xA5 && byteAt(frame, 5) == 0xFF;
+    const uint8_t cmd = byteAt(frame, 16);
+
+    if (mainBoard && byteAt(frame, 14) == ChildRvx3410)
+        emit on_signals_3410Data(frame);
+
+    if (mainBoard && cmd == Protocol::CmdReadState) {
+        const QList<QByteArray> pieces = frame.split(Protocol::StateSeparator);
+        if (pieces.size() < 3)
+            return;
+        if (pieces.at(2).isEmpty()) {
+            // Long form: the record sits in piece 17. Exactly 17 pieces means it is absent.
+            if (pieces.size() < 17 || (pieces.size() == 17 && m_family.dropPiecelessLongReply))
+                return;
+            emit on_signals_5370Data(pieces.at(1));
+            emit on_signals_3210Data(pieces.value(17));
+        } else {
+            emit on_signals_3210Data(pieces.at(2));
+        }
+    }
+
+    if (!isHisBoard(frame) || byteAt(frame, 17) != 0x00)
+        return;
+
+    if (cmd == Protocol::CmdReadUrl) {
+        const QList<QByteArray> pieces = frame.split(char(Protocol::CmdReadUrl));
+        if (pieces.size() >= 2) {
+            emit on_signals_3210HIS_URL_Data(pieces.at(1));
+            qCDebug(m_log).noquote() << QString::fromUtf8(LabelUrlPiece) << pieces.at(1).toHex(' ');
+        }
+    }
+    if (cmd == Protocol::CmdHisAddress) {
+        const QList<QByteArray> pieces = frame.split(char(Protocol::CmdHisAddress));
+        if (pieces.size() >= 2)
+            emit on_signals_3210HISData(pieces.at(1));
+    }
+}

@@ -1,0 +1,144 @@
+#pragma once
+
+#include "unitlink.h"
+
+#include <QByteArray>
+#include <QLoggingCategory>
+#include <QString>
+#include <QStringList>
+#include <cstdint>
+
+#pragma pack(push, 1)
+// Streaming URL slot as the HIS board stores it; the URL set frame carries bytes 1-788.
+struct ST_RTMP_URL
+{
+    uint8_t unused;
+    uint8_t index;
+    uint8_t nameLen;
+    uint8_t name[16];
+    uint8_t urlLen[2]; // little-endian
+    uint8_t url[768];
+};
+#pragma pack(pop)
+static_assert(sizeof(ST_RTMP_URL) == 789, "ST_RTMP_URL travels on the wire with a fixed size");
+
+// The link of a unit that reports its state and has a HIS board: the RVX3210 family and the
+// 8000 series. Both reassemble, check and sort replies the same way, signal the same five
+// payloads and share most of their commands; a family passes in only the codes and tables
+// where it differs.
+class ReportingLink : public UnitLink
+{
+    Q_OBJECT
+public:
+    static constexpr int DnsFrameSize = 28;
+    static constexpr int UrlFrameSize = 809;
+    // The reassembly buffer stops decoding for good once it holds this many bytes.
+    static constexpr int StallSize = 1057;
+
+    struct Family
+    {
+        uint8_t rateCode;
+        const uint8_t *wipePatterns; // four pattern bytes for transition types 3-6
+        // The output format goes out as its table code (8000 series) or as the list index.
+        bool formatByTable;
+        // A long state reply cut into exactly 17 pieces has no payload piece: the 8000 series
+        // drops it, the RVX3210 family passes an empty payload on.
+        bool dropPiecelessLongReply;
+    };
+
+    ReportingLink(const Family &family, LogCategory log, QObject *parent);
+
+    void get_DevTypeID(QString ip, uint8_t a, uint8_t b);
+    void get_HISTypeID(QString ip, uint8_t a, uint8_t b);
+    void get_HIS_INFO(QString ip, QString subnet, QString gateway, QString dns);
+
+    QString on_DevIP() const { return m_devIP; }
+    QString on_HIS_IP() const { return m_hisIP; }
+    QString on_HIS_Subnet() const { return m_hisSubnet; }
+    QString on_HIS_Gateway() const { return m_hisGateway; }
+    QString on_HIS_DNS() const { return m_hisDNS; }
+
+    // Main board.
+    void SendCMDRead3210state();
+    void SendCDMPGMCH(uint8_t ch);
+    void SendCMDPVWCH(uint8_t ch);
+    void SwndCMDslider(uint8_t a, uint8_t b);
+    void SendCMDCUT();
+    void SendCMDAUTO();
+    void SendCMDFTB();
+    void SendCMDPIP(uint8_t on);
+    void SendCMDSTREAM(int v);
+    void SendCMDTRANSITIONS(uint8_t t);
+    void SET_WIPE();
+    void SendCMDPIP_Border_Enable(uint8_t v);
+    void SendCMDPIP_Border_Color(uint8_t v);
+    void SendCMDPIP_Border_Width(uint8_t v);
+    void SendCMDPIP_H_Position(uint16_t v);
+    void SendCMDPIP_V_Position(uint16_t v);
+    void SendCMDPIP_Border_Size(uint8_t v);
+    void SendCMDF1(int index);
+    void SendCMDRATE(uint8_t r);
+    void SendCMDREC(int v);
+    void SendCMDLeftSliderVOL(uint8_t a, uint8_t b, uint8_t c, uint8_t d);
+    void SendCMDCH1(int index);
+    void SendCMDCH2(int index);
+    void SendCMDPAUSE();
+    void SendCMDMIX();
+    void SendCMDAFV();
+    void SendCMDSTILL();
+    void SendCMDCH1_VOL(uint8_t v);
+    void SendCMDCH2_VOL(uint8_t v);
+    void SendCMDF2();
+    void SendCMDF3();
+    void SendCMDROTATE();
+    void SendCMDF7();
+    void SendCMD_SetIP(const QByteArray &ip, QString ipText);
+
+    // HIS board.
+    void SendCMD_Read_His_IP();
+    void SendCMD_Set_HIS_IP(const QByteArray &ip, const QByteArray &b, const QByteArray &c,
+                            QStringList texts);
+    void SendCMD_Set_HIS_DNS(const QByteArray &dns, QString dnsText);
+    void SendCMD_Read_Url(int index);
+    void SendCMD_Set_Url(int index, const QByteArray &otherName, const QByteArray &url);
+
+    // Pure builders of the two long HIS frames; buf must hold 28 / 809 bytes.
+    static uint16_t CreateMcuUdpDataBuf_ipDns(uint8_t *buf, uint8_t devClass, uint8_t devNum,
+                                              const QByteArray &dns);
+    static uint16_t CreateMcuUdpDataBuf_url(uint8_t *buf, uint8_t devClass, uint8_t devNum,
+                                            const ST_RTMP_URL &rec);
+
+    void ShowCurrentSendData(QByteArray frame);
+
+    // Bytes received and not yet decoded (for the stall's bound).
+    int heldBytes() const { return m_recvBuf.size(); }
+
+    // Reassembly and sorting of received bytes, as the socket's receive loop calls them;
+    // public so a test or a fuzzer can feed datagrams without a socket.
+    void Receive3210Data(const QByteArray &datagram, int length);
+    void AnalysisData(const QByteArray &frame);
+
+signals:
+    void on_signals_3210Data(const QByteArray &data);
+    void on_signals_3410Data(const QByteArray &data);
+    void on_signals_3210HISData(const QByteArray &data);
+    void on_signals_3210HIS_URL_Data(const QByteArray &data);
+    void on_signals_5370Data(const QByteArray &data);
+    void showCurrentData(QByteArray frame);
+
+protected:
+    void datagramArrived(const QByteArray &datagram, int length) override;
+    void frameSent(const QByteArray &frame) override;
+    void sendHis(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data = {});
+
+    const Family m_family;
+    QString m_hisIP;
+    QString m_hisSubnet;
+    QString m_hisGateway;
+    QString m_hisDNS;
+    uint8_t m_hisClass = 0;
+    uint8_t m_hisNum = 0;
+    SET_DEV_IP m_devIpRec{};
+    SET_DEV_IP m_hisIpRec{};
+    QByteArray m_recvBuf;
+};

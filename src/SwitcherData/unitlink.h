@@ -1,0 +1,60 @@
+#pragma once
+
+#include "workdata.h"
+
+#include <QAbstractSocket>
+#include <QByteArray>
+#include <QString>
+#include <cstdint>
+#include <initializer_list>
+
+class QLoggingCategory;
+class QUdpSocket;
+
+// The link to one opened unit, as every family shares it: one socket on port 7000 that sends
+// the commands and receives the replies, the unit's address and device address, the send
+// path and a receive loop that hands each datagram to the family's decoder.
+class UnitLink : public SWITCHER_DATA
+{
+    Q_OBJECT
+public:
+    using LogCategory = const QLoggingCategory &(*)();
+
+    // Binds port 7000 at once, before any unit address is known, on every IPv4 address.
+    UnitLink(LogCategory log, QAbstractSocket::BindMode bindMode, QObject *parent);
+
+    // True while the socket holds local port 7000.
+    bool isBound() const;
+    // Closes the socket so another link object (the next panel) can take port 7000. From
+    // then on nothing is sent or received: a released link must not quietly rebind to a
+    // random port by sending.
+    void releasePort();
+    QUdpSocket *socket() const { return m_udp; }
+
+public slots:
+    // Reads the waiting datagrams in bounded batches (see DrainBatch) and hands each to
+    // datagramArrived. An empty datagram is read and dropped.
+    void ReceiveData();
+
+protected:
+    void initUdp();
+    virtual void datagramArrived(const QByteArray &datagram, int length) = 0;
+    // Called with every frame that went out (or would have, had the link been released).
+    virtual void frameSent(const QByteArray &frame) { Q_UNUSED(frame) }
+
+    // Logs the frame under `label` (no line when label is null) and sends it to port 7000
+    // of `host`. A length of 0 sends and logs nothing.
+    void sendFrame(const uint8_t *buf, uint16_t len, const QString &host, const char *label);
+    // A command frame of up to four data bytes to the unit's main board.
+    void sendMain(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data = {});
+    void sendBuilt(const char *label, const QString &host, uint8_t devClass, uint8_t devNum, uint8_t cmd,
+                   std::initializer_list<uint8_t> data);
+
+    LogCategory m_log;
+    QAbstractSocket::BindMode m_bindMode;
+    QUdpSocket *m_udp = nullptr;
+    bool m_released = false;
+    QString m_devIP;
+    uint8_t m_devClass = 0;
+    uint8_t m_devNum = 0;
+};
