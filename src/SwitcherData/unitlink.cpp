@@ -3,7 +3,6 @@
 #include "framecodec.h"
 
 #include <QLoggingCategory>
-#include <QMetaObject>
 #include <QUdpSocket>
 
 UnitLink::UnitLink(LogCategory log, QAbstractSocket::BindMode bindMode, QObject *parent)
@@ -43,7 +42,7 @@ void UnitLink::ReceiveData()
     if (!m_udp || m_released)
         return;
     QByteArray datagram;
-    for (int n = 0; n < DrainBatch && m_udp->hasPendingDatagrams(); ++n) {
+    for (int n = 0; n < LinkDrainBatch && m_udp->hasPendingDatagrams(); ++n) {
         datagram.resize(int(qMax<qint64>(m_udp->pendingDatagramSize(), 0)));
         const qint64 got = m_udp->readDatagram(datagram.data(), datagram.size());
         // An empty or failed read has consumed its datagram; the ones behind it still count.
@@ -51,9 +50,9 @@ void UnitLink::ReceiveData()
             continue;
         datagramArrived(datagram, int(got));
     }
-    // The rest of a flood waits for the next pass, after paints and clicks have had theirs.
-    if (m_udp->hasPendingDatagrams())
-        QMetaObject::invokeMethod(this, &UnitLink::ReceiveData, Qt::QueuedConnection);
+    // Whatever is left of a flood waits for the next pass, after paints and clicks have had
+    // theirs: the socket is still readable, so its notifier fires again. No extra call is
+    // queued, since a readyRead that finds nothing to read would leave the socket deaf.
 }
 
 void UnitLink::sendFrame(const uint8_t *buf, uint16_t len, const QString &host, const char *label)

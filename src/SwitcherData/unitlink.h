@@ -19,6 +19,10 @@ class UnitLink : public SWITCHER_DATA
     Q_OBJECT
 public:
     using LogCategory = const QLoggingCategory &(*)();
+    // Datagrams read per pass of the event loop. A panel restyles itself for each state
+    // reply (about a millisecond), so a pass stays well under what an operator would notice
+    // even when a unit or a stranger floods the port; the rest wait for the next pass.
+    static constexpr int LinkDrainBatch = 32;
 
     // Binds port 7000 at once, before any unit address is known, on every IPv4 address.
     UnitLink(LogCategory log, QAbstractSocket::BindMode bindMode, QObject *parent);

@@ -168,9 +168,9 @@ void SWITCHER_DATA::ReceiveDatagram()
             continue;
         MYanalysis(sender, datagram, int(got));
     }
-    // The rest of a flood waits for the next pass, after paints and clicks have had theirs.
-    if (m_socket->hasPendingDatagrams())
-        QMetaObject::invokeMethod(this, &SWITCHER_DATA::ReceiveDatagram, Qt::QueuedConnection);
+    // Whatever is left of a flood waits for the next pass, after paints and clicks have had
+    // theirs: the socket is still readable, so its notifier fires again. No extra call is
+    // queued, since a readyRead that finds nothing to read would leave the socket deaf.
 }
 
 void SWITCHER_DATA::MYanalysis(const QHostAddress &sender, const QByteArray &data, int count)

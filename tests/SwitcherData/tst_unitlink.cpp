@@ -1,0 +1,138 @@
+// What every link object shares, whatever its family: one socket, and a receive path that
+// nothing on the network can deafen, stall into growing, or use to hold the event loop.
+#include "rvx3210_workdata.h"
+#include "rvx3220_workdata.h"
+#include "rvx5all_workdata.h"
+#include "testframes.h"
+#include "wirecapture.h"
+
+#include <QSignalSpy>
+#include <QTimer>
+#include <QUdpSocket>
+#include <QtTest>
+#include <memory>
+
+namespace {
+const QByteArray Payload = hex("0102010364083204040001010201020280017000010b000001");
+QByteArray stateReply(uint8_t pgm)
+{
+    QByteArray p = Payload;
+    p[0] = char(pgm);
+    return reply(0xA5FF, 0x49, "#\x01#" + p + "#");
+}
+} // namespace
+
+class TestUnitLink : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void oneSocketPerLink();
+    void searchSocketOnlyOnceSearching();
+    void emptyDatagramDoesNotDeafenTheSearch();
+    void emptyDatagramDoesNotDeafenALink();
+    void stalledLinkHoldsNoMore();
+    void floodIsDrainedInPasses();
+};
+
+void TestUnitLink::oneSocketPerLink()
+{
+    {
+        RVX3210_workdata link;
+        QCOMPARE(link.findChildren<QUdpSocket *>().size(), 1);
+    }
+    {
+        RVX3220_workdata link;
+        QCOMPARE(link.findChildren<QUdpSocket *>().size(), 1);
+    }
+    RVX5ALL_workdata link;
+    QCOMPARE(link.findChildren<QUdpSocket *>().size(), 1);
+    QVERIFY(link.isBound());
+    // Sending a command opens nothing more.
+    link.get_DevTypeID("127.0.0.2", 0xA5, 0xFF);
+    link.SendCMDCUT();
+    QCOMPARE(link.findChildren<QUdpSocket *>().size(), 1);
+}
+
+void TestUnitLink::searchSocketOnlyOnceSearching()
+{
+    SWITCHER_DATA search;
+    QCOMPARE(search.findChildren<QUdpSocket *>().size(), 0);
+    search.setSearcheQuipment();
+    QCOMPARE(search.findChildren<QUdpSocket *>().size(), 1);
+    search.setSearcheQuipment();
+    QCOMPARE(search.findChildren<QUdpSocket *>().size(), 1);
+}
+
+void TestUnitLink::emptyDatagramDoesNotDeafenTheSearch()
+{
+    SWITCHER_DATA search;
+    search.setSearcheQuipment();
+    QUdpSocket *socket = search.findChild<QUdpSocket *>();
+    QVERIFY(socket);
+    QSignalSpy added(&search, &SWITCHER_DATA::sigend_datapack);
+    QUdpSocket unit;
+    QVERIFY(unit.bind(QHostAddress("127.0.0.9"), 0));
+    unit.writeDatagram(QByteArray(), QHostAddress::LocalHost, socket->localPort());
+    QTRY_VERIFY(!socket->hasPendingDatagrams());
+    unit.writeDatagram(searchReply(0xA5, 0x21, "Desk-1", hex("010203")), QHostAddress::LocalHost,
+                       socket->localPort());
+    QTRY_COMPARE(added.count(), 1);
+    QCOMPARE(SWITCHER_DATA::dottedIp(search.devices()[0].ip), QString("127.0.0.9"));
+}
+
+void TestUnitLink::emptyDatagramDoesNotDeafenALink()
+{
+    RVX5ALL_workdata link;
+    QSignalSpy state(&link, &RVX5ALL_workdata::on_signals_3210Data);
+    WireCapture unit;
+    unit.reply(QByteArray());
+    unit.reply(stateReply(3));
+    QTRY_COMPARE(state.count(), 1);
+    QCOMPARE(state.at(0).at(0).toByteArray(), stateReply(3).mid(20, 25));
+}
+
+void TestUnitLink::stalledLinkHoldsNoMore()
+{
+    RVX3210_workdata link;
+    QSignalSpy state(&link, &RVX3210_workdata::on_signals_3210Data);
+    WireCapture unit;
+    // A head that declares more than the buffer may hold stalls the link at 1057 bytes.
+    unit.reply(hex("a56cffff") + QByteArray(1100, '\0'));
+    QTRY_VERIFY(link.heldBytes() >= ReportingLink::StallSize);
+    const int atStall = link.heldBytes();
+    for (int burst = 0; burst < 20; ++burst) {
+        for (int i = 0; i < 50; ++i)
+            unit.reply(QByteArray(1400, '\x5a'));
+        QTRY_VERIFY(!link.socket()->hasPendingDatagrams());
+    }
+    QCOMPARE(link.heldBytes(), atStall);
+    // Stalled for good: a valid reply is no longer decoded.
+    unit.reply(stateReply(1));
+    QTRY_VERIFY(!link.socket()->hasPendingDatagrams());
+    QCOMPARE(state.count(), 0);
+}
+
+void TestUnitLink::floodIsDrainedInPasses()
+{
+    RVX5ALL_workdata link;
+    int ticks = 0;
+    QList<int> ticksAtReply;
+    QTimer everyPass;
+    connect(&everyPass, &QTimer::timeout, [&] { ++ticks; });
+    everyPass.start(0);
+    connect(&link, &RVX5ALL_workdata::on_signals_3210Data,
+            [&](const QByteArray &) { ticksAtReply << ticks; });
+
+    WireCapture unit;
+    constexpr int Replies = 100;
+    for (int i = 0; i < Replies; ++i)
+        unit.reply(stateReply(uint8_t(1 + i % 4)));
+    QTRY_COMPARE(ticksAtReply.size(), Replies);
+    // The event loop ran between the first reply and the last: the drain gave way.
+    QVERIFY2(ticksAtReply.last() > ticksAtReply.first(), "the flood was read in one pass");
+    QCOMPARE(ticksAtReply.count(ticksAtReply.first()), int(UnitLink::LinkDrainBatch));
+}
+
+QTEST_GUILESS_MAIN(TestUnitLink)
+#include "tst_unitlink.moc"
