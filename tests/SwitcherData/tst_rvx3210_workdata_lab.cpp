@@ -115,4 +115,4 @@ void TestRvx3210Lab::splitRepliesAreJoined()
 }
 
 QTEST_GUILESS_MAIN(TestRvx3210Lab)
-#include "tst_rvx3210lab.moc"
+#include "tst_rvx3210_workdata_lab.moc"

@@ -384,4 +384,4 @@ void TestRvx3210Link::releasePortFreesIt()
 }
 
 QTEST_GUILESS_MAIN(TestRvx3210Link)
-#include "tst_rvx3210link.moc"
+#include "tst_rvx3210_workdata.moc"
