@@ -4,7 +4,7 @@
 
 #include <QtGlobal>
 
-Q_LOGGING_CATEGORY(lc3210, "kova.rvx3210")
+Q_LOGGING_CATEGORY(lc3210, "kova.rvx3210", QtInfoMsg)
 
 namespace {
 constexpr ReportingLink::Family Rvx3210Family{0xB1, Protocol::WipePatterns3210, false, false};

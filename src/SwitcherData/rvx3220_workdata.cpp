@@ -19,7 +19,7 @@ constexpr uint8_t CmdSetIp = 5;
 
 } // namespace
 
-Q_LOGGING_CATEGORY(lc3220, "kova.rvx3220")
+Q_LOGGING_CATEGORY(lc3220, "kova.rvx3220", QtInfoMsg)
 
 RVX3220_workdata::RVX3220_workdata(QObject *parent)
     // Shared like the other panels' links, so a panel kept open in the background does not

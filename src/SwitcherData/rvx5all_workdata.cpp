@@ -2,7 +2,7 @@
 
 #include "protocol.h"
 
-Q_LOGGING_CATEGORY(lc5all, "kova.rvx5all")
+Q_LOGGING_CATEGORY(lc5all, "kova.rvx5all", QtInfoMsg)
 
 namespace {
 constexpr ReportingLink::Family Rvx5AllFamily{0xA5, Protocol::WipePatterns5All, true, true};

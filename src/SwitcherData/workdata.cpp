@@ -8,7 +8,8 @@
 #include <QUdpSocket>
 #include <cstring>
 
-Q_LOGGING_CATEGORY(lcLink, "kova.link")
+// Debug lines (every frame sent and decoded) only when asked for, with QT_LOGGING_RULES.
+Q_LOGGING_CATEGORY(lcLink, "kova.link", QtInfoMsg)
 
 using FrameCodec::writeHead;
 using FrameCodec::writeTail;
