@@ -1,0 +1,15 @@
+// The RVX3210 family's receive path (RVX3210 and RVX3410 units), a datagram sequence at a time.
+#include "reportinglinkfuzz.h"
+#include "rvx3210_workdata.h"
+
+extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
+{
+    ReportingLinkFuzz::initialize<RVX3210_workdata>(argc, argv);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    ReportingLinkFuzz::run<RVX3210_workdata>(data, size);
+    return 0;
+}
