@@ -1,15 +1,14 @@
 #include "below_widget.h"
 
-#include "common/delay.h"
-#include "keysheet.h"
-#include "rvx3210_workdata.h"
+#include "SwitcherData/rvx3210_workdata.h"
+#include "common/keyflash.h"
+#include "common/keysheet.h"
 #include "rvx3210styles.h"
 
 #include <QButtonGroup>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPointer>
 #include <QPushButton>
 #include <QTimer>
 
@@ -18,12 +17,6 @@ namespace S = Rvx3210Styles;
 namespace {
 
 constexpr int BusIds[] = {1, 2, 3, 4, 9};
-
-QString imageStyle(const char *path, const char *base)
-{
-    return QString::fromLatin1(S::ImageStyleHead) + QString::fromLatin1(path) +
-           QString::fromLatin1(S::ImageStyleTail) + QString::fromLatin1(base);
-}
 
 } // namespace
 
@@ -45,22 +38,22 @@ Below_Widget::Below_Widget(QWidget *parent, RVX3210_workdata *link) : QWidget(pa
     grid->addWidget(head(S::PgmHead), 0, 0);
     grid->addWidget(head(S::PvwHead), 1, 0);
     for (int i = 0; i < 5; ++i) {
-        m_grpPGM->addButton(makeKey(imageStyle(S::PgmWhite[i], S::BaseRed), 70, 55), BusIds[i]);
-        m_grpPVW->addButton(makeKey(imageStyle(S::PgmWhite[i], S::BaseGreen), 70, 55), BusIds[i]);
+        m_grpPGM->addButton(makeKey(KeySheet::image(S::PgmWhite[i], S::BaseRed), 70, 55), BusIds[i]);
+        m_grpPVW->addButton(makeKey(KeySheet::image(S::PgmWhite[i], S::BaseGreen), 70, 55), BusIds[i]);
         grid->addWidget(m_grpPGM->button(BusIds[i]), 0, i + 1);
         grid->addWidget(m_grpPVW->button(BusIds[i]), 1, i + 1);
     }
 
     auto *rates = new QHBoxLayout;
     for (int r = 0; r < 3; ++r) {
-        m_grpRate->addButton(makeKey(imageStyle(S::RateWhite[r], S::BaseGrey), 70, 45), r);
+        m_grpRate->addButton(makeKey(KeySheet::image(S::RateWhite[r], S::BaseGrey), 70, 45), r);
         rates->addWidget(m_grpRate->button(r));
     }
     rates->addStretch(1);
     grid->addLayout(rates, 2, 1, 1, 5);
 
-    m_btnCut = makeKey(imageStyle(S::CutOff, S::BaseRed), 90, 70);
-    m_btnAuto = makeKey(imageStyle(S::AutoOff, S::BaseRed), 90, 70);
+    m_btnCut = makeKey(KeySheet::image(S::CutOff, S::BaseRed), 90, 70);
+    m_btnAuto = makeKey(KeySheet::image(S::AutoOff, S::BaseRed), 90, 70);
     auto *keys = new QVBoxLayout;
     keys->addWidget(m_btnCut);
     keys->addWidget(m_btnAuto);
@@ -115,7 +108,8 @@ void Below_Widget::set_PGMCH_Style(uint8_t ch)
 {
     for (int i = 0; i < 5; ++i) {
         const bool lit = BusIds[i] == ch;
-        setKeySheet(m_grpPGM->button(BusIds[i]), imageStyle(lit ? S::PgmRed[i] : S::PgmWhite[i], S::BaseRed));
+        setKeySheet(m_grpPGM->button(BusIds[i]),
+                    KeySheet::image(lit ? S::PgmRed[i] : S::PgmWhite[i], S::BaseRed));
     }
     // Kept even when no key matches, so a later swap carries the unit's value on.
     m_pgm = ch;
@@ -126,7 +120,7 @@ void Below_Widget::set_PVWCH_Style(uint8_t ch)
     for (int i = 0; i < 5; ++i) {
         const bool lit = BusIds[i] == ch;
         setKeySheet(m_grpPVW->button(BusIds[i]),
-                    imageStyle(lit ? S::PvwGreen[i] : S::PgmWhite[i], S::BaseGreen));
+                    KeySheet::image(lit ? S::PvwGreen[i] : S::PgmWhite[i], S::BaseGreen));
     }
     m_pvw = ch;
 }
@@ -135,17 +129,17 @@ void Below_Widget::set_Rate_Style(uint8_t r)
 {
     for (int i = 0; i < 3; ++i)
         setKeySheet(m_grpRate->button(i),
-                    imageStyle(i == r ? S::RateGreen[i] : S::RateWhite[i], S::BaseGrey));
+                    KeySheet::image(i == r ? S::RateGreen[i] : S::RateWhite[i], S::BaseGrey));
 }
 
 void Below_Widget::on_Style_btnCut(bool on)
 {
-    setKeySheet(m_btnCut, imageStyle(on ? S::CutOn : S::CutOff, S::BaseRed));
+    setKeySheet(m_btnCut, KeySheet::image(on ? S::CutOn : S::CutOff, S::BaseRed));
 }
 
 void Below_Widget::on_Style_btnAuto(bool on)
 {
-    setKeySheet(m_btnAuto, imageStyle(on ? S::AutoOn : S::AutoOff, S::BaseRed));
+    setKeySheet(m_btnAuto, KeySheet::image(on ? S::AutoOn : S::AutoOff, S::BaseRed));
 }
 
 void Below_Widget::swapBusLights()
@@ -175,15 +169,12 @@ void Below_Widget::on_Time_cut()
 
 void Below_Widget::on_btnAuto_clicked()
 {
-    on_Style_btnAuto(true);
-    m_link->SendCMDAUTO();
-    // The wait runs the event loop, and a return to the search window during it frees the
-    // panel, this row with it.
-    const QPointer<Below_Widget> alive(this);
-    Delay_MSec(S::AutoWaitMs);
-    if (!alive)
-        return;
-    if (!m_pip)
-        swapBusLights();
-    on_Style_btnAuto(false);
+    // The buses swap when the unit's transition is over; the PIP flag is read then, as a
+    // click during the wait may have changed it.
+    flashKey(
+        this, S::AutoWaitMs, [this](bool lit) { on_Style_btnAuto(lit); }, [this] { m_link->SendCMDAUTO(); },
+        [this] {
+            if (!m_pip)
+                swapBusLights();
+        });
 }

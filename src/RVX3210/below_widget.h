@@ -27,6 +27,8 @@ public:
     // as they are.
     void setPipFlag(bool on) { m_pip = on; }
     bool pipFlag() const { return m_pip; }
+    // PGM shows the PVW selection and PVW the PGM selection (display only, no command).
+    void swapBusLights();
 
     QButtonGroup *pgmGroup() const { return m_grpPGM; }
     QButtonGroup *pvwGroup() const { return m_grpPVW; }
@@ -49,7 +51,6 @@ public slots:
 
 private:
     QPushButton *makeKey(const QString &style, int w, int h);
-    void swapBusLights();
 
     RVX3210_workdata *m_link = nullptr;
     QButtonGroup *m_grpPGM = nullptr;

@@ -1,8 +1,8 @@
 #include "middle_widget.h"
 
+#include "SwitcherData/rvx3210_workdata.h"
+#include "common/keysheet.h"
 #include "common/unitstateguard.h"
-#include "keysheet.h"
-#include "rvx3210_workdata.h"
 #include "rvx3210styles.h"
 
 #include <QButtonGroup>

@@ -1,6 +1,7 @@
 #include "plane_botton.h"
 
-#include "rvx3210_workdata.h"
+#include "SwitcherData/rvx3210_workdata.h"
+#include "common/titlebarstyles.h"
 #include "rvx3210styles.h"
 
 #include <QComboBox>
@@ -74,7 +75,7 @@ Plane_Botton::Plane_Botton(QWidget *parent, RVX3210_workdata *link) : QWidget(pa
     m_btnSet->setStyleSheet(QString::fromLatin1(S::DialogText));
     m_btnClose = new QPushButton(this);
     m_btnClose->setFixedSize(30, 28);
-    m_btnClose->setStyleSheet(QString::fromLatin1(S::TopClose));
+    m_btnClose->setStyleSheet(QString::fromLatin1(TitleBarStyles::CloseKey));
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(10, 4, 10, 4);
@@ -118,7 +119,7 @@ void Plane_Botton::initDialog()
     title->setAlignment(Qt::AlignCenter);
     auto *close = new QPushButton(m_dlg);
     close->setFixedSize(30, 28);
-    close->setStyleSheet(QString::fromLatin1(S::TopClose));
+    close->setStyleSheet(QString::fromLatin1(TitleBarStyles::CloseKey));
     auto *titleRow = new QHBoxLayout;
     titleRow->addSpacing(30);
     titleRow->addWidget(title, 1);

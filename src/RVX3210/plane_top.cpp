@@ -1,12 +1,13 @@
 #include "plane_top.h"
 
+#include "common/titlebarstyles.h"
+#include "common/windowdrag.h"
 #include "rvx3210log.h"
 #include "rvx3210styles.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMouseEvent>
 #include <QPushButton>
 
 namespace S = Rvx3210Styles;
@@ -23,10 +24,10 @@ void Plane_Top::initPlan1()
 
     m_logo = new QLabel(this);
     m_logo->setFixedSize(120, 28);
-    m_logo->setStyleSheet(QString::fromLatin1(S::TopLogo));
+    m_logo->setStyleSheet(QString::fromLatin1(TitleBarStyles::Logo));
 
     m_name = new QLabel(QString::fromLatin1(S::ModelRVX3210), this);
-    m_name->setStyleSheet(QString::fromLatin1(S::TopModelName));
+    m_name->setStyleSheet(QString::fromLatin1(TitleBarStyles::ModelName));
 
     auto makeKey = [this](const char *style) {
         auto *key = new QPushButton(this);
@@ -35,9 +36,9 @@ void Plane_Top::initPlan1()
         key->setStyleSheet(QString::fromLatin1(style));
         return key;
     };
-    m_btnMin = makeKey(S::TopMin);
-    m_btnMax = makeKey(S::TopMax);
-    m_btnClose = makeKey(S::TopClose);
+    m_btnMin = makeKey(TitleBarStyles::MinKey);
+    m_btnMax = makeKey(TitleBarStyles::MaxKey);
+    m_btnClose = makeKey(TitleBarStyles::CloseKey);
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(4, 0, 0, 0);
@@ -56,6 +57,9 @@ void Plane_Top::initPlan1()
     // The 8000-series strip's handlers hang on the same keys; for this panel they do nothing.
     connect(m_btnMin, &QPushButton::clicked, this, &Plane_Top::on_btnclicked_min_for5310);
     connect(m_btnMax, &QPushButton::clicked, this, &Plane_Top::on_btnclicked_max_for5310);
+
+    // Dragging the strip moves the panel.
+    WindowDrag::install(this, WindowDrag::Target::Parent);
 }
 
 void Plane_Top::setDev_Child_Type(int code)
@@ -85,27 +89,4 @@ void Plane_Top::on_btnclicked_max()
 void Plane_Top::on_btnclicked_min()
 {
     emit on_signals_setWinmin();
-}
-
-void Plane_Top::mousePressEvent(QMouseEvent *event)
-{
-    m_dragging = true;
-    m_lastGlobal = event->globalPos();
-    QWidget::mousePressEvent(event);
-}
-
-void Plane_Top::mouseMoveEvent(QMouseEvent *event)
-{
-    if (m_dragging) {
-        QWidget *panel = window();
-        panel->move(panel->pos() + (event->globalPos() - m_lastGlobal));
-        m_lastGlobal = event->globalPos();
-    }
-    QWidget::mouseMoveEvent(event);
-}
-
-void Plane_Top::mouseReleaseEvent(QMouseEvent *event)
-{
-    m_dragging = false;
-    QWidget::mouseReleaseEvent(event);
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QPoint>
 #include <QWidget>
 
 class QLabel;
@@ -34,11 +33,6 @@ public slots:
     void on_btnclicked_max_for5310() {}
     void on_btnclicked_min_for5310() {}
 
-protected:
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
-
 private:
     void initPlan1();
 
@@ -49,6 +43,4 @@ private:
     QPushButton *m_btnMin = nullptr;
     QPushButton *m_btnMax = nullptr;
     bool m_max = false;
-    bool m_dragging = false;
-    QPoint m_lastGlobal;
 };

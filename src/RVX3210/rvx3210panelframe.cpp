@@ -1,18 +1,20 @@
 #include "rvx3210panelframe.h"
 
+#include "SwitcherData/rvx3210_workdata.h"
 #include "below_widget.h"
+#include "common/tbarsequencer.h"
 #include "middle_widget.h"
 #include "plane_botton.h"
 #include "plane_right.h"
 #include "plane_top.h"
 #include "qslider_left.h"
 #include "qslider_right.h"
-#include "rvx3210_workdata.h"
+#include "rvx3210log.h"
 #include "rvx3210styles.h"
-#include "tbarsequencer.h"
 #include "upper_widget.h"
 
 #include <QIcon>
+#include <QSlider>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -80,7 +82,12 @@ void Rvx3210PanelFrame::init3210ui_2(Upper_Widget *upper, Middle_widget *middle)
     col->addWidget(middle, 2);
     col->addWidget(m_below, 3);
 
-    m_seq = new TbarSequencer(this, m_link, m_tbar, m_below);
+    TbarSequencer::Hooks hooks;
+    hooks.send = [this](uint8_t direction, uint8_t distance) { m_link->SwndCMDslider(direction, distance); };
+    hooks.swapBuses = [this] { setPGM_PVWCH(); };
+    hooks.autoLamp = [this](bool lit) { m_below->on_Style_btnAuto(lit); };
+    hooks.log = &lcRvx3210;
+    m_seq = new TbarSequencer(this, m_tbar->slider(), std::move(hooks));
 
     connect(middle, &Middle_widget::on_Singnale_btnPIP, this, &Rvx3210PanelFrame::on_Middle_Singnale_btnPIP);
     connect(m_below, &Below_Widget::on_get_slider_vol, this, &Rvx3210PanelFrame::btnAuto_and_slider);
@@ -114,7 +121,7 @@ void Rvx3210PanelFrame::set_audio_vol()
 
 void Rvx3210PanelFrame::setPGM_PVWCH()
 {
-    m_seq->setPGM_PVWCH();
+    m_below->swapBusLights();
 }
 
 void Rvx3210PanelFrame::on_Middle_Singnale_btnPIP(bool on)

@@ -17,17 +17,6 @@ inline constexpr char Splitter[] =
 // ---- title bar ----
 inline constexpr char TopStrip[] = "QWidget{background:qlineargradient(spread:pad,x1:0,y1:0,x2:0,y2:1,stop:0 "
                                    "#4e4e4e,stop:1 #2b2b2b);}";
-inline constexpr char TopLogo[] = "image: url(:/images/StyleSheet/devlog.png);";
-inline constexpr char TopModelName[] = "color: white;font-size:28px;";
-inline constexpr char TopClose[] =
-    "QPushButton{image: url(:/images/StyleSheet/close.png);color: "
-    "white;border-radius:0px;}QPushButton:hover{background-color:white; color: black;}";
-inline constexpr char TopMin[] =
-    "QPushButton{image: url(:/images/StyleSheet/min.png);color: "
-    "white;border-radius:0px;}QPushButton:hover{background-color:white; color: black;}";
-inline constexpr char TopMax[] =
-    "QPushButton{image: url(:/images/StyleSheet/max.png);color: "
-    "white;border-radius:0px;}QPushButton:hover{background-color:white; color: black;}";
 inline constexpr char ModelRVX3210[] = "RVX3210";
 inline constexpr char ModelRVX3220[] = "RVX3220";
 inline constexpr char ModelRVX3210P[] = "RVX3210P";
@@ -99,7 +88,6 @@ inline constexpr char Inputs[] =
 inline constexpr char WarningTitle[] = "Warning";
 // The CH2 volume check shows the CH1 text too; that is what operators know, so it stays.
 inline constexpr char ChooseCh1Source[] = "please choose CH1 source";
-inline constexpr char ChooseSize[] = "please choose Size";
 inline constexpr char TextEmpty[] = "Text cannot be empty";
 inline constexpr char OtherNameErrors[] = "OtherName Text Errors";
 inline constexpr char UrlErrors[] = "Url Text Errors";
@@ -117,8 +105,6 @@ inline constexpr char BaseGreen[] =
     "QPushButton{background-color:rgb(58,58,58);border-radius:5px;}QPushButton:hover{"
     "background-color:rgb(41,129,36);}QPushButton:pressed{background-color:rgb(19,"
     "218,0);}";
-inline constexpr char ImageStyleHead[] = "QPushButton{image:url(";
-inline constexpr char ImageStyleTail[] = ");}";
 // Bus buttons in the order of their ids 1, 2, 3, 4 and 9.
 inline constexpr const char *PgmWhite[] = {":/images/white/png/1.png", ":/images/white/png/2.png",
                                            ":/images/white/png/3.png", ":/images/white/png/4.png",
@@ -144,15 +130,6 @@ inline constexpr char PvwHead[] = "PVW";
 
 // ---- PIP settings pane ----
 inline constexpr char PipPane[] = "background-color:rgb(58,58,58);";
-inline constexpr char SizeLabel[] = "Size";
-inline constexpr char HPositionLabel[] = "H_Position";
-inline constexpr char VPositionLabel[] = "V_Position";
-inline constexpr char BorderEnableLabel[] = "Border_Enable";
-inline constexpr char BorderColorLabel[] = "Border_Color";
-inline constexpr char BorderWidthLabel[] = "Border_Width";
-inline constexpr const char *SizeItems[] = {"Small", "Medium", "Large"};
-inline constexpr const char *BorderEnableItems[] = {"OFF", "ON"};
-inline constexpr const char *BorderColorItems[] = {"White", "Red", "Blue", "Green"};
 
 // ---- network page ----
 inline constexpr char BottomName[] = "bwidgt";

@@ -1,12 +1,10 @@
 #include "rvx3210ui.h"
 
+#include "common/centre.h"
+#include "common/tbarsequencer.h"
 #include "middle_widget.h"
 #include "statefanout.h"
-#include "tbarsequencer.h"
 #include "upper_widget.h"
-
-#include <QApplication>
-#include <QDesktopWidget>
 
 namespace {
 constexpr int PanelWidth = 1400;
@@ -15,8 +13,7 @@ constexpr int PanelHeight = 800;
 
 RVX3210UI::RVX3210UI(QWidget *parent) : Rvx3210PanelFrame(parent)
 {
-    const QRect desk = QApplication::desktop()->availableGeometry(this);
-    setGeometry((desk.width() - PanelWidth) / 2, (desk.height() - PanelHeight) / 2, PanelWidth, PanelHeight);
+    centreWindow(this, {PanelWidth, PanelHeight}, CentreOn::AvailableGeometry);
     init3210ui_1();
     m_upper = new Upper_Widget(centre(), link());
     m_middle = new Middle_widget(centre(), link());

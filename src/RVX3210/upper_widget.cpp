@@ -1,15 +1,15 @@
 #include "upper_widget.h"
 
-#include "common/delay.h"
-#include "keysheet.h"
-#include "rvx3210_workdata.h"
+#include "SwitcherData/rvx3210_workdata.h"
+#include "common/keyflash.h"
+#include "common/keysheet.h"
+#include "common/titlebarstyles.h"
 #include "rvx3210styles.h"
 
 #include <QComboBox>
 #include <QDialog>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPointer>
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -18,7 +18,7 @@ namespace S = Rvx3210Styles;
 
 Upper_Widget::Upper_Widget(QWidget *parent, RVX3210_workdata *link) : Upper_Widget(parent, link, KeysOnly{})
 {
-    m_btnClose = makeKey(S::TopClose);
+    m_btnClose = makeKey(TitleBarStyles::CloseKey);
     connect(m_btnClose, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_close);
 
     auto *row = new QHBoxLayout(this);
@@ -117,7 +117,7 @@ void Upper_Widget::on_btnclicked_F1()
     list->setCurrentIndex(m_outIndex);
     auto *close = new QPushButton(&dlg);
     close->setFixedSize(30, 28);
-    close->setStyleSheet(QString::fromLatin1(S::TopClose));
+    close->setStyleSheet(QString::fromLatin1(TitleBarStyles::CloseKey));
 
     auto *top = new QHBoxLayout;
     top->addStretch(1);
@@ -175,12 +175,9 @@ void Upper_Widget::set_F1_Style(uint8_t code)
 
 void Upper_Widget::on_btnclicked_F2()
 {
-    on_Style_btnF2(true);
-    m_link->SendCMDF2();
-    const QPointer<Upper_Widget> alive(this);
-    Delay_MSec(S::F2FlashMs);
-    if (alive)
-        on_Style_btnF2(false);
+    flashKey(
+        this, S::F2FlashMs, [this](bool lit) { on_Style_btnF2(lit); }, [this] { m_link->SendCMDF2(); },
+        nullptr);
 }
 
 void Upper_Widget::on_btnclicked_F3()

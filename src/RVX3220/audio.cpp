@@ -1,6 +1,7 @@
 #include "audio.h"
 
 #include "SwitcherData/rvx3220_workdata.h"
+#include "common/keysheet.h"
 #include "rvx3220styles.h"
 
 #include <QButtonGroup>
@@ -44,7 +45,7 @@ QSpinBox *volumeBox(QWidget *parent, const QRect &where)
 
 } // namespace
 
-AUDIO::AUDIO(QWidget *parent, RVX3220_workdata *model) : QWidget(parent), m_model(model)
+AUDIO::AUDIO(QWidget *parent, RVX3220_workdata *link) : QWidget(parent), m_link(link)
 {
     auto *frame = new QGroupBox(QString::fromLatin1(RVX3220Styles::AudioTitle), this);
     frame->setStyleSheet(QString::fromLatin1(RVX3220Styles::GroupBox));
@@ -63,11 +64,11 @@ AUDIO::AUDIO(QWidget *parent, RVX3220_workdata *model) : QWidget(parent), m_mode
     auto *afv = new QPushButton(frame);
     afv->setObjectName(QStringLiteral("AFV"));
     afv->setGeometry(16, 136, 60, 60);
-    afv->setStyleSheet(RVX3220Styles::lamp(RVX3220Styles::AfvUnlit));
+    setKeySheet(afv, KeySheet::borderImage(RVX3220Styles::AfvUnlit));
     auto *mix = new QPushButton(frame);
     mix->setObjectName(QStringLiteral("MIX"));
     mix->setGeometry(92, 136, 60, 60);
-    mix->setStyleSheet(RVX3220Styles::lamp(RVX3220Styles::MixUnlit));
+    setKeySheet(mix, KeySheet::borderImage(RVX3220Styles::MixUnlit));
     m_modeGroup->addButton(afv, 1);
     m_modeGroup->addButton(mix, 2);
 
@@ -89,13 +90,13 @@ AUDIO::AUDIO(QWidget *parent, RVX3220_workdata *model) : QWidget(parent), m_mode
 void AUDIO::setboxch1(int index)
 {
     m_ch1Index = index;
-    m_model->SendCMDCH1(index);
+    m_link->SendCMDCH1(index);
 }
 
 void AUDIO::setboxch2(int index)
 {
     m_ch2Index = index;
-    m_model->SendCMDCH2(index);
+    m_link->SendCMDCH2(index);
 }
 
 void AUDIO::warnNoSource()
@@ -110,7 +111,7 @@ void AUDIO::setboxch1_vol(int v)
         warnNoSource();
         return;
     }
-    m_model->SendCMDCH1_VOL(m_ch1Index, quint8(v));
+    m_link->SendCMDCH1_VOL(m_ch1Index, quint8(v));
 }
 
 void AUDIO::setboxch2_vol(int v)
@@ -119,24 +120,24 @@ void AUDIO::setboxch2_vol(int v)
         warnNoSource();
         return;
     }
-    m_model->SendCMDCH2_VOL(m_ch2Index, quint8(v));
+    m_link->SendCMDCH2_VOL(m_ch2Index, quint8(v));
 }
 
 void AUDIO::setboxPGM_OUT(int index)
 {
-    m_model->SendCMDPGM_OUT(index);
+    m_link->SendCMDPGM_OUT(index);
 }
 
 void AUDIO::setStyle(int id)
 {
     if (id == 1) {
         m_mode->setText(QString::fromLatin1(RVX3220Styles::ModeFollow));
-        m_modeGroup->button(1)->setStyleSheet(RVX3220Styles::lamp(RVX3220Styles::AfvLit));
-        m_modeGroup->button(2)->setStyleSheet(RVX3220Styles::lamp(RVX3220Styles::MixUnlit));
+        setKeySheet(m_modeGroup->button(1), KeySheet::borderImage(RVX3220Styles::AfvLit));
+        setKeySheet(m_modeGroup->button(2), KeySheet::borderImage(RVX3220Styles::MixUnlit));
     } else if (id == 2) {
         m_mode->setText(QString::fromLatin1(RVX3220Styles::ModeMixing));
-        m_modeGroup->button(1)->setStyleSheet(RVX3220Styles::lamp(RVX3220Styles::AfvUnlit));
-        m_modeGroup->button(2)->setStyleSheet(RVX3220Styles::lamp(RVX3220Styles::MixLit));
+        setKeySheet(m_modeGroup->button(1), KeySheet::borderImage(RVX3220Styles::AfvUnlit));
+        setKeySheet(m_modeGroup->button(2), KeySheet::borderImage(RVX3220Styles::MixLit));
     }
 }
 
@@ -144,7 +145,7 @@ void AUDIO::on_btnGrp_clicked(int id)
 {
     setStyle(id);
     if (id == 1)
-        m_model->SendCMDAFV();
+        m_link->SendCMDAFV();
     else if (id == 2)
-        m_model->SendCMDMIX();
+        m_link->SendCMDMIX();
 }

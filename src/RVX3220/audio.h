@@ -13,7 +13,7 @@ class AUDIO : public QWidget
 {
     Q_OBJECT
 public:
-    AUDIO(QWidget *parent, RVX3220_workdata *model);
+    AUDIO(QWidget *parent, RVX3220_workdata *link);
 
     QComboBox *ch1Source() const { return m_ch1; }
     QComboBox *ch2Source() const { return m_ch2; }
@@ -36,7 +36,7 @@ public slots:
 private:
     void warnNoSource();
 
-    RVX3220_workdata *m_model;
+    RVX3220_workdata *m_link;
     QComboBox *m_ch1;
     QComboBox *m_ch2;
     QSpinBox *m_ch1Vol;

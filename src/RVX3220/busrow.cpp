@@ -1,13 +1,14 @@
 #include "busrow.h"
 
+#include "common/keysheet.h"
 #include "rvx3220styles.h"
 
 #include <QButtonGroup>
 #include <QLabel>
 #include <QPushButton>
 
-BusRow::BusRow(QWidget *parent, RVX3220_workdata *model, const char *caption, const char *const *lit)
-    : QWidget(parent), m_model(model), m_litPictures(lit), m_group(new QButtonGroup(this)),
+BusRow::BusRow(QWidget *parent, RVX3220_workdata *link, const char *caption, const char *const *lit)
+    : QWidget(parent), m_link(link), m_litPictures(lit), m_group(new QButtonGroup(this)),
       m_caption(new QLabel(QString::fromLatin1(caption), this))
 {
     m_caption->setStyleSheet(QString::fromLatin1(RVX3220Styles::Caption));
@@ -27,7 +28,7 @@ BusRow::BusRow(QWidget *parent, RVX3220_workdata *model, const char *caption, co
 void BusRow::initbtnStyle()
 {
     for (int id = 1; id <= 6; ++id)
-        m_group->button(id)->setStyleSheet(RVX3220Styles::lamp(RVX3220Styles::BusUnlit[id - 1]));
+        setKeySheet(m_group->button(id), KeySheet::borderImage(RVX3220Styles::BusUnlit[id - 1]));
 }
 
 void BusRow::setStyle(quint8 id)
@@ -40,7 +41,7 @@ void BusRow::setStyle(quint8 id)
 
 void BusRow::lightKey(int id)
 {
-    m_group->button(id)->setStyleSheet(RVX3220Styles::lamp(m_litPictures[id - 1]));
+    setKeySheet(m_group->button(id), KeySheet::borderImage(m_litPictures[id - 1]));
 }
 
 void BusRow::on_btnGrp_clicked(quint8 id)

@@ -25,14 +25,14 @@ public slots:
     void on_btnGrp_clicked(quint8 id);
 
 protected:
-    BusRow(QWidget *parent, RVX3220_workdata *model, const char *caption, const char *const *lit);
+    BusRow(QWidget *parent, RVX3220_workdata *link, const char *caption, const char *const *lit);
     virtual void sendInput(quint8 id) = 0;
     // Lights key id (1..6) through the bus's own per-key setter.
     virtual void lightInput(quint8 id) = 0;
     // Shows key id (1..6) lit; the others keep their look.
     void lightKey(int id);
 
-    RVX3220_workdata *m_model;
+    RVX3220_workdata *m_link;
 
 private:
     const char *const *m_litPictures;

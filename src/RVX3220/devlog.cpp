@@ -1,15 +1,15 @@
 #include "devlog.h"
 
+#include "common/windowdrag.h"
 #include "rvx3220styles.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMouseEvent>
 #include <QPushButton>
 
-Devlog::Devlog(QWidget *parent, RVX3220_workdata *model)
-    : QWidget(parent), m_model(model), m_logo(new QLabel(this)), m_close(new QPushButton(this))
+Devlog::Devlog(QWidget *parent, RVX3220_workdata *link)
+    : QWidget(parent), m_link(link), m_logo(new QLabel(this)), m_close(new QPushButton(this))
 {
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(QString::fromLatin1(RVX3220Styles::TitleBar));
@@ -27,24 +27,6 @@ Devlog::Devlog(QWidget *parent, RVX3220_workdata *model)
 
     // Closing here ends the whole program, unlike the panel's return key.
     connect(m_close, &QPushButton::clicked, qApp, [] { QCoreApplication::exit(0); });
-}
-
-void Devlog::mousePressEvent(QMouseEvent *event)
-{
-    m_dragging = true;
-    m_lastGlobal = event->globalPos();
-}
-
-void Devlog::mouseMoveEvent(QMouseEvent *event)
-{
-    if (m_dragging && parentWidget()) {
-        QWidget *window = parentWidget();
-        window->move(window->pos() + event->globalPos() - m_lastGlobal);
-        m_lastGlobal = event->globalPos();
-    }
-}
-
-void Devlog::mouseReleaseEvent(QMouseEvent *)
-{
-    m_dragging = false;
+    // Dragging the strip moves the panel it sits on.
+    WindowDrag::install(this, WindowDrag::Target::Parent);
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QPoint>
 #include <QWidget>
 
 class QLabel;
@@ -13,20 +12,13 @@ class Devlog : public QWidget
     Q_OBJECT
 public:
     // Built like the panel's other parts, with the link; the strip itself sends nothing.
-    Devlog(QWidget *parent, RVX3220_workdata *model);
+    Devlog(QWidget *parent, RVX3220_workdata *link);
 
     QPushButton *closeButton() const { return m_close; }
-    RVX3220_workdata *model() const { return m_model; }
-
-protected:
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
+    RVX3220_workdata *link() const { return m_link; }
 
 private:
-    RVX3220_workdata *m_model;
+    RVX3220_workdata *m_link;
     QLabel *m_logo;
     QPushButton *m_close;
-    bool m_dragging = false;
-    QPoint m_lastGlobal;
 };

@@ -10,8 +10,8 @@
 #include <QRegularExpression>
 #include <QRegularExpressionValidator>
 
-IPDialog::IPDialog(QWidget *parent, RVX3220_workdata *model)
-    : QDialog(parent), m_model(model), m_edit(new QLineEdit(this)),
+IPDialog::IPDialog(QWidget *parent, RVX3220_workdata *link)
+    : QDialog(parent), m_link(link), m_edit(new QLineEdit(this)),
       m_close(new QPushButton(QString::fromLatin1(RVX3220Styles::IpClose), this)),
       m_ok(new QPushButton(QString::fromLatin1(RVX3220Styles::IpOk), this))
 {
@@ -27,7 +27,7 @@ IPDialog::IPDialog(QWidget *parent, RVX3220_workdata *model)
     m_edit->setGeometry(95, 20, 205, 28);
     m_edit->setValidator(new QRegularExpressionValidator(
         QRegularExpression(QString::fromLatin1(RVX3220Styles::IpPattern)), m_edit));
-    m_edit->setText(m_model->unitAddress());
+    m_edit->setText(m_link->unitAddress());
 
     m_close->setStyleSheet(QString::fromLatin1(RVX3220Styles::TextButton));
     m_close->setGeometry(95, 64, 95, 30);
@@ -52,5 +52,5 @@ void IPDialog::on_btnip_clicked()
     QByteArray ip4(4, '\0');
     for (int i = 0; i < 4; ++i)
         ip4[i] = char(quint8(parts.at(i).toUInt(nullptr, 10)));
-    m_model->SendCMD_IP(ip4, text);
+    m_link->SendCMD_IP(ip4, text);
 }

@@ -11,7 +11,7 @@ class IPDialog : public QDialog
 {
     Q_OBJECT
 public:
-    IPDialog(QWidget *parent, RVX3220_workdata *model);
+    IPDialog(QWidget *parent, RVX3220_workdata *link);
 
     QLineEdit *addressEdit() const { return m_edit; }
     QPushButton *okButton() const { return m_ok; }
@@ -21,7 +21,7 @@ public slots:
     void on_btnip_clicked();
 
 private:
-    RVX3220_workdata *m_model;
+    RVX3220_workdata *m_link;
     QLineEdit *m_edit;
     QPushButton *m_close;
     QPushButton *m_ok;

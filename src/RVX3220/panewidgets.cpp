@@ -35,24 +35,30 @@ QLabel *caption(const QString &text, QWidget *parent, int row)
     return label;
 }
 
+void place(QWidget *control, QWidget *parent, int row)
+{
+    control->setParent(parent);
+    const char *style = qobject_cast<QSpinBox *>(control) ? RVX3220Styles::SpinBox : RVX3220Styles::ComboBox;
+    control->setStyleSheet(QString::fromLatin1(style));
+    control->setGeometry(controlX(), rowY(row), 108, 28);
+}
+
 QSpinBox *spinBox(QWidget *parent, int row, int min, int max, int step)
 {
-    auto *box = new QSpinBox(parent);
-    box->setStyleSheet(QString::fromLatin1(RVX3220Styles::SpinBox));
+    auto *box = new QSpinBox;
     box->setRange(min, max);
     box->setSingleStep(step);
-    box->setGeometry(controlX(), rowY(row), 108, 28);
+    place(box, parent, row);
     return box;
 }
 
 QComboBox *list(QWidget *parent, int row, const char *const *items, int count)
 {
-    auto *box = new QComboBox(parent);
-    box->setStyleSheet(QString::fromLatin1(RVX3220Styles::ComboBox));
+    auto *box = new QComboBox;
     for (int i = 0; i < count; ++i)
         box->addItem(QString::fromLatin1(items[i]));
     box->setCurrentIndex(-1);
-    box->setGeometry(controlX(), rowY(row), 108, 28);
+    place(box, parent, row);
     return box;
 }
 

@@ -3,11 +3,11 @@
 #include "SwitcherData/rvx3220_workdata.h"
 #include "rvx3220styles.h"
 
-PGM::PGM(QWidget *parent, RVX3220_workdata *model) : BusRow(parent, model, "PGM", RVX3220Styles::PgmLit) {}
+PGM::PGM(QWidget *parent, RVX3220_workdata *link) : BusRow(parent, link, "PGM", RVX3220Styles::PgmLit) {}
 
 void PGM::sendInput(quint8 id)
 {
-    m_model->SendCMDPGM(id);
+    m_link->SendCMDPGM(id);
 }
 
 void PGM::lightInput(quint8 id)

@@ -1,39 +1,24 @@
 #pragma once
 
-#include <QWidget>
+#include "common/pipsettingspane.h"
 
-class QComboBox;
-class QSpinBox;
 class RVX3220_workdata;
 
-// Right-hand column for picture-in-picture: inset position, size and border.
-class PIP : public QWidget
+// Right-hand column for picture-in-picture: inset position, size and border, on the panel
+// kit's pane. The unit reports no state, and a position goes out whether or not a size was
+// chosen.
+class PIP : public PipSettingsPane
 {
     Q_OBJECT
 public:
-    PIP(QWidget *parent, RVX3220_workdata *model);
-
-    QSpinBox *hPosition() const { return m_h; }
-    QSpinBox *vPosition() const { return m_v; }
-    QComboBox *sizeList() const { return m_size; }
-    QComboBox *borderEnable() const { return m_borderEnable; }
-    QSpinBox *borderWidth() const { return m_borderWidth; }
-    QComboBox *borderColour() const { return m_borderColour; }
+    PIP(QWidget *parent, RVX3220_workdata *link);
 
 public slots:
-    void setSpboxHPosition(int v);
-    void setSpboxVPosition(int v);
-    void setCoboxSize(int i);
-    void setCoboxBorder_Enable(int i);
-    void setSpboxBorder_Width(int v);
-    void setCoboxBorder_Color(int i);
-
-private:
-    RVX3220_workdata *m_model;
-    QSpinBox *m_h;
-    QSpinBox *m_v;
-    QComboBox *m_size;
-    QComboBox *m_borderEnable;
-    QSpinBox *m_borderWidth;
-    QComboBox *m_borderColour;
+    // The family's names for the pane's operator slots.
+    void setSpboxHPosition(int v) { on_spboxValueChanged_Hposition(v); }
+    void setSpboxVPosition(int v) { on_spboxValueChanged_Vposition(v); }
+    void setCoboxSize(int i) { on_coboxIndexChanged_Size(i); }
+    void setCoboxBorder_Enable(int i) { on_coboxIndexChanged_BorderEnable(i); }
+    void setSpboxBorder_Width(int v) { on_spboxValueChanged_BorderWidth(v); }
+    void setCoboxBorder_Color(int i) { on_coboxIndexChanged_BorderColor(i); }
 };

@@ -1,6 +1,7 @@
 #include "pop.h"
 
 #include "SwitcherData/rvx3220_workdata.h"
+#include "common/pipsettingspane.h"
 #include "panewidgets.h"
 #include "rvx3220styles.h"
 
@@ -23,7 +24,7 @@ QPushButton *rowButton(QWidget *parent, int row, const char *text)
 
 } // namespace
 
-POP::POP(QWidget *parent, RVX3220_workdata *model) : QWidget(parent), m_model(model)
+POP::POP(QWidget *parent, RVX3220_workdata *link) : QWidget(parent), m_link(link)
 {
     using namespace PaneWidgets;
     QGroupBox *box = frame(RVX3220Styles::PopTitle, this);
@@ -42,25 +43,24 @@ POP::POP(QWidget *parent, RVX3220_workdata *model) : QWidget(parent), m_model(mo
     caption(QStringLiteral("Border Width"), box, 5);
     m_borderWidth = spinBox(box, 5, 2, 7);
     caption(QStringLiteral("Border Color"), box, 6);
-    m_borderColour = list(box, 6, RVX3220Styles::BorderColours, 4);
+    m_borderColor = list(box, 6, PipTexts::BorderColorItems, 4);
 
     connect(m_window, &QPushButton::clicked, this, &POP::setlwindowindex);
     connect(m_h, qOverload<int>(&QSpinBox::valueChanged), this, &POP::setSpboxHPosition);
     connect(m_v, qOverload<int>(&QSpinBox::valueChanged), this, &POP::setSpboxVPosition);
     connect(m_border, &QPushButton::clicked, this, &POP::setbtnBorder_Enable);
     connect(m_borderWidth, qOverload<int>(&QSpinBox::valueChanged), this, &POP::setSpboxBorder_Width);
-    connect(m_borderColour, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            &POP::setCoboxBorder_Color);
+    connect(m_borderColor, qOverload<int>(&QComboBox::currentIndexChanged), this, &POP::setCoboxBorder_Color);
 }
 
 void POP::setlwindowindex()
 {
     if (!m_windowTwo) {
-        m_model->SendCMDPOP_Window(1);
+        m_link->SendCMDPOP_Window(1);
         m_window->setText(QStringLiteral("1"));
         m_windowTwo = true;
     } else {
-        m_model->SendCMDPOP_Window(2);
+        m_link->SendCMDPOP_Window(2);
         m_window->setText(QStringLiteral("2"));
         m_windowTwo = false;
     }
@@ -80,23 +80,23 @@ bool POP::windowChosen()
 void POP::setSpboxHPosition(int v)
 {
     if (windowChosen())
-        m_model->SendCMDPOP_H_Position(quint16(v));
+        m_link->SendCMDPOP_H_Position(quint16(v));
 }
 
 void POP::setSpboxVPosition(int v)
 {
     if (windowChosen())
-        m_model->SendCMDPOP_V_Position(quint16(v));
+        m_link->SendCMDPOP_V_Position(quint16(v));
 }
 
 void POP::setbtnBorder_Enable()
 {
     if (m_borderOn) {
-        m_model->SendCMDPOP_Border_Enable(0);
+        m_link->SendCMDPOP_Border_Enable(0);
         m_border->setText(QString::fromLatin1(RVX3220Styles::BorderOff));
         m_borderOn = false;
     } else {
-        m_model->SendCMDPOP_Border_Enable(1);
+        m_link->SendCMDPOP_Border_Enable(1);
         m_border->setText(QString::fromLatin1(RVX3220Styles::BorderOn));
         m_borderOn = true;
     }
@@ -104,10 +104,10 @@ void POP::setbtnBorder_Enable()
 
 void POP::setSpboxBorder_Width(int v)
 {
-    m_model->SendCMDPOP_Border_Width(quint8(v));
+    m_link->SendCMDPOP_Border_Width(quint8(v));
 }
 
 void POP::setCoboxBorder_Color(int i)
 {
-    m_model->SendCMDPOP_Border_Color(quint8(i));
+    m_link->SendCMDPOP_Border_Color(quint8(i));
 }

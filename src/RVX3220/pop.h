@@ -13,14 +13,14 @@ class POP : public QWidget
 {
     Q_OBJECT
 public:
-    POP(QWidget *parent, RVX3220_workdata *model);
+    POP(QWidget *parent, RVX3220_workdata *link);
 
     QPushButton *windowButton() const { return m_window; }
     QPushButton *borderButton() const { return m_border; }
     QSpinBox *hPosition() const { return m_h; }
     QSpinBox *vPosition() const { return m_v; }
     QSpinBox *borderWidth() const { return m_borderWidth; }
-    QComboBox *borderColour() const { return m_borderColour; }
+    QComboBox *borderColor() const { return m_borderColor; }
 
     bool POP_WindowMode() const { return m_windowTwo; }
 
@@ -36,13 +36,13 @@ private:
     // True when a window has been chosen; otherwise warns and the position is not sent.
     bool windowChosen();
 
-    RVX3220_workdata *m_model;
+    RVX3220_workdata *m_link;
     QPushButton *m_window;
     QSpinBox *m_h;
     QSpinBox *m_v;
     QPushButton *m_border;
     QSpinBox *m_borderWidth;
-    QComboBox *m_borderColour;
+    QComboBox *m_borderColor;
     bool m_windowSelected = false;
     bool m_windowTwo = false;
     bool m_borderOn = false;

@@ -7,7 +7,7 @@ class PVW : public BusRow
 {
     Q_OBJECT
 public:
-    PVW(QWidget *parent, RVX3220_workdata *model);
+    PVW(QWidget *parent, RVX3220_workdata *link);
 
     quint8 BtnPVWstate() const { return litInput(); }
     // Display only, for the panel's bus swap.

@@ -71,9 +71,6 @@ inline constexpr const char *OutputFormats[7] = {"1080p60", "1080p50", "1080I60"
 // PIP and POP panes.
 inline constexpr char PipTitle[] = "PIP";
 inline constexpr char PopTitle[] = "POP";
-inline constexpr const char *PipSizes[3] = {"Small", "Medium", "Large"};
-inline constexpr const char *BorderColours[4] = {"White", "Red", "Blue", "Green"};
-inline constexpr const char *BorderEnable[2] = {"OFF", "ON"};
 inline constexpr char PopSize[] = "Large";
 inline constexpr char Placeholder[] = "---";
 inline constexpr char BorderOn[] = "On";
@@ -120,17 +117,5 @@ inline constexpr char TextButton[] =
 inline constexpr char LineEdit[] =
     "QLineEdit{color: rgb(230, 230, 230);background-color: rgb(80, 80, 80);border:1px solid rgb(40, 40, 40);"
     "border-radius:3px;padding-left:4px;}";
-
-} // namespace RVX3220Styles
-
-#include <QString>
-
-namespace RVX3220Styles {
-
-// A key shows its lamp picture over its whole face.
-inline QString lamp(const char *picture)
-{
-    return QStringLiteral("QPushButton{border-image: url(%1);}").arg(QLatin1String(picture));
-}
 
 } // namespace RVX3220Styles

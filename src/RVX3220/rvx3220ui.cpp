@@ -2,7 +2,9 @@
 
 #include "SwitcherData/rvx3220_workdata.h"
 #include "audio.h"
-#include "common/delay.h"
+#include "common/centre.h"
+#include "common/keyflash.h"
+#include "common/keysheet.h"
 #include "devlog.h"
 #include "ipdialog.h"
 #include "pgm.h"
@@ -12,10 +14,8 @@
 #include "rvx3220styles.h"
 #include "transitions.h"
 
-#include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QSlider>
 #include <QTimer>
 
@@ -40,9 +40,7 @@ RVX3220UI::RVX3220UI(QWidget *parent) : QDialog(parent)
 void RVX3220UI::init()
 {
     setWindowTitle(QString::fromLatin1(RVX3220Styles::WindowTitle));
-    const QRect desktop =
-        QGuiApplication::primaryScreen() ? QGuiApplication::primaryScreen()->geometry() : QRect();
-    setGeometry((desktop.width() - NarrowWidth) / 2, (desktop.height() - Height) / 2, NarrowWidth, Height);
+    centreWindow(this, {NarrowWidth, Height}, CentreOn::PrimaryScreen);
     setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(QString::fromLatin1(RVX3220Styles::Window));
@@ -62,14 +60,14 @@ void RVX3220UI::initUI1()
     m_settings = new QPushButton(this);
     m_return = new QPushButton(this);
     m_version = new QLabel(QString::fromLatin1(RVX3220Styles::VersionText), this);
-    m_model = new RVX3220_workdata(this);
-    m_titleBar = new Devlog(this, m_model);
-    m_audio = new AUDIO(this, m_model);
-    m_transitions = new Transitions(this, m_model);
-    m_pgm = new PGM(this, m_model);
-    m_pvw = new PVW(this, m_model);
-    m_pip = new PIP(this, m_model);
-    m_pop = new POP(this, m_model);
+    m_link = new RVX3220_workdata(this);
+    m_titleBar = new Devlog(this, m_link);
+    m_audio = new AUDIO(this, m_link);
+    m_transitions = new Transitions(this, m_link);
+    m_pgm = new PGM(this, m_link);
+    m_pvw = new PVW(this, m_link);
+    m_pip = new PIP(this, m_link);
+    m_pop = new POP(this, m_link);
     m_cutTimer = new QTimer(this);
 
     btnCutStyle(false);
@@ -124,34 +122,34 @@ void RVX3220UI::initUI2()
 
 void RVX3220UI::DevTypeID(QString ip, quint8 classByte, quint8 numberByte)
 {
-    m_model->DevTypeID(ip, classByte, numberByte);
+    m_link->DevTypeID(ip, classByte, numberByte);
 }
 
 void RVX3220UI::done(int result)
 {
     // The next panel gets port 7000 even if this one is kept.
-    m_model->releasePort();
+    m_link->releasePort();
     QDialog::done(result);
 }
 
 void RVX3220UI::btnCutStyle(bool lit)
 {
-    m_cut->setStyleSheet(RVX3220Styles::lamp(lit ? RVX3220Styles::CutLit : RVX3220Styles::CutUnlit));
+    setKeySheet(m_cut, KeySheet::borderImage(lit ? RVX3220Styles::CutLit : RVX3220Styles::CutUnlit));
 }
 
 void RVX3220UI::btnAutoStyle(bool lit)
 {
-    m_auto->setStyleSheet(RVX3220Styles::lamp(lit ? RVX3220Styles::AutoLit : RVX3220Styles::AutoUnlit));
+    setKeySheet(m_auto, KeySheet::borderImage(lit ? RVX3220Styles::AutoLit : RVX3220Styles::AutoUnlit));
 }
 
 void RVX3220UI::btnPIPStyle(bool lit)
 {
-    m_pipBtn->setStyleSheet(RVX3220Styles::lamp(lit ? RVX3220Styles::PipLit : RVX3220Styles::PipUnlit));
+    setKeySheet(m_pipBtn, KeySheet::borderImage(lit ? RVX3220Styles::PipLit : RVX3220Styles::PipUnlit));
 }
 
 void RVX3220UI::btnPOPStyle(bool lit)
 {
-    m_popBtn->setStyleSheet(RVX3220Styles::lamp(lit ? RVX3220Styles::PopLit : RVX3220Styles::PopUnlit));
+    setKeySheet(m_popBtn, KeySheet::borderImage(lit ? RVX3220Styles::PopLit : RVX3220Styles::PopUnlit));
 }
 
 void RVX3220UI::setPGM_PVWCH()
@@ -165,7 +163,7 @@ void RVX3220UI::setPGM_PVWCH()
 void RVX3220UI::setBtncut()
 {
     btnCutStyle(true);
-    m_model->SendCMDCUT();
+    m_link->SendCMDCUT();
     // With an inset on, a cut changes the inset's source, not the buses.
     if (!m_pipOn)
         setPGM_PVWCH();
@@ -180,12 +178,12 @@ void RVX3220UI::setTimercut()
 
 void RVX3220UI::setBtnAUTO()
 {
-    btnAutoStyle(true);
-    m_model->SendCMDAUTO();
-    Delay_MSec(AutoTransitionMs);
-    if (!m_pipOn)
-        setPGM_PVWCH();
-    btnAutoStyle(false);
+    flashKey(
+        this, AutoTransitionMs, [this](bool lit) { btnAutoStyle(lit); }, [this] { m_link->SendCMDAUTO(); },
+        [this] {
+            if (!m_pipOn)
+                setPGM_PVWCH();
+        });
 }
 
 void RVX3220UI::setBtnPIP()
@@ -196,12 +194,12 @@ void RVX3220UI::setBtnPIP()
         setRightUIshow();
         m_pop->close();
         m_pip->show();
-        m_model->SendCMDPIP(1);
+        m_link->SendCMDPIP(1);
         btnPIPStyle(true);
         m_pipOn = true;
     } else {
         setRightUIclos();
-        m_model->SendCMDPIP(0);
+        m_link->SendCMDPIP(0);
         btnPIPStyle(false);
         m_pipOn = false;
     }
@@ -217,12 +215,12 @@ void RVX3220UI::setBtnPOP()
         setRightUIshow();
         m_pip->close();
         m_pop->show();
-        m_model->SendCMDPOP(1);
+        m_link->SendCMDPOP(1);
         btnPOPStyle(true);
         m_popOn = true;
     } else {
         setRightUIclos();
-        m_model->SendCMDPOP(0);
+        m_link->SendCMDPOP(0);
         btnPOPStyle(false);
         m_popOn = false;
     }
@@ -247,7 +245,7 @@ void RVX3220UI::setRightUIclos()
 
 void RVX3220UI::setBtnip()
 {
-    auto *dialog = new IPDialog(this, m_model);
+    auto *dialog = new IPDialog(this, m_link);
     if (dialog->exec() == 0)
         delete dialog;
 }
@@ -264,14 +262,14 @@ void RVX3220UI::setslider0(int v)
         m_strokeBack = true;
     }
     if (!m_strokeBack && v != TbarMax)
-        m_model->SwndCMDslider(0, quint8(v));
+        m_link->SwndCMDslider(0, quint8(v));
     if (m_strokeBack)
         setslider1(v);
 }
 
 void RVX3220UI::setslider1(int v)
 {
-    m_model->SwndCMDslider(1, quint8(TbarMax - v));
+    m_link->SwndCMDslider(1, quint8(TbarMax - v));
     // The return stroke ends one step short of the bottom (at 1, not 0); the unit counts
     // its travel that way, so the swap and the new forward stroke start there.
     if (TbarMax - v == 125 && !m_reachedMin) {

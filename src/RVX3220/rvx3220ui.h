@@ -26,7 +26,7 @@ public:
 
     void DevTypeID(QString ip, quint8 classByte, quint8 numberByte);
 
-    RVX3220_workdata *model() const { return m_model; }
+    RVX3220_workdata *link() const { return m_link; }
     AUDIO *audio() const { return m_audio; }
     Transitions *transitions() const { return m_transitions; }
     PGM *pgm() const { return m_pgm; }
@@ -88,7 +88,7 @@ private:
     QPushButton *m_auto = nullptr;
     QPushButton *m_settings = nullptr;
     QPushButton *m_return = nullptr;
-    RVX3220_workdata *m_model = nullptr;
+    RVX3220_workdata *m_link = nullptr;
     QTimer *m_cutTimer = nullptr;
     bool m_reachedMax = false;
     bool m_reachedMin = false;

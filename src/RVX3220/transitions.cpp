@@ -1,14 +1,15 @@
 #include "transitions.h"
 
 #include "SwitcherData/rvx3220_workdata.h"
+#include "common/keysheet.h"
 #include "rvx3220styles.h"
 
 #include <QButtonGroup>
 #include <QGroupBox>
 #include <QPushButton>
 
-Transitions::Transitions(QWidget *parent, RVX3220_workdata *model)
-    : QWidget(parent), m_model(model), m_group(new QButtonGroup(this))
+Transitions::Transitions(QWidget *parent, RVX3220_workdata *link)
+    : QWidget(parent), m_link(link), m_group(new QButtonGroup(this))
 {
     auto *frame = new QGroupBox(QStringLiteral("TRANSITION"), this);
     frame->setStyleSheet(QString::fromLatin1(RVX3220Styles::GroupBox));
@@ -19,7 +20,7 @@ Transitions::Transitions(QWidget *parent, RVX3220_workdata *model)
         key->setToolTip(key->objectName());
         key->setGeometry(14 + ((id - 1) % 3) * 78, 40 + ((id - 1) / 3) * 85, 66, 63);
         key->setCursor(Qt::PointingHandCursor);
-        key->setStyleSheet(RVX3220Styles::lamp(RVX3220Styles::EffectUnlit[id - 1]));
+        setKeySheet(key, KeySheet::borderImage(RVX3220Styles::EffectUnlit[id - 1]));
         m_group->addButton(key, id);
     }
     connect(m_group, &QButtonGroup::idClicked, this, [this](int id) { on_btnGrp_clicked(quint8(id)); });
@@ -29,7 +30,7 @@ void Transitions::on_btnGrp_clicked(quint8 id)
 {
     for (int i = 1; i <= 6; ++i) {
         const char *picture = i == id ? RVX3220Styles::EffectLit[i - 1] : RVX3220Styles::EffectUnlit[i - 1];
-        m_group->button(i)->setStyleSheet(RVX3220Styles::lamp(picture));
+        setKeySheet(m_group->button(i), KeySheet::borderImage(picture));
     }
-    m_model->SendCMDTRANSITIONS(id);
+    m_link->SendCMDTRANSITIONS(id);
 }

@@ -11,7 +11,7 @@ class Transitions : public QWidget
 {
     Q_OBJECT
 public:
-    Transitions(QWidget *parent, RVX3220_workdata *model);
+    Transitions(QWidget *parent, RVX3220_workdata *link);
 
     QButtonGroup *buttonGroup() const { return m_group; }
 
@@ -19,6 +19,6 @@ public slots:
     void on_btnGrp_clicked(quint8 id);
 
 private:
-    RVX3220_workdata *m_model;
+    RVX3220_workdata *m_link;
     QButtonGroup *m_group;
 };

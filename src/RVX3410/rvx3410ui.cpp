@@ -2,14 +2,13 @@
 
 #include "RVX3210/plane_top.h"
 #include "RVX3210/statefanout.h"
-#include "RVX3210/tbarsequencer.h"
+#include "common/centre.h"
+#include "common/tbarsequencer.h"
 #include "rvx3410log.h"
 #include "rvx3410styles.h"
 #include "rvx_3410_middle_widget.h"
 #include "rvx_3410_upper_widget.h"
 
-#include <QApplication>
-#include <QDesktopWidget>
 #include <QLabel>
 
 namespace {
@@ -25,10 +24,9 @@ constexpr int RotateByte = 28;
 RVX3410UI::RVX3410UI(QWidget *parent) : Rvx3210PanelFrame(parent)
 {
     // The whole desktop, as the search window measures it, not one screen of it.
-    const QDesktopWidget *desk = QApplication::desktop();
-    m_centreLeft = (desk->width() - PanelWidth) / 2;
-    m_centreTop = (desk->height() - PanelHeight) / 2;
-    setGeometry(m_centreLeft, m_centreTop, PanelWidth, PanelHeight);
+    const QRect centred = centreWindow(this, {PanelWidth, PanelHeight}, CentreOn::WholeDesktop);
+    m_centreLeft = centred.x();
+    m_centreTop = centred.y();
     init3210ui_1();
     m_upper = new RVX_3410_Upper_Widget(centre(), link());
     m_middle = new RVX_3410_Middle_widget(centre(), link());

@@ -1,7 +1,7 @@
 #include "rvx_3410_middle_widget.h"
 
-#include "RVX3210/keysheet.h"
-#include "rvx3210_workdata.h"
+#include "SwitcherData/rvx3210_workdata.h"
+#include "common/keysheet.h"
 #include "rvx3410styles.h"
 
 #include <QComboBox>

@@ -1,4 +1,4 @@
-#include "app/showsearch.h"
+#include "showsearch.h"
 
 #include <QApplication>
 

@@ -1,19 +1,17 @@
 #include "showsearch.h"
 
+#include "SwitcherData/workdata.h"
+#include "common/centre.h"
+#include "common/windowdrag.h"
 #include "devicemodel.h"
 #include "globaldev.h"
 #include "groupbox_right.h"
 #include "searchstyles.h"
-#include "workdata.h"
 
-#include <QApplication>
-#include <QDesktopWidget>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
-#include <QMouseEvent>
 #include <QPainter>
-#include <QScreen>
 #include <QSpacerItem>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -22,6 +20,8 @@
 uint8_t GLOBAL_DEV_CHILD_TYPE = 0;
 
 namespace {
+
+constexpr int TitleBand = 30;
 
 QString recordName(const DevInfo_DATA &rec)
 {
@@ -41,11 +41,12 @@ QString recordText(const DevInfo_DATA &rec, DeviceModel::Filter filter)
 showsearch::showsearch(QWidget *parent) : QWidget(parent)
 {
     setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
-    const QDesktopWidget *desk = QApplication::desktop();
-    setGeometry((desk->width() - 475) / 2, (desk->height() - 395) / 2, 475, 395);
+    centreWindow(this, {475, 395}, CentreOn::WholeDesktop);
     setWindowFlags(Qt::FramelessWindowHint);
     setAttribute(Qt::WA_TranslucentBackground);
     setObjectName(QStringLiteral("widget"));
+    // A press anywhere arms the drag, but only the 30 px title band moves the window.
+    WindowDrag::install(this, WindowDrag::Target::Handle, TitleBand);
     init();
 }
 
@@ -245,27 +246,4 @@ void showsearch::paintEvent(QPaintEvent *)
     painter.setPen(QPen(Qt::transparent));
     painter.setBrush(QColor(56, 56, 56));
     painter.drawRoundedRect(rect(), 8, 8, Qt::AbsoluteSize);
-}
-
-void showsearch::mousePressEvent(QMouseEvent *event)
-{
-    m_dragging = true;
-    m_lastGlobal = event->globalPos();
-    QWidget::mousePressEvent(event);
-}
-
-void showsearch::mouseMoveEvent(QMouseEvent *event)
-{
-    // Only the title band drags the frameless window.
-    if (m_dragging && event->pos().y() < 30) {
-        move(pos() + event->globalPos() - m_lastGlobal);
-        m_lastGlobal = event->globalPos();
-    }
-    QWidget::mouseMoveEvent(event);
-}
-
-void showsearch::mouseReleaseEvent(QMouseEvent *event)
-{
-    m_dragging = false;
-    QWidget::mouseReleaseEvent(event);
 }

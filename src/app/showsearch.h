@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QPoint>
 #include <QString>
 #include <QWidget>
 #include <cstdint>
@@ -42,9 +41,6 @@ public slots:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
     void init();
@@ -56,8 +52,6 @@ private:
     // a burst of replies adds its items once instead of rebuilding the list per reply.
     void appendNewRecords();
 
-    bool m_dragging = false;
-    QPoint m_lastGlobal;
     QWidget *m_titleBar = nullptr;
     QListWidget *m_list = nullptr;
     GroupBox_right *m_groupBox = nullptr;

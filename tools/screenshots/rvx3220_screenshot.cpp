@@ -48,7 +48,7 @@ int main(int argc, char *argv[])
             panel->pip()->hPosition()->setValue(1200);
             panel->pip()->vPosition()->setValue(60);
             panel->pip()->borderEnable()->setCurrentIndex(1);
-            panel->pip()->borderColour()->setCurrentIndex(1);
+            panel->pip()->borderColor()->setCurrentIndex(1);
             QTest::qWait(200);
             ok = panel->grab().save(dir + QStringLiteral("/rvx3220-panel-pip.png")) && ok;
             result = ok ? 0 : 1;

@@ -4,9 +4,9 @@
 #include "RVX3210/below_widget.h"
 #include "RVX3210/rvx3210ui.h"
 #include "RVX3210/upper_widget.h"
+#include "SwitcherData/rvx3210_workdata.h"
 #include "app/showsearch.h"
 #include "labstate.h"
-#include "rvx3210_workdata.h"
 #include "testframes.h"
 
 #include <QAbstractButton>
@@ -110,4 +110,4 @@ void TestRvx3210PanelLab::openCutReturnReopen()
 }
 
 QTEST_MAIN(TestRvx3210PanelLab)
-#include "tst_rvx3210panel_lab.moc"
+#include "tst_rvx3210ui_lab.moc"

@@ -123,4 +123,4 @@ void TestRvx3410Lab::openDriveReturnReopen()
 }
 
 QTEST_MAIN(TestRvx3410Lab)
-#include "tst_rvx3410lab.moc"
+#include "tst_rvx3410ui_lab.moc"

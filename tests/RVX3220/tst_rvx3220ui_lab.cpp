@@ -76,7 +76,7 @@ void TestRvx3220Lab::openDriveCloseReopen()
 
     openPanel(window, [&](RVX3220UI *panel) {
         check(QStringLiteral("port"),
-              panel->model()->isBound() ? QString() : QStringLiteral("7000 not bound"));
+              panel->link()->isBound() ? QString() : QStringLiteral("7000 not bound"));
         panel->pgm()->buttonGroup()->button(3)->click();
         panel->pvw()->buttonGroup()->button(5)->click();
         check(QStringLiteral("buses"), LabState::waitFor(m_ip, {{"pgm", "3"}, {"pvw", "5"}}));
@@ -101,7 +101,7 @@ void TestRvx3220Lab::openDriveCloseReopen()
     // The second panel gets port 7000 back and still reaches the unit.
     openPanel(window, [&](RVX3220UI *panel) {
         check(QStringLiteral("port again"),
-              panel->model()->isBound() ? QString() : QStringLiteral("7000 not bound"));
+              panel->link()->isBound() ? QString() : QStringLiteral("7000 not bound"));
         panel->pgm()->buttonGroup()->button(6)->click();
         check(QStringLiteral("reopened"), LabState::waitFor(m_ip, {{"pgm", "6"}}));
         panel->returnButton()->click();
@@ -110,4 +110,4 @@ void TestRvx3220Lab::openDriveCloseReopen()
 }
 
 QTEST_MAIN(TestRvx3220Lab)
-#include "tst_rvx3220lab.moc"
+#include "tst_rvx3220ui_lab.moc"

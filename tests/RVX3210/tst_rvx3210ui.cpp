@@ -9,11 +9,11 @@
 #include "RVX3210/qslider_left.h"
 #include "RVX3210/qslider_right.h"
 #include "RVX3210/rvx3210ui.h"
-#include "RVX3210/tbarsequencer.h"
 #include "RVX3210/upper_widget.h"
+#include "SwitcherData/rvx3210_workdata.h"
 #include "app/showsearch.h"
+#include "common/tbarsequencer.h"
 #include "modalanswer.h"
-#include "rvx3210_workdata.h"
 #include "testframes.h"
 #include "wirecapture.h"
 
@@ -774,4 +774,4 @@ void TestRvx3210Panel::returnDuringAutoWait()
 }
 
 QTEST_MAIN(TestRvx3210Panel)
-#include "tst_rvx3210panel.moc"
+#include "tst_rvx3210ui.moc"

@@ -294,4 +294,4 @@ void TestRvx3410Panel::returnKeyEmitsExit()
 }
 
 QTEST_MAIN(TestRvx3410Panel)
-#include "tst_rvx3410panel.moc"
+#include "tst_rvx3410ui.moc"

@@ -1,5 +1,5 @@
 // RVX3220 link object: every sender on the wire, and the receive checks.
-#include "rvx3220_workdata.h"
+#include "SwitcherData/rvx3220_workdata.h"
 #include "testframes.h"
 #include "wirecapture.h"
 
@@ -284,4 +284,4 @@ void TestRvx3220Link::receivingChangesNothing()
 }
 
 QTEST_GUILESS_MAIN(TestRvx3220Link)
-#include "tst_rvx3220link.moc"
+#include "tst_rvx3220_workdata.moc"

@@ -40,7 +40,7 @@ struct Rig
     // Everything the panel sent since the last call.
     QList<QByteArray> wire()
     {
-        panel.model()->SendCMDReadstate();
+        panel.link()->SendCMDReadstate();
         return unit.until(Marker);
     }
     // Bus displays as "program/preview".
@@ -346,7 +346,7 @@ void TestRvx3220Panel::ipDialog()
     QFETCH(bool, sent);
     Rig rig;
     WireCapture moved(QStringLiteral("127.0.0.3"));
-    IPDialog dialog(&rig.panel, rig.panel.model());
+    IPDialog dialog(&rig.panel, rig.panel.link());
     QCOMPARE(dialog.addressEdit()->text(), QStringLiteral("127.0.0.2"));
     dialog.addressEdit()->setText(text);
     ModalWatch watch;
@@ -355,10 +355,10 @@ void TestRvx3220Panel::ipDialog()
     if (sent) {
         QCOMPARE(rig.unit.take(1),
                  QList<QByteArray>{hex("a56c2000a5ff00000000000000000000057f00000300000000000000005c03ae")});
-        QCOMPARE(rig.panel.model()->unitAddress(), QStringLiteral("127.0.0.3"));
+        QCOMPARE(rig.panel.link()->unitAddress(), QStringLiteral("127.0.0.3"));
     } else {
         QCOMPARE(rig.wire(), QList<QByteArray>{});
-        QCOMPARE(rig.panel.model()->unitAddress(), QStringLiteral("127.0.0.2"));
+        QCOMPARE(rig.panel.link()->unitAddress(), QStringLiteral("127.0.0.2"));
     }
 }
 
@@ -388,4 +388,4 @@ void TestRvx3220Panel::titleCloseQuitsEverything()
 }
 
 QTEST_MAIN(TestRvx3220Panel)
-#include "tst_rvx3220panel.moc"
+#include "tst_rvx3220ui.moc"

@@ -1,10 +1,10 @@
 // The search window offscreen: what the operator reads in the list under each filter, and
 // how the list follows replies. Replies are fed to the window's own link object.
+#include "SwitcherData/workdata.h"
 #include "app/devicemodel.h"
 #include "app/groupbox_right.h"
 #include "app/showsearch.h"
 #include "testframes.h"
-#include "workdata.h"
 
 #include <QListWidget>
 #include <QPushButton>
@@ -151,4 +151,4 @@ void tst_SearchWindow::doubleClickSetsChildType()
 }
 
 QTEST_MAIN(tst_SearchWindow)
-#include "tst_searchwindow.moc"
+#include "tst_showsearch.moc"
