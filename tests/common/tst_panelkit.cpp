@@ -1,0 +1,487 @@
+// The panel kit driven through its hooks alone: no link, no socket. Mouse events are sent
+// with explicit global points, so the drags do not depend on where the offscreen windows sit.
+#include "common/centre.h"
+#include "common/keyflash.h"
+#include "common/pipsettingspane.h"
+#include "common/tbarsequencer.h"
+#include "common/unitstateguard.h"
+#include "common/windowdrag.h"
+#include "modalanswer.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QSlider>
+#include <QSpinBox>
+#include <QTimer>
+#include <QtTest>
+#include <ctime>
+#include <memory>
+
+namespace {
+
+void mouse(QWidget *to, QEvent::Type type, QPoint local, QPoint global)
+{
+    const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, local, global, Qt::LeftButton, held, Qt::NoModifier);
+    QApplication::sendEvent(to, &event);
+}
+
+// Counts the presses its own handler sees.
+class PressCounter : public QWidget
+{
+public:
+    using QWidget::QWidget;
+    int presses = 0;
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override
+    {
+        ++presses;
+        QWidget::mousePressEvent(event);
+    }
+};
+
+// A link stand-in with the six PIP senders under their usual names.
+struct FakeLink
+{
+    QStringList sent;
+    void SendCMDPIP_Border_Size(uint8_t v) { sent << QStringLiteral("size %1").arg(v); }
+    void SendCMDPIP_H_Position(uint16_t v) { sent << QStringLiteral("h %1").arg(v); }
+    void SendCMDPIP_V_Position(uint16_t v) { sent << QStringLiteral("v %1").arg(v); }
+    void SendCMDPIP_Border_Enable(uint8_t v) { sent << QStringLiteral("enable %1").arg(v); }
+    void SendCMDPIP_Border_Color(uint8_t v) { sent << QStringLiteral("color %1").arg(v); }
+    void SendCMDPIP_Border_Width(uint8_t v) { sent << QStringLiteral("width %1").arg(v); }
+};
+
+// A T-bar with its sequencer; what the sequencer does is written down as text.
+struct TbarRig
+{
+    explicit TbarRig(int max = 127)
+    {
+        slider.setRange(0, max);
+        TbarSequencer::Hooks hooks;
+        hooks.send = [this](uint8_t d, uint8_t v) { log << QStringLiteral("%1,%2").arg(d).arg(v); };
+        hooks.swapBuses = [this] { log << QStringLiteral("swap"); };
+        hooks.autoLamp = [this](bool lit) { lamps << lit; };
+        seq = new TbarSequencer(&owner, &slider, std::move(hooks));
+        QObject::connect(&slider, &QSlider::valueChanged, &owner,
+                         [this](int v) { seq->setslider0(v, falg); });
+    }
+    void sweep(int from, int to)
+    {
+        for (int v = from; from <= to ? v <= to : v >= to; v += from <= to ? 1 : -1)
+            slider.setValue(v);
+    }
+
+    QObject owner;
+    QSlider slider;
+    TbarSequencer *seq = nullptr;
+    bool falg = true;
+    QStringList log;
+    QList<bool> lamps;
+};
+
+QStringList frames(int direction, int from, int to)
+{
+    QStringList out;
+    for (int v = from; v <= to; ++v)
+        out << QStringLiteral("%1,%2").arg(direction).arg(v);
+    return out;
+}
+
+} // namespace
+
+class TestPanelKit : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void dragMovesTarget_data();
+    void dragMovesTarget();
+    void dragLeavesHandleHandlersRunning();
+    void centredTopLeft_data();
+    void centredTopLeft();
+    void centreWindowAppliesGeometry();
+    void tbarStrokes();
+    void tbarSecondTopArrivalSwapsNothing();
+    void tbarAutoRunsInSteps();
+    void tbarAutoSurvivesItsOwner();
+    void flashKeyOrder();
+    void flashKeyOwnerFreedDuringWait();
+    void pipOperatorChanges_data();
+    void pipOperatorChanges();
+    void pipPositionWaitsForSize();
+    void pipStateEcho_data();
+    void pipStateEcho();
+    void pipStateOutOfRangeIgnored();
+};
+
+// The window (400 x 300) at (100, 100) holds a strip (0,0 400x30) that holds a child
+// (0,20 50x10). `handle` names the widget the drag is installed on, `at` the one the events
+// go to; the press is at `press` there and global (500, 500), each move at a local and a
+// global point.
+void TestPanelKit::dragMovesTarget_data()
+{
+    QTest::addColumn<QString>("handle");
+    QTest::addColumn<int>("target");
+    QTest::addColumn<int>("band");
+    QTest::addColumn<QString>("at");
+    QTest::addColumn<QPoint>("press");
+    QTest::addColumn<QList<QPoint>>("locals");
+    QTest::addColumn<QList<QPoint>>("globals");
+    QTest::addColumn<QPoint>("windowShift");
+    QTest::addColumn<QPoint>("stripShift");
+
+    const int parent = int(WindowDrag::Target::Parent);
+    const int window = int(WindowDrag::Target::Window);
+    const int handle = int(WindowDrag::Target::Handle);
+    const QPoint p(10, 10);
+    // Each move goes from the point of the one before, not from the press.
+    QTest::newRow("parent follows each step")
+        << "strip" << parent << 0 << "strip" << p << QList<QPoint>{p, p}
+        << QList<QPoint>{{510, 520}, {505, 525}} << QPoint(5, 25) << QPoint();
+    QTest::newRow("window of a grandchild") << "child" << window << 0 << "child" << p << QList<QPoint>{p}
+                                            << QList<QPoint>{{530, 490}} << QPoint(30, -10) << QPoint();
+    QTest::newRow("parent of a grandchild is the strip")
+        << "child" << parent << 0 << "child" << p << QList<QPoint>{p} << QList<QPoint>{{530, 490}} << QPoint()
+        << QPoint(30, -10);
+    // Events the child leaves unhandled reach the strip.
+    QTest::newRow("through an unhandled child")
+        << "strip" << parent << 0 << "child" << QPoint(5, 5) << QList<QPoint>{{5, 5}}
+        << QList<QPoint>{{520, 500}} << QPoint(20, 0) << QPoint();
+    // The search window: only the title band moves, and a move below it does not take the
+    // point either, so the next one inside covers the whole way.
+    QTest::newRow("band: below, then inside")
+        << "window" << handle << 30 << "window" << p << QList<QPoint>{{10, 40}, {10, 10}}
+        << QList<QPoint>{{540, 560}, {550, 505}} << QPoint(50, 5) << QPoint();
+    // The band is measured in the handle: the child's y 5 is 25 there, its y 15 is 35.
+    QTest::newRow("band in the handle's terms")
+        << "window" << handle << 30 << "child" << QPoint(5, 5) << QList<QPoint>{{5, 15}, {5, 5}}
+        << QList<QPoint>{{520, 520}, {510, 500}} << QPoint(10, 0) << QPoint();
+}
+
+void TestPanelKit::dragMovesTarget()
+{
+    QFETCH(QString, handle);
+    QFETCH(int, target);
+    QFETCH(int, band);
+    QFETCH(QString, at);
+    QFETCH(QPoint, press);
+    QFETCH(QList<QPoint>, locals);
+    QFETCH(QList<QPoint>, globals);
+    QFETCH(QPoint, windowShift);
+    QFETCH(QPoint, stripShift);
+
+    QWidget window;
+    window.setGeometry(100, 100, 400, 300);
+    auto *strip = new QWidget(&window);
+    strip->setGeometry(0, 0, 400, 30);
+    auto *child = new QWidget(strip);
+    child->setGeometry(0, 20, 50, 10);
+    const QMap<QString, QWidget *> named{{"window", &window}, {"strip", strip}, {"child", child}};
+    WindowDrag *drag = WindowDrag::install(named.value(handle), WindowDrag::Target(target), band);
+    QWidget *to = named.value(at);
+
+    const QPoint windowAt = window.pos();
+    const QPoint stripAt = strip->pos();
+    mouse(to, QEvent::MouseButtonPress, press, {500, 500});
+    QVERIFY(drag->dragging());
+    for (int i = 0; i < globals.size(); ++i)
+        mouse(to, QEvent::MouseMove, locals.at(i), globals.at(i));
+    QCOMPARE(window.pos() - windowAt, windowShift);
+    QCOMPARE(strip->pos() - stripAt, stripShift);
+
+    // After the release nothing moves any more.
+    mouse(to, QEvent::MouseButtonRelease, press, globals.last());
+    QVERIFY(!drag->dragging());
+    mouse(to, QEvent::MouseMove, press, globals.last() + QPoint(40, 40));
+    QCOMPARE(window.pos() - windowAt, windowShift);
+    QCOMPARE(strip->pos() - stripAt, stripShift);
+}
+
+void TestPanelKit::dragLeavesHandleHandlersRunning()
+{
+    PressCounter strip;
+    WindowDrag::install(&strip, WindowDrag::Target::Parent);
+    // No parent: a drag moves nothing and nothing breaks.
+    const QPoint at = strip.pos();
+    mouse(&strip, QEvent::MouseButtonPress, {5, 5}, {100, 100});
+    mouse(&strip, QEvent::MouseMove, {5, 5}, {160, 130});
+    QCOMPARE(strip.pos(), at);
+    QCOMPARE(strip.presses, 1);
+}
+
+void TestPanelKit::centredTopLeft_data()
+{
+    QTest::addColumn<QSize>("window");
+    QTest::addColumn<QSize>("reference");
+    QTest::addColumn<QPoint>("topLeft");
+    QTest::newRow("search window on 1920x1080") << QSize(475, 395) << QSize(1920, 1080) << QPoint(722, 342);
+    QTest::newRow("odd differences round down") << QSize(1000, 600) << QSize(1367, 769) << QPoint(183, 84);
+    // Larger than the reference: toward zero, not toward minus infinity.
+    QTest::newRow("panel larger than the screen")
+        << QSize(1401, 801) << QSize(800, 600) << QPoint(-300, -100);
+    QTest::newRow("no screen") << QSize(1000, 600) << QSize(0, 0) << QPoint(-500, -300);
+}
+
+void TestPanelKit::centredTopLeft()
+{
+    QFETCH(QSize, window);
+    QFETCH(QSize, reference);
+    QFETCH(QPoint, topLeft);
+    QCOMPARE(::centredTopLeft(window, reference), topLeft);
+}
+
+void TestPanelKit::centreWindowAppliesGeometry()
+{
+    for (CentreOn on : {CentreOn::AvailableGeometry, CentreOn::WholeDesktop, CentreOn::PrimaryScreen}) {
+        QWidget w;
+        const QSize reference = centreReference(on, &w);
+        QVERIFY(reference.width() > 0 && reference.height() > 0);
+        const QRect placed = centreWindow(&w, {333, 222}, on);
+        QCOMPARE(placed, QRect(::centredTopLeft({333, 222}, reference), QSize(333, 222)));
+        QCOMPARE(w.geometry(), placed);
+    }
+}
+
+void TestPanelKit::tbarStrokes()
+{
+    TbarRig rig;
+    rig.sweep(1, 127);
+    // One frame per step, the end mark at the top with the swap before it, then the first
+    // step of the way back.
+    QCOMPARE(rig.log, frames(1, 1, 126) + QStringList({"swap", "1,128", "0,0"}));
+    QVERIFY(rig.seq->slider_returning);
+    // AUTO lit on leaving the bottom, dark on reaching the top.
+    QCOMPARE(rig.lamps, (QList<bool>{true, false}));
+
+    rig.log.clear();
+    rig.lamps.clear();
+    rig.sweep(126, 0);
+    QCOMPARE(rig.log, frames(0, 1, 126) + QStringList({"swap", "0,128", "1,0"}));
+    QVERIFY(!rig.seq->slider_returning);
+    QCOMPARE(rig.lamps, (QList<bool>{true, false}));
+}
+
+void TestPanelKit::tbarSecondTopArrivalSwapsNothing()
+{
+    TbarRig rig;
+    rig.sweep(1, 127);
+    rig.log.clear();
+    // Half way back and up again: the transition was already counted at the top.
+    rig.sweep(126, 120);
+    rig.sweep(121, 127);
+    QCOMPARE(rig.log.count(QStringLiteral("swap")), 0);
+    QCOMPARE(rig.log.mid(rig.log.size() - 2), (QStringList{"1,128", "0,0"}));
+}
+
+void TestPanelKit::tbarAutoRunsInSteps()
+{
+    TbarRig rig;
+    QElapsedTimer t;
+    t.start();
+    rig.seq->btnAuto_and_slider();
+    // Up to 126 only, so the top end (and its swap) is left to the unit.
+    QCOMPARE(rig.slider.value(), 126);
+    QCOMPARE(rig.log, frames(1, 1, 126));
+    QVERIFY2(t.elapsed() >= 125 * 20, qPrintable(QString::number(t.elapsed())));
+
+    // From the top: down to 1, then 0 ends the return stroke.
+    rig.slider.setValue(127);
+    rig.log.clear();
+    rig.seq->btnAuto_and_slider();
+    QCOMPARE(rig.slider.value(), 0);
+    QCOMPARE(rig.log.mid(rig.log.size() - 3), (QStringList{"swap", "0,128", "1,0"}));
+    QCOMPARE(rig.log.size(), 126 + 3);
+}
+
+void TestPanelKit::tbarAutoSurvivesItsOwner()
+{
+    auto rig = std::make_unique<TbarRig>();
+    QPointer<TbarSequencer> seq = rig->seq;
+    // The owner goes in the middle of the run, as a panel closed during AUTO does.
+    QTimer::singleShot(100, this, [&] { delete seq.data(); });
+    seq->btnAuto_and_slider();
+    QVERIFY(seq.isNull());
+    const int reached = rig->slider.value();
+    QVERIFY2(reached > 0 && reached < 126, qPrintable(QString::number(reached)));
+}
+
+void TestPanelKit::flashKeyOrder()
+{
+    QObject owner;
+    QStringList steps;
+    auto lamp = [&](bool lit) { steps << (lit ? "lit" : "unlit"); };
+    QStringList seenDuringWait;
+    QTimer::singleShot(60, this, [&] { seenDuringWait = steps; });
+
+    QElapsedTimer t;
+    t.start();
+    const std::clock_t cpu = std::clock();
+    QVERIFY(flashKey(
+        &owner, 200, lamp, [&] { steps << "send"; }, [&] { steps << "swap"; }));
+    const double cpuMs = 1000.0 * double(std::clock() - cpu) / CLOCKS_PER_SEC;
+    QVERIFY(t.elapsed() >= 195);
+    // The wait sleeps in the event loop: the timer ran in it, and the core was not spun.
+    QVERIFY2(cpuMs < 0.5 * t.elapsed(), qPrintable(QString::number(cpuMs)));
+    QCOMPARE(seenDuringWait, (QStringList{"lit", "send"}));
+    QCOMPARE(steps, (QStringList{"lit", "send", "swap", "unlit"}));
+
+    steps.clear();
+    QVERIFY(lightWaitActUnlight(&owner, 20, lamp, [&] { steps << "act"; }));
+    QCOMPARE(steps, (QStringList{"lit", "act", "unlit"}));
+}
+
+void TestPanelKit::flashKeyOwnerFreedDuringWait()
+{
+    auto *owner = new QObject;
+    QStringList steps;
+    QTimer::singleShot(30, this, [&] { delete owner; });
+    QVERIFY(!lightWaitActUnlight(
+        owner, 300, [&](bool lit) { steps << (lit ? "lit" : "unlit"); }, [&] { steps << "act"; }));
+    QCOMPARE(steps, QStringList{"lit"});
+}
+
+// Every operator change reaches the sender of its own command with its value.
+void TestPanelKit::pipOperatorChanges_data()
+{
+    QTest::addColumn<QString>("control");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<QStringList>("sent");
+    // From Small at 1440/810: the positions clamp and go first, then the size.
+    QTest::newRow("size Medium") << "size" << 1 << QStringList{"h 1280", "v 720", "size 1"};
+    QTest::newRow("size Large") << "size" << 2 << QStringList{"h 960", "v 540", "size 2"};
+    QTest::newRow("H") << "h" << 1200 << QStringList{"h 1200"};
+    QTest::newRow("V") << "v" << 700 << QStringList{"v 700"};
+    QTest::newRow("border on") << "enable" << 1 << QStringList{"enable 1"};
+    QTest::newRow("colour Blue") << "color" << 2 << QStringList{"color 2"};
+    QTest::newRow("width") << "width" << 6 << QStringList{"width 6"};
+}
+
+void TestPanelKit::pipOperatorChanges()
+{
+    QFETCH(QString, control);
+    QFETCH(int, value);
+    QFETCH(QStringList, sent);
+    FakeLink link;
+    PipSettingsPane pane(nullptr, PipCommands::of(&link), PipSettingsPane::Echo::Send,
+                         PipSettingsPane::Position::Free);
+    pane.sizeList()->setCurrentIndex(0);
+    pane.hPosition()->setValue(1440);
+    pane.vPosition()->setValue(810);
+    link.sent.clear();
+
+    if (control == "size")
+        pane.sizeList()->setCurrentIndex(value);
+    else if (control == "h")
+        pane.hPosition()->setValue(value);
+    else if (control == "v")
+        pane.vPosition()->setValue(value);
+    else if (control == "enable")
+        pane.borderEnable()->setCurrentIndex(value);
+    else if (control == "color")
+        pane.borderColor()->setCurrentIndex(value);
+    else
+        pane.borderWidth()->setValue(value);
+    QCOMPARE(link.sent, sent);
+}
+
+void TestPanelKit::pipPositionWaitsForSize()
+{
+    FakeLink link;
+    PipSettingsPane pane(nullptr, PipCommands::of(&link), PipSettingsPane::Echo::Send,
+                         PipSettingsPane::Position::NeedsSize);
+    {
+        ModalWatch watch;
+        pane.hPosition()->setValue(100);
+        pane.vPosition()->setValue(100);
+        QCOMPARE(watch.boxes, (QStringList{"Warning|please choose Size", "Warning|please choose Size"}));
+        // A unit's record shown meanwhile raises no box.
+        const UnitStateGuard showingUnitState;
+        pane.set_Hposition_Style(0, 50);
+        QCOMPARE(watch.boxes.size(), 2);
+    }
+    QCOMPARE(link.sent, QStringList{});
+
+    pane.sizeList()->setCurrentIndex(1);
+    pane.hPosition()->setValue(120);
+    QCOMPARE(link.sent, (QStringList{"size 1", "h 120"}));
+
+    FakeLink free;
+    PipSettingsPane anyTime(nullptr, PipCommands::of(&free), PipSettingsPane::Echo::Send,
+                            PipSettingsPane::Position::Free);
+    anyTime.vPosition()->setValue(30);
+    QCOMPARE(free.sent, QStringList{"v 30"});
+}
+
+void TestPanelKit::pipStateEcho_data()
+{
+    QTest::addColumn<int>("echo");
+    QTest::addColumn<QStringList>("sent");
+    // Small at 1440/810 first, then a record: Large, border on, Red, width 5, H 0x0140 and
+    // V 0x02ff, which the Large range already holds at 540.
+    QTest::newRow("RVX3210 family sends back")
+        << int(PipSettingsPane::Echo::Send)
+        << QStringList{"h 960", "v 540", "size 2", "enable 1", "color 1", "width 5", "h 320"};
+    QTest::newRow("8000 series only shows") << int(PipSettingsPane::Echo::Quiet) << QStringList{};
+}
+
+void TestPanelKit::pipStateEcho()
+{
+    QFETCH(int, echo);
+    QFETCH(QStringList, sent);
+    FakeLink link;
+    PipSettingsPane pane(nullptr, PipCommands::of(&link), PipSettingsPane::Echo(echo),
+                         PipSettingsPane::Position::NeedsSize);
+    pane.sizeList()->setCurrentIndex(0);
+    pane.hPosition()->setValue(1440);
+    pane.vPosition()->setValue(810);
+    link.sent.clear();
+
+    const UnitStateGuard showingUnitState;
+    pane.set_Size_Style(2);
+    pane.set_BorderEnable_Style(1);
+    pane.set_BorderColor_Style(1);
+    pane.set_BorderWidth_Style(5);
+    pane.set_Hposition_Style(0x01, 0x40);
+    pane.set_Vposition_Style(0x02, 0xff);
+    QCOMPARE(link.sent, sent);
+    // Shown either way, the size bounding the positions.
+    QCOMPARE(pane.sizeList()->currentIndex(), 2);
+    QCOMPARE(pane.hPosition()->maximum(), 960);
+    QCOMPARE(pane.vPosition()->maximum(), 540);
+    QCOMPARE(pane.hPosition()->value(), 320);
+    QCOMPARE(pane.vPosition()->value(), 540);
+    QCOMPARE(pane.borderEnable()->currentIndex(), 1);
+    QCOMPARE(pane.borderColor()->currentIndex(), 1);
+    QCOMPARE(pane.borderWidth()->value(), 5);
+}
+
+void TestPanelKit::pipStateOutOfRangeIgnored()
+{
+    FakeLink link;
+    PipSettingsPane pane(nullptr, PipCommands::of(&link), PipSettingsPane::Echo::Send,
+                         PipSettingsPane::Position::NeedsSize);
+    pane.sizeList()->setCurrentIndex(1);
+    pane.borderEnable()->setCurrentIndex(0);
+    pane.borderColor()->setCurrentIndex(3);
+    pane.borderWidth()->setValue(4);
+    link.sent.clear();
+
+    pane.set_Size_Style(3);
+    pane.set_BorderEnable_Style(2);
+    pane.set_BorderColor_Style(4);
+    pane.set_BorderWidth_Style(1);
+    pane.set_BorderWidth_Style(8);
+    QCOMPARE(pane.sizeList()->currentIndex(), 1);
+    QCOMPARE(pane.borderEnable()->currentIndex(), 0);
+    QCOMPARE(pane.borderColor()->currentIndex(), 3);
+    QCOMPARE(pane.borderWidth()->value(), 4);
+    QCOMPARE(link.sent, QStringList{});
+}
+
+QTEST_MAIN(TestPanelKit)
+#include "tst_panelkit.moc"
