@@ -188,43 +188,35 @@ void RVX3220UI::setBtnAUTO()
 
 void RVX3220UI::setBtnPIP()
 {
-    btnPIPStyle(false);
-    btnPOPStyle(false);
-    if (!m_pipOn) {
-        setRightUIshow();
-        m_pop->close();
-        m_pip->show();
-        m_link->SendCMDPIP(1);
-        btnPIPStyle(true);
-        m_pipOn = true;
-    } else {
-        setRightUIclos();
-        m_link->SendCMDPIP(0);
-        btnPIPStyle(false);
-        m_pipOn = false;
-    }
-    // The unit shows one inset kind at a time: turning PIP on replaces POP there too.
-    m_popOn = false;
+    switchInset(m_pipOn, m_popOn, m_pip, m_pop, &RVX3220_workdata::SendCMDPIP, &RVX3220UI::btnPIPStyle);
 }
 
 void RVX3220UI::setBtnPOP()
 {
+    switchInset(m_popOn, m_pipOn, m_pop, m_pip, &RVX3220_workdata::SendCMDPOP, &RVX3220UI::btnPOPStyle);
+}
+
+void RVX3220UI::switchInset(bool &on, bool &otherOn, QWidget *pane, QWidget *otherPane,
+                            void (RVX3220_workdata::*send)(quint8), void (RVX3220UI::*lamp)(bool))
+{
     btnPIPStyle(false);
     btnPOPStyle(false);
-    if (!m_popOn) {
+    if (!on) {
         setRightUIshow();
-        m_pip->close();
-        m_pop->show();
-        m_link->SendCMDPOP(1);
-        btnPOPStyle(true);
-        m_popOn = true;
+        otherPane->close();
+        pane->show();
+        (m_link->*send)(1);
+        (this->*lamp)(true);
+        on = true;
     } else {
         setRightUIclos();
-        m_link->SendCMDPOP(0);
-        btnPOPStyle(false);
-        m_popOn = false;
+        (m_link->*send)(0);
+        (this->*lamp)(false);
+        on = false;
     }
-    m_pipOn = false;
+    // The unit shows one inset kind at a time: switching one on replaces the other there too,
+    // without a command to switch that one off.
+    otherOn = false;
 }
 
 void RVX3220UI::setRightUIshow()

@@ -68,6 +68,10 @@ private:
     void init();
     void initUI1();
     void initUI2();
+    // PIP and POP share the right-hand column: `on` is the pressed key's flag, `otherOn` the
+    // other kind's.
+    void switchInset(bool &on, bool &otherOn, QWidget *pane, QWidget *otherPane,
+                     void (RVX3220_workdata::*send)(quint8), void (RVX3220UI::*lamp)(bool));
     void setRightUIshow();
     void setRightUIclos();
 
