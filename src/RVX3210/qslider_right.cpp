@@ -37,21 +37,6 @@ QSlider_Right::QSlider_Right(QWidget *parent, RVX3210_workdata *link) : QWidget(
     connect(m_slider, &QSlider::valueChanged, this, &QSlider_Right::on_slider_auto);
 }
 
-int QSlider_Right::value() const
-{
-    return m_slider->value();
-}
-
-int QSlider_Right::maximum() const
-{
-    return m_slider->maximum();
-}
-
-int QSlider_Right::minimum() const
-{
-    return m_slider->minimum();
-}
-
 void QSlider_Right::setValue(int v)
 {
     m_slider->setValue(v);

@@ -6,7 +6,8 @@ class QSlider;
 class RVX3210_workdata;
 
 // The T-bar of the RVX3210-family panels: one vertical fader from "A-BUS" to "B-BUS",
-// 0-127. It only reports its position; TbarSequencer turns that into slider commands.
+// 0-127. It only reports its position; the panel kit's TbarSequencer turns that into slider
+// commands.
 class QSlider_Right : public QWidget
 {
     Q_OBJECT
@@ -14,9 +15,6 @@ public:
     QSlider_Right(QWidget *parent, RVX3210_workdata *link);
 
     QSlider *slider() const { return m_slider; }
-    int value() const;
-    int maximum() const;
-    int minimum() const;
     void setValue(int v);
 
 signals:
