@@ -60,7 +60,9 @@ QList<Reply> Rvx3220Behaviour::handle(Board board, uint8_t command, const QByteA
     m_decoded = command == CmdReadState ? QStringLiteral("read state") : apply(command, data);
     if (m_decoded.isEmpty()) {
         m_decoded = QStringLiteral("unknown ") + hexByte(command);
-        m_unknown << hexByte(command);
+        // Each code once: a stream of unknown frames must not grow the unit or its state file.
+        if (!m_unknown.contains(hexByte(command)))
+            m_unknown << hexByte(command);
     }
     // Beside the frame log (which has the bytes), what the unit made of them.
     qInfo().noquote() << "decoded unit=" + unit().mainIp.toString() << m_decoded;
