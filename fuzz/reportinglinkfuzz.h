@@ -20,6 +20,7 @@ template <class Family> class Link : public Family
 {
 public:
     using Family::datagramArrived;
+    using Family::passEnded;
     void reset() { this->m_recvBuf.clear(); }
 };
 
@@ -62,6 +63,8 @@ template <class Family> void run(const uint8_t *data, size_t size)
         if (before >= ReportingLink::StallSize ? held != before : held > before + datagram.size())
             std::abort();
     }
+    // The socket's loop ends its pass here: the newest state read is shown now.
+    l.passEnded();
 }
 
 } // namespace ReportingLinkFuzz

@@ -355,7 +355,31 @@ uint16_t ReportingLink::CreateMcuUdpDataBuf_url(uint8_t *buf, uint8_t devClass, 
 
 void ReportingLink::datagramArrived(const QByteArray &datagram, int length)
 {
+    m_inPass = true;
     Receive3210Data(datagram, length);
+}
+
+void ReportingLink::passEnded()
+{
+    m_inPass = false;
+    if (!m_stateHeld)
+        return;
+    m_stateHeld = false;
+    showState(m_heldHas5370 ? &m_held5370 : nullptr, m_heldRecord);
+}
+
+void ReportingLink::showState(const QByteArray *piece5370, const QByteArray &record)
+{
+    if (m_inPass) {
+        m_stateHeld = true;
+        m_heldHas5370 = piece5370 != nullptr;
+        m_held5370 = piece5370 ? *piece5370 : QByteArray();
+        m_heldRecord = record;
+        return;
+    }
+    if (piece5370)
+        emit on_signals_5370Data(*piece5370);
+    emit on_signals_3210Data(record);
 }
 
 void ReportingLink::frameSent(const QByteArray &frame)
@@ -399,10 +423,9 @@ void ReportingLink::AnalysisData(const QByteArray &frame)
             // Long form: the record sits in piece 17. Exactly 17 pieces means it is absent.
             if (pieces.size() < 17 || (pieces.size() == 17 && m_family.dropPiecelessLongReply))
                 return;
-            emit on_signals_5370Data(pieces.at(1));
-            emit on_signals_3210Data(pieces.value(17));
+            showState(&pieces.at(1), pieces.value(17));
         } else {
-            emit on_signals_3210Data(pieces.at(2));
+            showState(nullptr, pieces.at(2));
         }
     }
 

@@ -128,6 +128,7 @@ signals:
 
 protected:
     void datagramArrived(const QByteArray &datagram, int length) override;
+    void passEnded() override;
     void frameSent(const QByteArray &frame) override;
     void sendHis(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data = {});
 
@@ -141,4 +142,16 @@ protected:
     SET_DEV_IP m_devIpRec{};
     SET_DEV_IP m_hisIpRec{};
     QByteArray m_recvBuf;
+
+private:
+    // Shows a state reply's payloads (the 8000 series' piece, when the reply has one, then the
+    // record). Each reply carries the whole state, so of the replies read in one pass from
+    // the socket only the newest is shown, at the end of the pass: a unit (or a stranger)
+    // sending state faster than the panel can restyle itself cannot hold the GUI thread.
+    void showState(const QByteArray *piece5370, const QByteArray &record);
+    bool m_inPass = false;
+    bool m_stateHeld = false;
+    bool m_heldHas5370 = false;
+    QByteArray m_held5370;
+    QByteArray m_heldRecord;
 };

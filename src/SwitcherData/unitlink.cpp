@@ -50,6 +50,7 @@ void UnitLink::ReceiveData()
             continue;
         datagramArrived(datagram, int(got));
     }
+    passEnded();
     // Whatever is left of a flood waits for the next pass, after paints and clicks have had
     // theirs: the socket is still readable, so its notifier fires again. No extra call is
     // queued, since a readyRead that finds nothing to read would leave the socket deaf.

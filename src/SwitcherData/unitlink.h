@@ -19,9 +19,10 @@ class UnitLink : public SWITCHER_DATA
     Q_OBJECT
 public:
     using LogCategory = const QLoggingCategory &(*)();
-    // Datagrams read per pass of the event loop. A panel restyles itself for each state
-    // reply (about a millisecond), so a pass stays well under what an operator would notice
-    // even when a unit or a stranger floods the port; the rest wait for the next pass.
+    // Datagrams read per pass of the event loop; the rest wait for the next pass. Reading is
+    // cheap, and a panel restyles itself (a millisecond or more) only once per pass, for the
+    // newest state read, so a pass stays well under what an operator would notice even when
+    // a unit or a stranger floods the port.
     static constexpr int LinkDrainBatch = 32;
 
     // Binds port 7000 at once, before any unit address is known, on every IPv4 address.
@@ -43,6 +44,8 @@ public slots:
 protected:
     void initUdp();
     virtual void datagramArrived(const QByteArray &datagram, int length) = 0;
+    // Called after each batch read from the socket, once its datagrams have all arrived.
+    virtual void passEnded() {}
     // Called with every frame that went out (or would have, had the link been released).
     virtual void frameSent(const QByteArray &frame) { Q_UNUSED(frame) }
 

@@ -117,21 +117,31 @@ void TestUnitLink::floodIsDrainedInPasses()
 {
     RVX5ALL_workdata link;
     int ticks = 0;
-    QList<int> ticksAtReply;
+    QList<int> ticksAtState;
+    QByteArrayList shown;
     QTimer everyPass;
     connect(&everyPass, &QTimer::timeout, [&] { ++ticks; });
     everyPass.start(0);
-    connect(&link, &RVX5ALL_workdata::on_signals_3210Data,
-            [&](const QByteArray &) { ticksAtReply << ticks; });
+    connect(&link, &RVX5ALL_workdata::on_signals_3210Data, [&](const QByteArray &record) {
+        ticksAtState << ticks;
+        shown << record;
+    });
 
+    // 100 replies queued at once, each with its own program input (none of them the
+    // separator 0x23): a pass reads a batch and shows only the newest state of it.
     WireCapture unit;
     constexpr int Replies = 100;
+    constexpr int Batch = UnitLink::LinkDrainBatch;
+    auto program = [](int i) { return uint8_t(0x40 + i); };
     for (int i = 0; i < Replies; ++i)
-        unit.reply(stateReply(uint8_t(1 + i % 4)));
-    QTRY_COMPARE(ticksAtReply.size(), Replies);
-    // The event loop ran between the first reply and the last: the drain gave way.
-    QVERIFY2(ticksAtReply.last() > ticksAtReply.first(), "the flood was read in one pass");
-    QCOMPARE(ticksAtReply.count(ticksAtReply.first()), int(UnitLink::LinkDrainBatch));
+        unit.reply(stateReply(program(i)));
+    QByteArrayList expected;
+    for (int last = Batch; last < Replies + Batch; last += Batch)
+        expected << stateReply(program(qMin(last, Replies) - 1)).mid(20, 25);
+    QTRY_COMPARE(shown, expected);
+    // The event loop ran between every two passes.
+    for (int i = 1; i < ticksAtState.size(); ++i)
+        QVERIFY2(ticksAtState.at(i) > ticksAtState.at(i - 1), "two batches were read in one pass");
 }
 
 QTEST_GUILESS_MAIN(TestUnitLink)
