@@ -20,7 +20,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
-#include <memory>
 
 namespace {
 
@@ -44,19 +43,21 @@ const PanelFamily Families[] = {
     {"RVX3410", [] { return new RVX3410UI; }, feedReporting},
     {"RVX3220", [] { return new RVX3220UI; },
      [](QWidget *panel, const QByteArray &frame) {
-         static_cast<RVX3220UI *>(panel)->model()->Read3220State_Data(frame, frame.size());
+         static_cast<RVX3220UI *>(panel)->link()->Read3220State_Data(frame, frame.size());
      }},
 };
 constexpr int FamilyCount = int(sizeof(Families) / sizeof(Families[0]));
 
-std::unique_ptr<QWidget> panels[FamilyCount];
+// Made on first use and never deleted, like the application: torn down at exit in the
+// wrong order, Qt would crash after the run instead of reporting it.
+QWidget *panels[FamilyCount] = {};
 
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    static QApplication app(*argc, *argv);
+    new QApplication(*argc, *argv);
     requirePrivateNetwork();
     // A modal box raised by what a unit sent would stall a live panel: that is a finding.
     static QTimer modalWatch;
@@ -76,11 +77,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     if (size < 1)
         return 0;
     const int family = data[0] % FamilyCount;
-    std::unique_ptr<QWidget> &panel = panels[family];
+    QWidget *&panel = panels[family];
     if (!panel)
-        panel.reset(Families[family].make());
+        panel = Families[family].make();
     for (const QByteArray &frame : FuzzDatagrams::split(data + 1, size - 1))
-        Families[family].feed(panel.get(), frame);
+        Families[family].feed(panel, frame);
     // Whatever the rows posted (restyles, layout) runs before the next input.
     QCoreApplication::processEvents();
     return 0;

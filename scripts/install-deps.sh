@@ -4,7 +4,8 @@
 set -eu
 
 PACKAGES="cmake g++ make ccache qtbase5-dev qtbase5-dev-tools libqt5network5 \
-iproute2 util-linux xvfb xauth x11-apps imagemagick fonts-dejavu-core"
+iproute2 util-linux xvfb xauth x11-apps imagemagick fonts-dejavu-core \
+clang libclang-rt-14-dev"
 
 missing=""
 for p in $PACKAGES; do
