@@ -1,5 +1,6 @@
-// Launchers of the 8000-series and RVX5120 panels. These panels are not part of this build
-// yet: their units are listed, but a double-click opens nothing.
+// Launchers of the 8000-series and RVX5120 panels. A model whose panel is not part of this
+// build yet is listed, but a double-click opens nothing.
+#include "RVX5120/rvx5120.h"
 #include "searchstyles.h"
 #include "showsearch.h"
 
@@ -35,4 +36,11 @@ void showsearch::set5350UI(QString ip, uint8_t a, uint8_t b, QString ip2, uint8_
     Q_UNUSED(d)
 }
 
-void showsearch::set5120UI() {}
+void showsearch::set5120UI()
+{
+    // No unit is chosen for this panel, and it has no way back: it ends with the application.
+    auto *panel = new RVX5120(nullptr);
+    panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
+    hide();
+    panel->show();
+}
