@@ -43,8 +43,8 @@ else
     [ "$#" -gt 0 ] || set -- $all
 fi
 
-cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_C_COMPILER=clang \
-    -DCMAKE_CXX_COMPILER=clang++ -DKOVA_SANITIZE=ON -DKOVA_FUZZ=ON -DKOVA_BUILD_TESTS=OFF >/dev/null
+cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ \
+    -DKOVA_SANITIZE=ON -DKOVA_FUZZ=ON -DKOVA_BUILD_TESTS=OFF >/dev/null
 cmake --build "$build" -j"$(nproc)" --target fuzz_seeds "$@" >/dev/null
 
 # Our code's reports end the run. Leaks are checked per input, where libFuzzer looks for an
