@@ -76,7 +76,9 @@ for target in "$@"; do
     else
         corpus="$out/corpus/$target"
         mkdir -p "$corpus"
-        flags="-max_total_time=$seconds -jobs=$jobs -workers=$jobs"
+        flags="-max_total_time=$seconds"
+        # Parallel jobs log to fuzz-N.log in $out, one file each.
+        [ "$jobs" -gt 1 ] && flags="$flags -jobs=$jobs -workers=$jobs"
     fi
     echo "== $target: ${seconds}s"
     # -rss_limit_mb: the panel target holds a whole offscreen application under ASan.
