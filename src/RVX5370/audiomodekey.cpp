@@ -1,0 +1,38 @@
+#include "audiomodekey.h"
+
+#include "SwitcherData/rvx5all_workdata.h"
+#include "common/keysheet.h"
+
+#include <QPushButton>
+
+AudioModeKey::AudioModeKey(QPushButton *key, QPushButton *ch1, QPushButton *ch2, RVX5ALL_workdata *link,
+                           QObject *parent)
+    : QObject(parent), m_key(key), m_ch1(ch1), m_ch2(ch2), m_link(link)
+{
+    connect(m_key, &QPushButton::clicked, this, &AudioModeKey::press);
+    show(Mix);
+}
+
+void AudioModeKey::show(uint8_t mode)
+{
+    if (mode != Afv && mode != Mix)
+        return;
+    m_mix = mode == Mix;
+    m_key->setText(QLatin1String(m_mix ? "MIX" : "AFV"));
+    setLamp(m_key, !m_mix, KeySheet::GradientGreen, KeySheet::GradientOff);
+    for (QPushButton *source : {m_ch1, m_ch2}) {
+        source->setEnabled(m_mix);
+        setLamp(source, !m_mix, KeySheet::GradientDisabled, KeySheet::GradientOff);
+    }
+}
+
+void AudioModeKey::press()
+{
+    if (m_mix) {
+        show(Afv);
+        m_link->SendCMDAFV();
+    } else {
+        show(Mix);
+        m_link->SendCMDMIX();
+    }
+}

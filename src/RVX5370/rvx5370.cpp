@@ -1,0 +1,359 @@
+#include "rvx5370.h"
+
+#include "RVX8000/pipgro.h"
+#include "RVX8000/setdialog.h"
+#include "SwitcherData/framecodec.h"
+#include "SwitcherData/protocol.h"
+#include "SwitcherData/rvx5all_workdata.h"
+#include "audiomodekey.h"
+#include "common/keysheet.h"
+#include "common/titlebarstyles.h"
+#include "f1strip.h"
+#include "frontpanel8000.h"
+#include "insetkeys.h"
+#include "keyblink.h"
+#include "lampkeys.h"
+#include "rvx5370styles.h"
+#include "ui_rvx5370.h"
+
+#include <QButtonGroup>
+#include <QSignalBlocker>
+
+namespace S = Rvx5370Styles;
+using namespace Protocol;
+
+namespace {
+
+constexpr int KeyWaitMs = 200;
+constexpr int ReadWaitMs = 400;
+constexpr uint8_t PhoneInCode = 0x07;
+
+bool has(const QByteArray &data, int offset)
+{
+    return data.size() > offset;
+}
+
+} // namespace
+
+RVX5370::RVX5370(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::RVX5370>())
+{
+    ui->setupUi(this);
+    setWindowTitle(QString::fromLatin1(S::WindowTitle));
+    setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(QString::fromLatin1(S::Window));
+    m_link = new RVX5ALL_workdata(this);
+
+    ui->pip_area->setStyleSheet(QString::fromLatin1(S::PreviewArea));
+    m_pipBox = new PIPGro(m_link, ui->pip_area);
+    m_pipBox->setStyleSheet(QString::fromLatin1(S::PreviewBox));
+    ui->pip_title->setStyleSheet(QString::fromLatin1(TitleBarStyles::Logo));
+    // Both sub-widgets take the same place on the panel; one at a time is shown.
+    m_f1 = new F1Strip(ui->sub_area);
+    m_f1->setObjectName(QString::fromLatin1(S::F1Name));
+    m_f1->setWindowTitle(QString::fromLatin1(S::F1Title));
+    m_f1->setFixedSize(300, 222);
+    m_f1->hide();
+    m_set = new SetDialog(ui->sub_area, m_link);
+    // Drawn inside the panel, not as a window of its own: the panel keeps the keyboard.
+    m_set->setWindowFlags(Qt::Widget);
+    m_set->move(0, 0);
+    m_set->setObjectName(QString::fromLatin1(S::SetName));
+    m_set->setWindowTitle(QString::fromLatin1(S::SetTitle));
+    m_set->setFixedSize(300, 268);
+    m_set->hide();
+
+    for (QWidget *label :
+         {ui->label_title, ui->label_version, ui->label_ch1, ui->label_ch2, ui->label_reso, ui->label_pip_sz})
+        label->setStyleSheet(QString::fromLatin1(S::White));
+    ui->label_pgm->setStyleSheet(QString::fromLatin1(S::Red));
+    ui->label_pvw->setStyleSheet(QString::fromLatin1(S::Green));
+    ui->label_rate->setStyleSheet(QString::fromLatin1(S::Green));
+    for (QWidget *box : {ui->g_upper, ui->g_audio, ui->g_transition, ui->g_pip, ui->g_bus, ui->g_fader})
+        box->setStyleSheet(QString::fromLatin1(S::GroupBox));
+
+    ui->slider_video->setStyleSheet(QString::fromLatin1(S::Tbar));
+    initUpper();
+    initBelow();
+
+    connect(m_link, &RVX5ALL_workdata::on_signals_3210Data, this, &RVX5370::m_on_toRead_5370Dtat);
+    connect(m_link, &RVX5ALL_workdata::on_signals_5370Data, m_set, &SetDialog::on_toRead_5370SMDtat);
+    connect(m_set, &SetDialog::setPIPSZ_Style, this, &RVX5370::setPIPSZ_Style);
+    connect(m_set, &SetDialog::setRATE_Style, this, &RVX5370::setRATE_Style);
+}
+
+RVX5370::~RVX5370() = default;
+
+void RVX5370::initUpper()
+{
+    m_ftbBlink = new KeyBlink(ui->btn_ftb, KeySheet::GradientRed);
+    const std::pair<QPushButton *, void (RVX5370::*)()> keys[] = {
+        {ui->btn_rec, &RVX5370::on_btn_rec_clicked}, {ui->btn_rtmp, &RVX5370::on_btn_rtmp_clicked},
+        {ui->btn_ftb, &RVX5370::on_btn_ftb_clicked}, {ui->btn_still, &RVX5370::on_btn_still_clicked},
+        {ui->btn_bar, &RVX5370::on_btn_bar_clicked}, {ui->btn_pause, &RVX5370::on_btn_pause_clicked},
+        {ui->btn_ds, &RVX5370::on_btn_ds_clicked},
+    };
+    for (const auto &[key, press] : keys) {
+        setKeySheet(key, QString::fromLatin1(KeySheet::GradientOff));
+        connect(key, &QPushButton::clicked, this, press);
+    }
+}
+
+void RVX5370::initBelow()
+{
+    const std::pair<QPushButton *, void (RVX5370::*)()> keys[] = {
+        {ui->btn_f1, &RVX5370::on_btn_f1_clicked},   {ui->btn_ch1, &RVX5370::on_btn_ch1_clicked},
+        {ui->btn_set, &RVX5370::on_btn_set_clicked}, {ui->btn_mute, &RVX5370::on_btn_mute_clicked},
+        {ui->btn_ch2, &RVX5370::on_btn_ch2_clicked},
+    };
+    for (const auto &[key, press] : keys) {
+        setKeySheet(key, QString::fromLatin1(KeySheet::GradientOff));
+        connect(key, &QPushButton::clicked, this, press);
+    }
+    connect(ui->slider_ch1, &QSlider::valueChanged, this, &RVX5370::set_audio_vol);
+    connect(ui->slider_ch2, &QSlider::valueChanged, this, &RVX5370::set_audio_vol);
+    m_audioMode = new AudioModeKey(ui->btn_afv, ui->btn_ch1, ui->btn_ch2, m_link, this);
+    showSource(0, 0);
+    showSource(1, 0);
+
+    auto *pgm = new QButtonGroup(this);
+    auto *pvw = new QButtonGroup(this);
+    QPushButton *const pgmKeys[] = {ui->btn_pgm1, ui->btn_pgm2, ui->btn_pgm3, ui->btn_pgm4};
+    QPushButton *const pvwKeys[] = {ui->btn_pvw1, ui->btn_pvw2, ui->btn_pvw3, ui->btn_pvw4};
+    for (int i = 0; i < 4; ++i) {
+        pgm->addButton(pgmKeys[i], i + 1);
+        pvw->addButton(pvwKeys[i], i + 1);
+    }
+    auto *transitions = new QButtonGroup(this);
+    transitions->addButton(ui->btn_mix_t, 1);
+    transitions->addButton(ui->btn_fade, 2);
+    transitions->addButton(ui->btn_wipe, 4);
+
+    FrontPanel8000::Keys keys8000;
+    keys8000.pgm = pgm;
+    keys8000.pvw = pvw;
+    keys8000.cut = ui->btn_cut;
+    keys8000.autoKey = ui->btn_auto;
+    keys8000.fader = ui->slider_video;
+    keys8000.transitions = transitions;
+    FrontPanel8000::Hooks hooks;
+    hooks.digitRow = pvw;
+    hooks.shiftDigitRow = pgm;
+    m_front = new FrontPanel8000(this, m_link, keys8000, hooks);
+
+    m_insets = new InsetKeys(ui->btn_pip, ui->btn_key, ui->btn_pop, m_link, this);
+    connect(m_insets, &InsetKeys::insetChanged, this, [this](InsetKeys::Inset inset) {
+        m_front->setOverlay(inset != InsetKeys::Inset::None);
+        // SET's PIP size key works only while there is a PIP to size.
+        m_set->setPIP_size_unlock_falg_slots(inset == InsetKeys::Inset::Pip);
+    });
+}
+
+void RVX5370::DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5)
+{
+    m_link->get_DevTypeID(ip, b4, b5);
+    m_link->get_HISTypeID(hisIp, h4, h5);
+    m_pipBox->DevTypeID(ip, b4, b5, hisIp, h4, h5);
+    m_set->getDevIP(ip);
+    m_f1->getDevIP(ip);
+    // F1 shows the unit's address: it has one now.
+    ui->btn_f1->setEnabled(true);
+    m_link->SendCMDRead3210state();
+}
+
+bool RVX5370::ftbBlinking() const
+{
+    return m_ftbBlink->isActive();
+}
+
+void RVX5370::on_btn_rec_clicked()
+{
+    const bool on = LampKeys::toggle(m_recOn, ui->btn_rec, KeySheet::GradientRed);
+    if (!on) {
+        m_pauseOn = false;
+        setKeySheet(ui->btn_pause, QString::fromLatin1(KeySheet::GradientOff));
+    }
+    m_link->SendCMDREC(on ? 1 : 0);
+}
+
+void RVX5370::on_btn_rtmp_clicked()
+{
+    m_link->SendCMDSTREAM(LampKeys::toggle(m_rtmpOn, ui->btn_rtmp, KeySheet::GradientRed) ? 1 : 0);
+}
+
+void RVX5370::on_btn_ftb_clicked()
+{
+    if (LampKeys::toggle(m_ftbOn, ui->btn_ftb, KeySheet::GradientRed))
+        m_ftbBlink->start();
+    else
+        m_ftbBlink->stop();
+    m_link->SendCMDFTB();
+}
+
+void RVX5370::on_btn_still_clicked()
+{
+    LampKeys::toggle(m_stillOn, ui->btn_still, KeySheet::GradientRed);
+    m_link->SendCMDSTILL();
+}
+
+void RVX5370::on_btn_bar_clicked()
+{
+    // The bars go to both buses, programme first.
+    const int v = LampKeys::toggle(m_barOn, ui->btn_bar, KeySheet::GradientRed) ? 1 : 0;
+    m_link->SendCMDPGMBAR(v);
+    m_link->SendCMDPVWBAR(v);
+}
+
+void RVX5370::on_btn_pause_clicked()
+{
+    LampKeys::toggle(m_pauseOn, ui->btn_pause, KeySheet::GradientRed);
+    m_link->SendCMDPAUSE();
+}
+
+void RVX5370::on_btn_ds_clicked()
+{
+    LampKeys::flash(this, ui->btn_ds, ReadWaitMs, [this] { m_link->SendCMDRead3210state(); });
+}
+
+void RVX5370::on_btn_mute_clicked()
+{
+    LampKeys::toggle(m_muteOn, ui->btn_mute, KeySheet::GradientRed);
+    m_link->SendCMDF3();
+}
+
+void RVX5370::showSubWidget(QWidget *shown, QWidget *hidden)
+{
+    hidden->hide();
+    shown->setVisible(!shown->isVisibleTo(this));
+    setLamp(ui->btn_f1, m_f1->isVisibleTo(this), KeySheet::GradientGreen, KeySheet::GradientOff);
+    setLamp(ui->btn_set, m_set->isVisibleTo(this), KeySheet::GradientGreen, KeySheet::GradientOff);
+}
+
+void RVX5370::on_btn_f1_clicked()
+{
+    showSubWidget(m_f1, m_set);
+}
+
+void RVX5370::on_btn_set_clicked()
+{
+    showSubWidget(m_set, m_f1);
+}
+
+void RVX5370::showSource(int channel, int index)
+{
+    m_source[channel] = index;
+    const AudioSource &source = AudioSources[index];
+    (channel == 0 ? ui->label_ch1 : ui->label_ch2)
+        ->setText(QString::fromLatin1(source.code == PhoneInCode ? S::PhoneIn : source.name));
+}
+
+void RVX5370::nextSource(int channel)
+{
+    LampKeys::flash(this, channel == 0 ? ui->btn_ch1 : ui->btn_ch2, KeyWaitMs, [this, channel] {
+        showSource(channel, (m_source[channel] + 1) % AudioSourceCount);
+        if (channel == 0)
+            m_link->SendCMDCH1(m_source[0]);
+        else
+            m_link->SendCMDCH2(m_source[1]);
+    });
+}
+
+void RVX5370::on_btn_ch1_clicked()
+{
+    nextSource(0);
+}
+
+void RVX5370::on_btn_ch2_clicked()
+{
+    nextSource(1);
+}
+
+void RVX5370::set_audio_vol()
+{
+    // This unit takes the levels as the sliders give them, unscaled.
+    m_link->SendCMDLeftSliderVOL(uint8_t(ui->slider_ch1->value()), uint8_t(ui->slider_ch2->value()), 0, 100);
+}
+
+void RVX5370::setPIPSZ_Style(int size)
+{
+    if (size < 0 || size >= PIPGro::SizeCount)
+        return;
+    ui->label_pip_sz->setText(QString::fromLatin1(S::PipSizeTexts[size]));
+    m_pipBox->setRARE_V(size);
+}
+
+void RVX5370::setRATE_Style(int rate)
+{
+    if (rate < 0 || rate > 2)
+        return;
+    ui->label_rate->setText(QString::fromLatin1(S::RateTexts[rate]));
+    m_front->setRate(uint8_t(rate));
+}
+
+void RVX5370::m_on_toRead_5370Dtat(const QByteArray &data)
+{
+    using FrameCodec::byteAt;
+    // What the unit reports is shown, never sent back: the sliders keep quiet meanwhile.
+    const QSignalBlocker quiet1(ui->slider_ch1);
+    const QSignalBlocker quiet2(ui->slider_ch2);
+
+    if (has(data, State::Pgm))
+        m_front->set_PGMCH_Style(byteAt(data, State::Pgm));
+    if (has(data, State::Pvw))
+        m_front->set_PVWCH_Style(byteAt(data, State::Pvw));
+    if (has(data, State::AudioMode))
+        m_audioMode->show(byteAt(data, State::AudioMode));
+    const State::Offset sources[2][2] = {{State::Ch1Source, State::Ch1Level},
+                                         {State::Ch2Source, State::Ch2Level}};
+    for (int channel = 0; channel < 2; ++channel) {
+        if (has(data, sources[channel][0])) {
+            const int index = audioSourceIndex(byteAt(data, sources[channel][0]));
+            if (index >= 0)
+                showSource(channel, index);
+        }
+        if (has(data, sources[channel][1]))
+            (channel == 0 ? ui->slider_ch1 : ui->slider_ch2)->setValue(byteAt(data, sources[channel][1]));
+    }
+    if (has(data, State::Transition))
+        m_front->showTransition(byteAt(data, State::Transition));
+    if (has(data, State::Wipe))
+        m_front->showWipe(wipeTypeFromReport(byteAt(data, State::Wipe)));
+    if (has(data, State::Ftb)) {
+        // Off is shown and remembered, but a blink already running goes on until FTB is pressed.
+        m_ftbOn = byteAt(data, State::Ftb) != 0;
+        if (m_ftbOn)
+            m_ftbBlink->start();
+        else
+            setKeySheet(ui->btn_ftb, QString::fromLatin1(KeySheet::GradientOff));
+    }
+    if (has(data, State::Pip))
+        m_insets->showPip(byteAt(data, State::Pip) != 0);
+    if (has(data, State::PipSize)) {
+        const uint8_t size = byteAt(data, State::PipSize);
+        setPIPSZ_Style(size);
+        m_set->setPIP_S_V(size);
+    }
+    if (has(data, State::PipV + 1))
+        m_pipBox->set_H_Vposition_Style(FrameCodec::bigEndianAt(data, State::PipH),
+                                        FrameCodec::bigEndianAt(data, State::PipV));
+    if (has(data, State::Still)) {
+        m_stillOn = byteAt(data, State::Still) != 0;
+        setLamp(ui->btn_still, m_stillOn, KeySheet::GradientRed, KeySheet::GradientOff);
+    }
+    if (has(data, State::Mute)) {
+        m_muteOn = byteAt(data, State::Mute) != 0;
+        setLamp(ui->btn_mute, m_muteOn, KeySheet::GradientRed, KeySheet::GradientOff);
+    }
+    if (has(data, State::Rate)) {
+        const uint8_t rate = byteAt(data, State::Rate);
+        setRATE_Style(rate);
+        m_set->setRARE_V(rate);
+    }
+    if (has(data, State::Resolution)) {
+        const int index = outputFormatIndex(byteAt(data, State::Resolution));
+        if (index >= 0) {
+            ui->label_reso->setText(QString::fromLatin1(OutputFormats[index].name));
+            m_set->setRESO_V(index);
+        }
+    }
+}
