@@ -1,0 +1,371 @@
+#include "rvx5350.h"
+
+#include "RVX5370/audiomodekey.h"
+#include "RVX5370/frontpanel8000.h"
+#include "RVX5370/insetkeys.h"
+#include "RVX5370/keyblink.h"
+#include "RVX5370/lampkeys.h"
+#include "RVX8000/pipgro.h"
+#include "RVX8000/set.h"
+#include "SwitcherData/framecodec.h"
+#include "SwitcherData/protocol.h"
+#include "SwitcherData/rvx5all_workdata.h"
+#include "common/delay.h"
+#include "common/keysheet.h"
+#include "common/titlebarstyles.h"
+#include "rvx5350styles.h"
+#include "ui_rvx5350.h"
+
+#include <QButtonGroup>
+#include <QPointer>
+#include <QSignalBlocker>
+#include <QToolButton>
+
+namespace S = Rvx5350Styles;
+using namespace Protocol;
+
+namespace {
+
+constexpr int KeyWaitMs = 200;
+constexpr int ReadWaitMs = 400;
+// SET starts the strip's clock and shows the strip a second later, when the first tick is due.
+constexpr int SetOpenMs = 1000;
+constexpr int RateCount = 3;
+// The unit's audio levels run to 127, its sliders to 100.
+constexpr double LevelScale = 1.27;
+
+bool has(const QByteArray &data, int offset)
+{
+    return data.size() > offset;
+}
+
+} // namespace
+
+RVX5350::RVX5350(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::RVX5350>())
+{
+    ui->setupUi(this);
+    setWindowTitle(QString::fromLatin1(S::WindowTitle));
+    setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(QString::fromLatin1(S::Window));
+    m_link = new RVX5ALL_workdata(this);
+
+    ui->pip_area->setStyleSheet(QString::fromLatin1(S::PreviewArea));
+    m_pipBox = new PIPGro5350(m_link, ui->pip_area);
+    m_pipBox->setStyleSheet(QString::fromLatin1(S::PreviewBox));
+    ui->pip_title->setStyleSheet(QString::fromLatin1(TitleBarStyles::Logo));
+    m_set = new Set(ui->sub_area, m_link);
+    m_set->setObjectName(QString::fromLatin1(S::SetName));
+    m_set->setWindowTitle(QString::fromLatin1(S::SetTitle));
+    m_set->setFixedSize(300, 268);
+    m_set->hide();
+
+    for (QWidget *label : {ui->label_title, ui->label_version, ui->label_ch1, ui->label_ch2, ui->label_vol1,
+                           ui->label_vol2, ui->label_reso, ui->label_pip_sz})
+        label->setStyleSheet(QString::fromLatin1(S::White));
+    ui->label_rate->setStyleSheet(QString::fromLatin1(S::Green));
+    for (QWidget *box : {ui->g_upper, ui->g_transition, ui->g_right, ui->g_fader})
+        box->setStyleSheet(QString::fromLatin1(S::GroupBox));
+
+    ui->slider_video->setStyleSheet(QString::fromLatin1(S::Tbar));
+    initUpper();
+    initRight();
+
+    connect(m_link, &RVX5ALL_workdata::on_signals_3210Data, this, &RVX5350::m_on_toRead_5370Dtat);
+    connect(m_link, &RVX5ALL_workdata::on_signals_5370Data, m_set, &Set::on_toRead_5370SMDtat);
+    connect(m_set, &Set::setPIPSZ_Style, this, &RVX5350::setPIPSZ_Style);
+}
+
+RVX5350::~RVX5350() = default;
+
+void RVX5350::initUpper()
+{
+    const std::pair<QPushButton *, void (RVX5350::*)()> keys[] = {
+        {ui->btn_ds, &RVX5350::on_btn_ds_clicked},
+        {ui->btn_ch1, &RVX5350::on_btn_ch1_clicked},
+        {ui->btn_mute, &RVX5350::on_btn_mute_clicked},
+        {ui->btn_ch2, &RVX5350::on_btn_ch2_clicked},
+    };
+    for (const auto &[key, press] : keys) {
+        setKeySheet(key, QString::fromLatin1(KeySheet::GradientOff));
+        connect(key, &QPushButton::clicked, this, press);
+    }
+    connect(ui->slider_ch1, &QSlider::valueChanged, this, &RVX5350::set_audio_vol);
+    connect(ui->slider_ch2, &QSlider::valueChanged, this, &RVX5350::set_audio_vol);
+    m_audioMode = new AudioModeKey(ui->btn_afv, ui->btn_ch1, ui->btn_ch2, m_link, this);
+    showSource(0, 0);
+    showSource(1, 0);
+}
+
+void RVX5350::initRight()
+{
+    m_stillBlink = new KeyBlink(ui->btn_still, KeySheet::GradientRed);
+    const std::pair<QPushButton *, void (RVX5350::*)()> keys[] = {
+        {ui->btn_reso, &RVX5350::on_btn_reso_clicked},   {ui->btn_rate, &RVX5350::on_btn_rate_clicked},
+        {ui->btn_rec, &RVX5350::on_btn_rec_clicked},     {ui->btn_micvol, &RVX5350::on_btn_micvol_clicked},
+        {ui->btn_still, &RVX5350::on_btn_still_clicked}, {ui->btn_set, &RVX5350::on_btn_set_clicked},
+        {ui->btn_rtmp, &RVX5350::on_btn_rtmp_clicked},
+    };
+    for (const auto &[key, press] : keys) {
+        setKeySheet(key, QString::fromLatin1(KeySheet::GradientOff));
+        connect(key, &QPushButton::clicked, this, press);
+    }
+
+    m_inputs = new QButtonGroup(this);
+    m_inputs->addButton(ui->btn_in1, 1);
+    m_inputs->addButton(ui->btn_in2, 2);
+    connect(m_inputs, &QButtonGroup::idClicked, this, &RVX5350::setInput);
+    for (QGroupBox *box : {ui->g_in1, ui->g_in2})
+        box->setStyleSheet(QString::fromLatin1(S::OffAirBox));
+    for (QToolButton *key : {ui->btn_in1, ui->btn_in2})
+        setKeySheet(key, QString::fromLatin1(KeySheet::GradientOff));
+
+    auto *transitions = new QButtonGroup(this);
+    transitions->addButton(ui->btn_mix_t, 1);
+    transitions->addButton(ui->btn_fade, 2);
+    transitions->addButton(ui->btn_wipe, 4);
+
+    FrontPanel8000::Keys keys8000;
+    keys8000.autoKey = ui->btn_auto;
+    keys8000.fader = ui->slider_video;
+    keys8000.transitions = transitions;
+    FrontPanel8000::Hooks hooks;
+    hooks.buses = [this] { in1_in2_style(); };
+    // One bus: a digit puts that input on air, with or without Shift.
+    hooks.digitRow = m_inputs;
+    hooks.shiftDigitRow = m_inputs;
+    m_front = new FrontPanel8000(this, m_link, keys8000, hooks);
+
+    m_insets = new InsetKeys(ui->btn_pip, nullptr, ui->btn_pop, m_link, this);
+    connect(m_insets, &InsetKeys::insetChanged, this, [this](InsetKeys::Inset inset) {
+        m_front->setOverlay(inset != InsetKeys::Inset::None);
+        // SET's PIP size key works only while there is a PIP to size.
+        m_set->setPIP_size_unlock_falg_slots(inset == InsetKeys::Inset::Pip);
+    });
+}
+
+void RVX5350::DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5)
+{
+    m_link->get_DevTypeID(ip, b4, b5);
+    m_link->get_HISTypeID(hisIp, h4, h5);
+    m_pipBox->DevTypeID(ip, b4, b5, hisIp, h4, h5);
+    m_set->getDevIP(ip);
+    m_link->SendCMDRead3210state();
+}
+
+bool RVX5350::stillBlinking() const
+{
+    return m_stillBlink->isActive();
+}
+
+void RVX5350::showInput(int input)
+{
+    if (input != 1 && input != 2)
+        return;
+    m_onAir = input;
+    ui->g_in1->setStyleSheet(QString::fromLatin1(input == 1 ? S::OnAirBox : S::OffAirBox));
+    ui->g_in2->setStyleSheet(QString::fromLatin1(input == 2 ? S::OnAirBox : S::OffAirBox));
+    setLamp(ui->btn_in1, input == 1, KeySheet::GradientRed, KeySheet::GradientOff);
+    setLamp(ui->btn_in2, input == 2, KeySheet::GradientRed, KeySheet::GradientOff);
+}
+
+void RVX5350::setInput(int input)
+{
+    showInput(input);
+    m_link->SendCDMPGMCH(uint8_t(input));
+}
+
+void RVX5350::in1_in2_style()
+{
+    if (m_onAir)
+        showInput(3 - m_onAir);
+}
+
+void RVX5350::on_btn_ds_clicked()
+{
+    LampKeys::flash(this, ui->btn_ds, ReadWaitMs, [this] { m_link->SendCMDRead3210state(); });
+}
+
+void RVX5350::on_btn_mute_clicked()
+{
+    LampKeys::toggle(m_muteOn, ui->btn_mute, KeySheet::GradientRed);
+    m_link->SendCMDF3();
+}
+
+void RVX5350::showSource(int channel, int index)
+{
+    m_source[channel] = index;
+    (channel == 0 ? ui->label_ch1 : ui->label_ch2)
+        ->setText(QString::fromLatin1(AudioSources5350[index].name));
+}
+
+void RVX5350::nextSource(int channel)
+{
+    LampKeys::flash(this, channel == 0 ? ui->btn_ch1 : ui->btn_ch2, KeyWaitMs, [this, channel] {
+        showSource(channel, (m_source[channel] + 1) % AudioSource5350Count);
+        if (channel == 0)
+            m_link->SendCMDCH1_for5350(m_source[0]);
+        else
+            m_link->SendCMDCH2_for5350(m_source[1]);
+    });
+}
+
+void RVX5350::on_btn_ch1_clicked()
+{
+    nextSource(0);
+}
+
+void RVX5350::on_btn_ch2_clicked()
+{
+    nextSource(1);
+}
+
+void RVX5350::showLevels()
+{
+    ui->label_vol1->setText(QStringLiteral("%1").arg(ui->slider_ch1->value()));
+    ui->label_vol2->setText(QStringLiteral("%1").arg(ui->slider_ch2->value()));
+}
+
+void RVX5350::set_audio_vol()
+{
+    showLevels();
+    m_link->SendCMDLeftSliderVOL(uint8_t(ui->slider_ch1->value() * LevelScale),
+                                 uint8_t(ui->slider_ch2->value() * LevelScale), 0, 100);
+}
+
+void RVX5350::setResolution(int index)
+{
+    m_resolution = index;
+    ui->label_reso->setText(QString::fromLatin1(OutputFormats[index].name));
+}
+
+void RVX5350::on_btn_reso_clicked()
+{
+    LampKeys::flash(this, ui->btn_reso, KeyWaitMs, [this] {
+        setResolution((m_resolution + 1) % OutputFormatCount);
+        m_link->SendCMDF1(m_resolution);
+    });
+}
+
+void RVX5350::setRate(int rate)
+{
+    m_rate = rate;
+    ui->label_rate->setText(QString::fromLatin1(S::RateTexts[rate]));
+    m_front->setRate(uint8_t(rate));
+}
+
+void RVX5350::on_btn_rate_clicked()
+{
+    LampKeys::flash(this, ui->btn_rate, KeyWaitMs, [this] {
+        setRate((m_rate + 1) % RateCount);
+        m_link->SendCMDRATE(uint8_t(m_rate));
+    });
+}
+
+void RVX5350::on_btn_rec_clicked()
+{
+    m_link->SendCMDREC(LampKeys::toggle(m_recOn, ui->btn_rec, KeySheet::GradientRed) ? 1 : 0);
+}
+
+void RVX5350::on_btn_rtmp_clicked()
+{
+    m_link->SendCMDSTREAM(LampKeys::toggle(m_rtmpOn, ui->btn_rtmp, KeySheet::GradientRed) ? 1 : 0);
+}
+
+void RVX5350::on_btn_micvol_clicked()
+{
+    LampKeys::flash(this, ui->btn_micvol, KeyWaitMs, nullptr);
+}
+
+void RVX5350::on_btn_still_clicked()
+{
+    if (LampKeys::toggle(m_stillOn, ui->btn_still, KeySheet::GradientRed))
+        m_stillBlink->start();
+    else
+        m_stillBlink->stop();
+    m_link->SendCMDSTILL();
+}
+
+void RVX5350::on_btn_set_clicked()
+{
+    if (m_set->isVisibleTo(this)) {
+        m_set->setenablefalgSlots(false);
+        m_set->hide();
+        setKeySheet(ui->btn_set, QString::fromLatin1(KeySheet::GradientOff));
+        return;
+    }
+    setKeySheet(ui->btn_set, QString::fromLatin1(KeySheet::GradientGreen));
+    m_set->setenablefalgSlots(true);
+    const QPointer<RVX5350> alive(this);
+    Delay_MSec(SetOpenMs);
+    if (alive)
+        m_set->show();
+}
+
+void RVX5350::setPIPSZ_Style(int size)
+{
+    if (size < 0 || size >= PIPGro::SizeCount)
+        return;
+    ui->label_pip_sz->setText(QString::fromLatin1(S::PipSizeTexts[size]));
+    m_pipBox->getPIP_SIZ(size);
+}
+
+void RVX5350::m_on_toRead_5370Dtat(const QByteArray &data)
+{
+    using FrameCodec::byteAt;
+    // What the unit reports is shown, never sent back: the sliders keep quiet meanwhile.
+    const QSignalBlocker quiet1(ui->slider_ch1);
+    const QSignalBlocker quiet2(ui->slider_ch2);
+
+    if (has(data, State::Pgm))
+        showInput(byteAt(data, State::Pgm));
+    if (has(data, State::AudioMode))
+        m_audioMode->show(byteAt(data, State::AudioMode));
+    const State::Offset sources[2][2] = {{State::Ch1Source, State::Ch1Level},
+                                         {State::Ch2Source, State::Ch2Level}};
+    for (int channel = 0; channel < 2; ++channel) {
+        if (has(data, sources[channel][0])) {
+            const int index = audioSource5350Index(byteAt(data, sources[channel][0]));
+            if (index >= 0)
+                showSource(channel, index);
+        }
+        if (has(data, sources[channel][1])) {
+            (channel == 0 ? ui->slider_ch1 : ui->slider_ch2)->setValue(byteAt(data, sources[channel][1]));
+            showLevels();
+        }
+    }
+    if (has(data, State::Transition))
+        m_front->showTransition(byteAt(data, State::Transition));
+    // This unit numbers its wipe directions its own way.
+    if (has(data, State::Wipe))
+        m_front->showWipe(wipeTypeFromReport5350(byteAt(data, State::Wipe)));
+    if (has(data, State::Pip))
+        m_insets->showPip(byteAt(data, State::Pip) != 0);
+    if (has(data, State::PipSize)) {
+        const uint8_t size = byteAt(data, State::PipSize);
+        setPIPSZ_Style(size);
+        m_set->setPIP_S_V(size);
+    }
+    if (has(data, State::PipV + 1))
+        m_pipBox->set_H_Vposition_Style(FrameCodec::bigEndianAt(data, State::PipH),
+                                        FrameCodec::bigEndianAt(data, State::PipV));
+    if (has(data, State::Still)) {
+        // Off is shown and remembered, but a blink already running goes on until STILL is pressed.
+        m_stillOn = byteAt(data, State::Still) != 0;
+        if (m_stillOn)
+            m_stillBlink->start();
+        else
+            setKeySheet(ui->btn_still, QString::fromLatin1(KeySheet::GradientOff));
+    }
+    if (has(data, State::Mute)) {
+        m_muteOn = byteAt(data, State::Mute) != 0;
+        setLamp(ui->btn_mute, m_muteOn, KeySheet::GradientRed, KeySheet::GradientOff);
+    }
+    if (has(data, State::Rate) && byteAt(data, State::Rate) < RateCount)
+        setRate(byteAt(data, State::Rate));
+    if (has(data, State::Resolution)) {
+        const int index = outputFormatIndex(byteAt(data, State::Resolution));
+        if (index >= 0)
+            setResolution(index);
+    }
+}

@@ -1,0 +1,457 @@
+// The RVX5350 panel offscreen: its keys on the wire (literal frames), the two inputs and their
+// boxes, the RESO/RATE/CH cycles, the unit's own wipe coding against the WIPE key's cycle, the
+// blinking STILL and its state rule, the SET strip with its clock, and the keyboard.
+#include "RVX5350/rvx5350.h"
+#include "RVX5370/frontpanel8000.h"
+#include "RVX8000/pipgro.h"
+#include "RVX8000/set.h"
+#include "SwitcherData/rvx5all_workdata.h"
+#include "testframes.h"
+
+#include <QElapsedTimer>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRandomGenerator>
+#include <QSignalSpy>
+#include <QSlider>
+#include <QToolButton>
+#include <QtTest>
+
+namespace {
+
+const char ReadState[] = "a56c1400a5ff01000000000000000000491303ae";
+const char SetWipe[] = "a56c1400a5ff010000000000000000008f5903ae";
+const char Auto[] = "a56c1400a5ff01000000000000000000844e03ae";
+const QString OnAir = QStringLiteral("QGroupBox{border:1px solid red;}");
+const QString OffAir = QStringLiteral("QGroupBox{border:1px solid white;}");
+
+// A unit at rest: IN1 on air, MIX, CH1 IN1 at 50, CH2 IN2 at 60, FADE, wipe L, PIP off, size S
+// at 0/0, STILL off, rate 0, 1080P60, mute off.
+const char Rest[] = "0100010332043c020000000000020000000000000007000000";
+
+QByteArray payload(std::initializer_list<std::pair<int, int>> changes)
+{
+    QByteArray p = QByteArray::fromHex(Rest);
+    for (const auto &[at, value] : changes)
+        p[at] = char(value);
+    return p;
+}
+
+bool isRed(const QWidget *key)
+{
+    return key->styleSheet().contains(QLatin1String("stop: 0 #D22E00"));
+}
+bool isGreen(const QWidget *key)
+{
+    return key->styleSheet().contains(QLatin1String("stop: 0 #19FA00"));
+}
+bool isOff(const QWidget *key)
+{
+    return key->styleSheet().contains(QLatin1String("stop: 0.6 #f6f7fa"));
+}
+
+// Calls `seen` at each resize of the watched widget.
+class ResizeWatch : public QObject
+{
+public:
+    ResizeWatch(QWidget *watched, std::function<void()> seen) : m_seen(std::move(seen))
+    {
+        watched->installEventFilter(this);
+    }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Resize)
+            m_seen();
+        return false;
+    }
+
+private:
+    std::function<void()> m_seen;
+};
+
+struct Rig
+{
+    Rig()
+    {
+        panel.DevTypeID(QStringLiteral("127.0.0.2"), 0xA5, 0xFF, QStringLiteral("127.0.0.3"), 0xE0, 0xFF);
+        panel.show();
+        sent();
+    }
+    QAbstractButton *key(const QString &name) const { return panel.findChild<QAbstractButton *>(name); }
+    QString text(const char *name) const { return panel.findChild<QLabel *>(QLatin1String(name))->text(); }
+    QSlider *slider(const char *name) const { return panel.findChild<QSlider *>(QLatin1String(name)); }
+    QString box(const char *name) const
+    {
+        return panel.findChild<QGroupBox *>(QLatin1String(name))->styleSheet();
+    }
+    QList<QByteArray> sent()
+    {
+        QList<QByteArray> out;
+        for (const QList<QVariant> &args : qAsConst(spy))
+            out << args.at(0).toByteArray();
+        spy.clear();
+        return out;
+    }
+    void state(const QByteArray &data) { emit panel.link()->on_signals_3210Data(data); }
+    void press(const QString &keys)
+    {
+        for (const QString &name : keys.split(QLatin1Char(' '), Qt::SkipEmptyParts))
+            key(name)->click();
+    }
+
+    RVX5350 panel;
+    QSignalSpy spy{panel.link(), &RVX5ALL_workdata::showCurrentData};
+};
+
+} // namespace
+
+class TestRvx5350 : public QObject
+{
+    Q_OBJECT
+private slots:
+    void bindingAsksForState();
+    void keys_data();
+    void keys();
+    void resoCyclesBack();
+    void rateAndSourceCycles();
+    void inputs();
+    void levelsScaledAndShown();
+    void wipeCodingAgainstCycle_data();
+    void wipeCodingAgainstCycle();
+    void stillBlinkAndStateRule();
+    void stateShown();
+    void shortAndOutOfTablePayloads();
+    void transitionsSwapInputs();
+    void setStripAndClock();
+    void anyPayloadSendsNothing();
+    void keyboard_data();
+    void keyboard();
+};
+
+void TestRvx5350::bindingAsksForState()
+{
+    RVX5350 panel;
+    QSignalSpy spy(panel.link(), &RVX5ALL_workdata::showCurrentData);
+    panel.DevTypeID(QStringLiteral("127.0.0.2"), 0xA5, 0xFF, QStringLiteral("127.0.0.3"), 0xE0, 0xFF);
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(spy.at(0).at(0).toByteArray(), hex(ReadState));
+    QCOMPARE(panel.setWidget()->findChild<QLabel *>("label_IP")->text(), QStringLiteral("IP:127.0.0.2"));
+    QCOMPARE(panel.inputOnAir(), 0);
+    // No preview row, no CUT, no FTB, no KEY, no BAR.
+    for (const char *absent : {"btn_pvw1", "btn_cut", "btn_ftb", "btn_key", "btn_bar"})
+        QVERIFY2(!panel.findChild<QWidget *>(absent), absent);
+}
+
+void TestRvx5350::keys_data()
+{
+    QTest::addColumn<QString>("keys");
+    QTest::addColumn<QByteArray>("frames");
+    auto row = [](const char *name, const char *keys, QByteArray frames) {
+        QTest::newRow(name) << QString::fromLatin1(keys) << frames;
+    };
+    row("IN2, IN1", "btn_in2 btn_in1",
+        "a56c1500a5ff0100000000000000000080024d03ae a56c1500a5ff0100000000000000000080014c03ae");
+    row("STILL twice", "btn_still btn_still",
+        "a56c1400a5ff01000000000000000000cd9703ae a56c1400a5ff01000000000000000000cd9703ae");
+    row("REC twice", "btn_rec btn_rec",
+        "a56c1500a5ff01000000000000000000b2017e03ae a56c1500a5ff01000000000000000000b2007d03ae");
+    row("RTMP", "btn_rtmp", "a56c1500a5ff0100000000000000000087015303ae");
+    row("MICVOL only flashes", "btn_micvol", "");
+    row("PIP, POP, POP", "btn_pip btn_pop btn_pop",
+        "a56c1500a5ff0100000000000000000086015203ae a56c1500a5ff01000000000000000000a7017303ae "
+        "a56c1500a5ff01000000000000000000a7007203ae");
+    row("AFV/MIX key", "btn_afv", "a56c1400a5ff01000000000000000000cc9603ae");
+    row("MUTE", "btn_mute", "a56c1400a5ff01000000000000000000d49e03ae");
+    row("DS", "btn_ds", ReadState);
+    row("AUTO", "btn_auto", Auto);
+    row("CH2", "btn_ch2", "a56c1500a5ff01000000000000000000ba048903ae");
+    row("MIX, WIPE", "btn_mix_t btn_wipe",
+        "a56c1400a5ff010000000000000000008d5703ae " + QByteArray(SetWipe) +
+            " a56c1500a5ff0100000000000000000092288503ae");
+}
+
+void TestRvx5350::keys()
+{
+    QFETCH(QString, keys);
+    QFETCH(QByteArray, frames);
+    Rig rig;
+    rig.press(keys);
+    QCOMPARE(rig.sent(), hexList(frames));
+}
+
+void TestRvx5350::resoCyclesBack()
+{
+    Rig rig;
+    QStringList shown;
+    for (int i = 0; i < 7; ++i) {
+        rig.press("btn_reso");
+        shown << rig.text("label_reso");
+    }
+    QCOMPARE(shown,
+             (QStringList{"1080P50", "1080I60", "1080I50", "1080P30", "1080P25", "1080P24", "1080P60"}));
+    // Each press sends its list position, which goes out as the format's code.
+    QCOMPARE(rig.sent(),
+             hexList("a56c1500a5ff01000000000000000000a30b7903ae a56c1500a5ff01000000000000000000a3097703ae "
+                     "a56c1500a5ff01000000000000000000a3016f03ae a56c1500a5ff01000000000000000000a3037103ae "
+                     "a56c1500a5ff01000000000000000000a30d7b03ae a56c1500a5ff01000000000000000000a3057303ae "
+                     "a56c1500a5ff01000000000000000000a3077503ae"));
+    QVERIFY(isOff(rig.key("btn_reso")));
+}
+
+void TestRvx5350::rateAndSourceCycles()
+{
+    Rig rig;
+    QStringList rates, sources;
+    for (int i = 0; i < 3; ++i) {
+        rig.press("btn_rate");
+        rates << rig.text("label_rate");
+    }
+    for (int i = 0; i < 4; ++i) {
+        rig.press("btn_ch1");
+        sources << rig.text("label_ch1");
+    }
+    QCOMPARE(rates, (QStringList{"RARE2", "RARE3", "RARE1"}));
+    QCOMPARE(sources, (QStringList{"IN2", "MIC_IN1", "MIC_IN2", "IN1"}));
+    QCOMPARE(rig.sent(),
+             hexList("a56c1500a5ff01000000000000000000a5017103ae a56c1500a5ff01000000000000000000a5027203ae "
+                     "a56c1500a5ff01000000000000000000a5007003ae a56c1500a5ff01000000000000000000b9048803ae "
+                     "a56c1500a5ff01000000000000000000b9088c03ae a56c1500a5ff01000000000000000000b9008403ae "
+                     "a56c1500a5ff01000000000000000000b9038703ae"));
+    QCOMPARE(rig.panel.front()->rate(), uint8_t(0));
+}
+
+void TestRvx5350::inputs()
+{
+    Rig rig;
+    QCOMPARE(rig.box("g_in1"), OffAir);
+    QCOMPARE(rig.box("g_in2"), OffAir);
+    rig.press("btn_in2");
+    QCOMPARE(rig.box("g_in1"), OffAir);
+    QCOMPARE(rig.box("g_in2"), OnAir);
+    rig.state(hex("01"));
+    QCOMPARE(rig.box("g_in1"), OnAir);
+    QCOMPARE(rig.box("g_in2"), OffAir);
+    // Neither input: both boxes stay as they were.
+    for (int other : {0, 3, 9}) {
+        rig.state(QByteArray(1, char(other)));
+        QCOMPARE(rig.box("g_in1"), OnAir);
+        QCOMPARE(rig.box("g_in2"), OffAir);
+        QCOMPARE(rig.panel.inputOnAir(), 1);
+    }
+    QCOMPARE(rig.sent(), hexList("a56c1500a5ff0100000000000000000080024d03ae"));
+}
+
+void TestRvx5350::levelsScaledAndShown()
+{
+    Rig rig;
+    rig.slider("slider_ch1")->setValue(50);
+    QCOMPARE(rig.text("label_vol1"), QStringLiteral("50"));
+    QCOMPARE(rig.text("label_vol2"), QStringLiteral("0"));
+    rig.slider("slider_ch2")->setValue(100);
+    QCOMPARE(rig.text("label_vol2"), QStringLiteral("100"));
+    QCOMPARE(rig.sent(), hexList("a56c1800a5ff01000000000000000000b43f0000642504ae "
+                                 "a56c1800a5ff01000000000000000000b43f7f0064a404ae"));
+}
+
+void TestRvx5350::wipeCodingAgainstCycle_data()
+{
+    QTest::addColumn<int>("reported");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QByteArray>("next"); // the pattern frame the next WIPE press sends
+    // The unit counts L, R, D, U; the key steps L, U, R, D.
+    QTest::newRow("0 L, next U") << 0 << "WIPE-L" << QByteArray("a56c1500a5ff01000000000000000000922a8703ae");
+    QTest::newRow("1 R, next D") << 1 << "WIPE-R" << QByteArray("a56c1500a5ff01000000000000000000922e8b03ae");
+    QTest::newRow("2 D, next L") << 2 << "WIPE-D" << QByteArray("a56c1500a5ff0100000000000000000092288503ae");
+    QTest::newRow("3 U, next R") << 3 << "WIPE-U" << QByteArray("a56c1500a5ff01000000000000000000922c8903ae");
+}
+
+void TestRvx5350::wipeCodingAgainstCycle()
+{
+    QFETCH(int, reported);
+    QFETCH(QString, shown);
+    QFETCH(QByteArray, next);
+    Rig rig;
+    rig.state(payload({{7, 4}, {8, reported}}));
+    QCOMPARE(rig.key("btn_wipe")->text(), shown);
+    QVERIFY(isGreen(rig.key("btn_wipe")));
+    rig.press("btn_wipe");
+    QCOMPARE(rig.sent(), hexList(QByteArray(SetWipe) + ' ' + next));
+    // The other panels' codes 4 and 6 mean nothing here.
+    const QString now = rig.key("btn_wipe")->text();
+    rig.state(payload({{7, 4}, {8, 6}}));
+    QCOMPARE(rig.key("btn_wipe")->text(), now);
+}
+
+void TestRvx5350::stillBlinkAndStateRule()
+{
+    Rig rig;
+    QPushButton *still = rig.panel.findChild<QPushButton *>("btn_still");
+    // Every size the key takes, with whether it was lit then.
+    QList<QPair<QSize, bool>> looks;
+    ResizeWatch watch(still, [&looks, still] { looks << qMakePair(still->size(), isRed(still)); });
+    rig.press("btn_still");
+    QVERIFY(rig.panel.stillBlinking());
+    // The blink: lit and a pixel larger, then back, once a second.
+    const QPair<QSize, bool> lit(QSize(56, 33), true);
+    QTRY_VERIFY_WITH_TIMEOUT(looks.contains(lit) && looks.indexOf(lit) + 1 < looks.size(), 3000);
+    QCOMPARE(looks.at(looks.indexOf(lit) + 1), qMakePair(QSize(55, 32), false));
+    rig.press("btn_still");
+    QVERIFY(!rig.panel.stillBlinking());
+
+    rig.state(payload({{19, 1}}));
+    QVERIFY(rig.panel.stillBlinking());
+    // Clear: unlit and off, but a blink already running goes on until STILL is pressed.
+    rig.state(payload({{19, 0}}));
+    QVERIFY(isOff(still));
+    QVERIFY(rig.panel.stillBlinking());
+    rig.press("btn_still btn_still");
+    QVERIFY(!rig.panel.stillBlinking());
+    QCOMPARE(rig.sent(),
+             hexList("a56c1400a5ff01000000000000000000cd9703ae a56c1400a5ff01000000000000000000cd9703ae "
+                     "a56c1400a5ff01000000000000000000cd9703ae a56c1400a5ff01000000000000000000cd9703ae"));
+}
+
+void TestRvx5350::stateShown()
+{
+    Rig rig;
+    // IN2, AFV, CH1 MIC_IN2 at 20, CH2 MIC_IN1 at 80, WIPE U, PIP on, size M at 640/360,
+    // rate 1, 1080P25, mute on.
+    rig.state(payload({{0, 2},
+                       {2, 0},
+                       {3, 0},
+                       {4, 20},
+                       {5, 8},
+                       {6, 80},
+                       {7, 4},
+                       {8, 3},
+                       {10, 1},
+                       {14, 1},
+                       {15, 2},
+                       {16, 128},
+                       {17, 1},
+                       {18, 104},
+                       {20, 1},
+                       {21, 13},
+                       {24, 1}}));
+    QCOMPARE(rig.box("g_in2"), OnAir);
+    QCOMPARE(rig.key("btn_afv")->text(), QStringLiteral("AFV"));
+    QVERIFY(!rig.key("btn_ch1")->isEnabled());
+    QCOMPARE(rig.text("label_ch1"), QStringLiteral("MIC_IN2"));
+    QCOMPARE(rig.text("label_ch2"), QStringLiteral("MIC_IN1"));
+    QCOMPARE(rig.slider("slider_ch1")->value(), 20);
+    QCOMPARE(rig.text("label_vol2"), QStringLiteral("80"));
+    QCOMPARE(rig.key("btn_wipe")->text(), QStringLiteral("WIPE-U"));
+    QVERIFY(isGreen(rig.key("btn_pip")));
+    QCOMPARE(rig.text("label_pip_sz"), QStringLiteral("PIP_SZ:M"));
+    QCOMPARE(rig.panel.pipBox()->size(), QSize(205, 115));
+    QCOMPARE(rig.panel.pipBox()->pos(), QPoint(205, 115));
+    QCOMPARE(rig.text("label_rate"), QStringLiteral("RARE2"));
+    QCOMPARE(rig.panel.front()->rate(), uint8_t(1));
+    QCOMPARE(rig.text("label_reso"), QStringLiteral("1080P25"));
+    QVERIFY(isRed(rig.key("btn_mute")));
+    QCOMPARE(rig.panel.setWidget()->pipSizeIndex(), 1);
+    QVERIFY(rig.panel.setWidget()->pipSizeUnlocked());
+    QCOMPARE(rig.sent(), QList<QByteArray>());
+    // The next presses continue from the unit's values.
+    rig.press("btn_reso btn_rate");
+    QCOMPARE(
+        rig.sent(),
+        hexList("a56c1500a5ff01000000000000000000a3057303ae a56c1500a5ff01000000000000000000a5027203ae"));
+}
+
+void TestRvx5350::shortAndOutOfTablePayloads()
+{
+    Rig rig;
+    rig.state(payload({{14, 2}, {20, 2}, {21, 3}}));
+    const QStringList before{rig.text("label_pip_sz"), rig.text("label_rate"), rig.text("label_reso"),
+                             rig.text("label_ch1")};
+    rig.state(payload({{3, 5}, {14, 3}, {20, 3}, {21, 2}}));
+    QCOMPARE((QStringList{rig.text("label_pip_sz"), rig.text("label_rate"), rig.text("label_reso"),
+                          rig.text("label_ch1")}),
+             before);
+    QCOMPARE(rig.panel.pipBox()->size(), QSize(308, 173));
+    rig.state(hex("02000103"));
+    QCOMPARE(rig.box("g_in2"), OnAir);
+    QCOMPARE(rig.text("label_ch1"), QStringLiteral("IN1"));
+    QCOMPARE(rig.text("label_pip_sz"), QStringLiteral("PIP_SZ:L"));
+}
+
+void TestRvx5350::transitionsSwapInputs()
+{
+    Rig rig;
+    rig.state(hex("01"));
+    rig.press("btn_auto");
+    QCOMPARE(rig.panel.inputOnAir(), 2);
+    QCOMPARE(rig.box("g_in2"), OnAir);
+    QSlider *tbar = rig.slider("slider_video");
+    QCOMPARE(tbar->value(), 127);
+    // The T-bar back down to its end takes the other input on air again.
+    tbar->setValue(60);
+    tbar->setValue(0);
+    QCOMPARE(rig.panel.inputOnAir(), 1);
+    QCOMPARE(rig.sent(), hexList(QByteArray(Auto) + " a56c1600a5ff010000000000000000008200439103ae "
+                                                    "a56c1600a5ff01000000000000000000820080ce03ae "
+                                                    "a56c1600a5ff010000000000000000008201004f03ae"));
+}
+
+void TestRvx5350::setStripAndClock()
+{
+    Rig rig;
+    Set *set = rig.panel.setWidget();
+    QCOMPARE(set->objectName(), QStringLiteral("setWidget"));
+    QCOMPARE(set->size(), QSize(300, 268));
+    QElapsedTimer clock;
+    clock.start();
+    rig.press("btn_set");
+    // The clock runs before the strip shows, a second later.
+    QVERIFY(clock.elapsed() >= 1000);
+    QVERIFY(set->isVisible());
+    QVERIFY(set->clockRunning());
+    QTRY_VERIFY_WITH_TIMEOUT(set->findChild<QLabel *>("label_data")->text().contains(QLatin1Char('.')), 3000);
+    rig.press("btn_set");
+    QVERIFY(!set->isVisible());
+    QVERIFY(!set->clockRunning());
+    QCOMPARE(rig.sent(), QList<QByteArray>());
+}
+
+void TestRvx5350::anyPayloadSendsNothing()
+{
+    Rig rig;
+    // Whatever a unit or a stranger reports, of any length: shown or ignored, never answered.
+    QRandomGenerator random(0x5350);
+    for (int i = 0; i < 3000; ++i) {
+        QByteArray data(int(random.bounded(40)), Qt::Uninitialized);
+        for (char &c : data)
+            c = char(random.bounded(256));
+        rig.state(data);
+    }
+    QCOMPARE(rig.sent(), QList<QByteArray>());
+}
+
+void TestRvx5350::keyboard_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<QByteArray>("frames");
+    QTest::newRow("1: IN1") << int(Qt::Key_1) << 0
+                            << QByteArray("a56c1500a5ff0100000000000000000080014c03ae");
+    QTest::newRow("Shift+2: IN2") << int(Qt::Key_2) << int(Qt::ShiftModifier)
+                                  << QByteArray("a56c1500a5ff0100000000000000000080024d03ae");
+    QTest::newRow("3: no such input") << int(Qt::Key_3) << 0 << QByteArray();
+    QTest::newRow("Space: no CUT here") << int(Qt::Key_Space) << 0 << QByteArray();
+    QTest::newRow("Return: AUTO") << int(Qt::Key_Return) << 0 << QByteArray(Auto);
+}
+
+void TestRvx5350::keyboard()
+{
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    QFETCH(QByteArray, frames);
+    Rig rig;
+    QTest::keyClick(&rig.panel, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+    QCOMPARE(rig.sent(), hexList(frames));
+}
+
+QTEST_MAIN(TestRvx5350)
+#include "tst_rvx5350.moc"
