@@ -1,11 +1,13 @@
 // The search window offscreen: what the operator reads in the list under each filter, and
 // how the list follows replies. Replies are fed to the window's own link object.
+#include "RVX5350/rvx5350.h"
 #include "SwitcherData/workdata.h"
 #include "app/devicemodel.h"
 #include "app/groupbox_right.h"
 #include "app/showsearch.h"
 #include "testframes.h"
 
+#include <QApplication>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
@@ -135,12 +137,20 @@ void tst_SearchWindow::doubleClickSetsChildType()
 {
     extern uint8_t GLOBAL_DEV_CHILD_TYPE;
     GLOBAL_DEV_CHILD_TYPE = 0;
-    // Golf is an RVX5350: listed, and its child type recorded, though no panel opens yet.
+    // Golf is an RVX5350: its child type is recorded and its panel takes the window's place.
     QListWidget *list = m_window->deviceList();
     list->setCurrentItem(list->findItems("Golf: 10.0.0.8", Qt::MatchExactly).value(0));
     m_window->m_on_liswidget_clicked();
     QCOMPARE(GLOBAL_DEV_CHILD_TYPE, uint8_t(0x55));
-    QVERIFY(m_window->isVisible());
+    QWidget *panel = nullptr;
+    for (QWidget *w : QApplication::topLevelWidgets())
+        if (qobject_cast<RVX5350 *>(w))
+            panel = w;
+    QVERIFY(panel);
+    QVERIFY(panel->isVisible());
+    QVERIFY(!m_window->isVisible());
+    delete panel;
+    m_window->show();
 
     // An address that no record has opens nothing.
     GLOBAL_DEV_CHILD_TYPE = 0;

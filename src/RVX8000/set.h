@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QWidget>
+#include <memory>
+
+class RVX5ALL_workdata;
+class QPushButton;
+class QTimer;
+
+namespace Ui {
+class Set;
+}
+
+// The RVX5350 panel's settings strip: front-panel keys that flash when pressed (PIP_SZ and
+// RESET also tell the unit), the unit's serial number and address, and a running clock.
+class Set : public QWidget
+{
+    Q_OBJECT
+public:
+    static constexpr int PipSizeCount = 3;
+    static constexpr int ClockTickMs = 1000;
+
+    Set(QWidget *parent, RVX5ALL_workdata *model);
+    ~Set() override;
+
+    // The keys and their lamps. They are plain members, not slots: the form's name-based hookup
+    // would otherwise connect each key a second time next to the typed connections made here.
+    void on_btn_disk_clicked();
+    void on_btn_leuel_clicked();
+    void on_btn_rate_add_clicked();
+    void on_btn_rate_sub_clicked();
+    void on_btn_addr_add_clicked();
+    void on_btn_addr_sub_clicked();
+    void on_btn_fan_clicked();
+    void on_btn_pip_sz_clicked();
+    void on_btn_reset_clicked();
+    void my_Style_btnDisk(bool lit);
+    void my_Style_btnLeuel(bool lit);
+    void my_Style_btnRateADD(bool lit);
+    void my_Style_btnRateSUB(bool lit);
+    void my_Style_btnAddrADD(bool lit);
+    void my_Style_btnAddrSUB(bool lit);
+    void on_Style_btnPip_s(bool lit);
+    void on_Style_btnFan(bool lit);
+    void on_Style_Reset(bool lit);
+
+    // The serial part of the unit's long state reply.
+    void on_toRead_5370SMDtat(const QByteArray &sn);
+
+    int pipSizeIndex() const { return m_pipSize; }
+    bool pipSizeUnlocked() const { return m_pipSizeUnlocked; }
+    bool clockRunning() const;
+
+public slots:
+    // The unit's PIP size (an index outside the cycle is ignored).
+    void setPIP_S_V(int index);
+    // PIP_SZ works only while PIP is on.
+    void setPIP_size_unlock_falg_slots(bool unlocked);
+    // The clock runs while the strip is shown.
+    void setenablefalgSlots(bool enabled);
+    void getDevIP(QString ip);
+    void show_current_time();
+
+signals:
+    void setPIPSZ_Style(int index);
+
+private:
+    void lamp(QPushButton *key, bool lit);
+    void connectKey(QPushButton *key, void (Set::*press)());
+    // Light, wait, unlight: the keys that only flash.
+    void flash(int waitMs, void (Set::*lamp)(bool));
+
+    std::unique_ptr<Ui::Set> ui;
+    RVX5ALL_workdata *m_model;
+    int m_pipSize = 2;
+    bool m_pipSizeUnlocked = false;
+    // Outside the Qt tree on purpose; the strip frees it.
+    std::unique_ptr<QTimer> m_clock;
+};

@@ -1,0 +1,249 @@
+// The RVX5370 panel's settings window offscreen: the key cycles on the wire and in the
+// signals the panel listens to, the dead PIP_S key, the labels and the keyboard.
+#include "RVX8000/setdialog.h"
+#include "SwitcherData/rvx5all_workdata.h"
+#include "testframes.h"
+
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTimer>
+#include <QtTest>
+
+namespace {
+
+// The sheet of a key that is not lit.
+const QString Unlit = QStringLiteral(
+    "background-color: qlineargradient(x1: 0, y1: 0, x2: 0, y2: 1,  stop: 0 #dadbde,stop: 0.4 #E4DBE8,stop: "
+    "0.6 #f6f7fa,stop: 1 #D0D1D4);;color: rgb(0,0,0);border-radius: 7px;border: 2px groove "
+    "gray;border-style: "
+    "outset;");
+
+struct Rig
+{
+    Rig()
+    {
+        link.get_DevTypeID(QStringLiteral("127.0.0.2"), 0xA5, 0xFF);
+        host.resize(400, 300);
+        host.show();
+        dialog.show();
+    }
+    QPushButton *key(const char *name) { return dialog.findChild<QPushButton *>(QLatin1String(name)); }
+    QString label(const char *name) { return dialog.findChild<QLabel *>(QLatin1String(name))->text(); }
+    QList<QByteArray> sent()
+    {
+        QList<QByteArray> out;
+        for (const QList<QVariant> &args : qAsConst(spy))
+            out << args.at(0).toByteArray();
+        spy.clear();
+        return out;
+    }
+
+    RVX5ALL_workdata link;
+    QSignalSpy spy{&link, &RVX5ALL_workdata::showCurrentData};
+    QWidget host;
+    SetDialog dialog{&host, &link};
+    QSignalSpy size{&dialog, &SetDialog::setPIPSZ_Style};
+    QSignalSpy rate{&dialog, &SetDialog::setRATE_Style};
+    QSignalSpy reso{&dialog, &SetDialog::setRESO_Style};
+};
+
+QList<int> ints(QSignalSpy &spy)
+{
+    QList<int> out;
+    for (const QList<QVariant> &args : spy)
+        out << args.at(0).toInt();
+    spy.clear();
+    return out;
+}
+
+// Presses the key and tells whether it was lit while its press ran. A key that does nothing
+// returns at once; the probe still gets its turn before the answer.
+bool litWhilePressed(QPushButton *key)
+{
+    bool fired = false;
+    bool lit = false;
+    QTimer::singleShot(60, key, [&] {
+        fired = true;
+        lit = key->styleSheet() != Unlit;
+    });
+    key->click();
+    if (!QTest::qWaitFor([&] { return fired; }))
+        return false;
+    return lit;
+}
+
+} // namespace
+
+class TestSetDialog : public QObject
+{
+    Q_OBJECT
+private slots:
+    void resoCyclesThroughTheFormats();
+    void resoAndRateContinueFromTheUnit();
+    void pipSizeOnlyWhileUnlocked();
+    void keysFlashForTheirWait_data();
+    void keysFlashForTheirWait();
+    void serialNumber_data();
+    void serialNumber();
+    void keyboardClicksNoKey();
+    void freedDuringAWaitSendsNothing();
+};
+
+void TestSetDialog::resoCyclesThroughTheFormats()
+{
+    Rig rig;
+    for (int i = 0; i < 7; ++i)
+        rig.key("btn_reso")->click();
+    // Format positions 1, 2, 3, 4, 5, 6, 0 go out as their codes.
+    QCOMPARE(rig.sent(),
+             hexList("a56c1500a5ff01000000000000000000a30b7903ae a56c1500a5ff01000000000000000000a3097703ae "
+                     "a56c1500a5ff01000000000000000000a3016f03ae a56c1500a5ff01000000000000000000a3037103ae "
+                     "a56c1500a5ff01000000000000000000a30d7b03ae a56c1500a5ff01000000000000000000a3057303ae "
+                     "a56c1500a5ff01000000000000000000a3077503ae"));
+    // RESO announces the code on the rate signal; the resolution signal stays silent.
+    QCOMPARE(ints(rig.rate), (QList<int>{0x0B, 0x09, 0x01, 0x03, 0x0D, 0x05, 0x07}));
+    QCOMPARE(rig.reso.count(), 0);
+    QCOMPARE(rig.dialog.resoIndex(), 0);
+}
+
+void TestSetDialog::resoAndRateContinueFromTheUnit()
+{
+    Rig rig;
+    rig.dialog.setRESO_V(5);
+    rig.dialog.setRESO_V(7); // outside the cycle: kept at 5
+    rig.dialog.setRARE_V(1);
+    rig.dialog.setRARE_V(-1);
+    rig.key("btn_reso")->click();
+    for (int i = 0; i < 3; ++i)
+        rig.key("btn_rate")->click();
+    QCOMPARE(
+        rig.sent(),
+        hexList("a56c1500a5ff01000000000000000000a3057303ae a56c1500a5ff01000000000000000000a5027203ae "
+                "a56c1500a5ff01000000000000000000a5007003ae a56c1500a5ff01000000000000000000a5017103ae"));
+    // RESO's code 0x05, then the rate indexes.
+    QCOMPARE(ints(rig.rate), (QList<int>{0x05, 2, 0, 1}));
+}
+
+void TestSetDialog::pipSizeOnlyWhileUnlocked()
+{
+    Rig rig;
+    QPushButton *pipS = rig.key("btn_pip_s");
+    QVERIFY(!litWhilePressed(pipS));
+    QVERIFY(rig.sent().isEmpty());
+    QCOMPARE(rig.size.count(), 0);
+
+    rig.dialog.setPIP_size_unlock_falg_slots(true);
+    QVERIFY(litWhilePressed(pipS));
+    pipS->click();
+    QCOMPARE(
+        rig.sent(),
+        hexList("a56c1500a5ff01000000000000000000a2006d03ae a56c1500a5ff01000000000000000000a2016e03ae"));
+    QCOMPARE(ints(rig.size), (QList<int>{0, 1}));
+    QCOMPARE(pipS->styleSheet(), Unlit);
+
+    rig.dialog.setPIP_S_V(0);
+    rig.dialog.setPIP_S_V(3); // outside the cycle
+    pipS->click();
+    QCOMPARE(rig.sent(), hexList("a56c1500a5ff01000000000000000000a2016e03ae"));
+
+    rig.dialog.setPIP_size_unlock_falg_slots(false);
+    QVERIFY(!litWhilePressed(pipS));
+    QVERIFY(rig.sent().isEmpty());
+    QCOMPARE(rig.size.count(), 1);
+}
+
+void TestSetDialog::keysFlashForTheirWait_data()
+{
+    QTest::addColumn<QByteArray>("key");
+    QTest::addColumn<int>("waitMs");
+    QTest::addColumn<QByteArray>("frames");
+
+    QTest::newRow("RESET") << QByteArray("btn_reset") << 200
+                           << QByteArray("a56c1400a5ff010000000000000000000bd502ae");
+    QTest::newRow("fan") << QByteArray("btn_fan") << 600 << QByteArray();
+    QTest::newRow("MicVol") << QByteArray("btn_micvol") << 200 << QByteArray();
+    QTest::newRow("key") << QByteArray("btn_key") << 200 << QByteArray();
+    QTest::newRow("L_1") << QByteArray("btn_l_1") << 200 << QByteArray();
+    QTest::newRow("L_2") << QByteArray("btn_l_2") << 200 << QByteArray();
+}
+
+void TestSetDialog::keysFlashForTheirWait()
+{
+    QFETCH(QByteArray, key);
+    QFETCH(int, waitMs);
+    QFETCH(QByteArray, frames);
+
+    Rig rig;
+    QPushButton *button = rig.key(key.constData());
+    QElapsedTimer took;
+    took.start();
+    QVERIFY(litWhilePressed(button));
+    QVERIFY(took.elapsed() >= waitMs * 95 / 100);
+    QCOMPARE(button->styleSheet(), Unlit);
+    QCOMPARE(rig.sent(), hexList(frames));
+    QCOMPARE(rig.size.count() + rig.rate.count() + rig.reso.count(), 0);
+}
+
+void TestSetDialog::serialNumber_data()
+{
+    QTest::addColumn<QByteArray>("sn");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("zero bytes skipped") << hex("12000a") << QStringLiteral("SN:12 a ");
+    QTest::newRow("high bytes as two digits") << hex("80ff9c01") << QStringLiteral("SN:80 ff 9c 1 ");
+    QTest::newRow("all zero") << hex("00000000") << QStringLiteral("SN:");
+    QTest::newRow("empty") << QByteArray() << QStringLiteral("SN:");
+}
+
+void TestSetDialog::serialNumber()
+{
+    QFETCH(QByteArray, sn);
+    QFETCH(QString, text);
+
+    Rig rig;
+    connect(&rig.link, &RVX5ALL_workdata::on_signals_5370Data, &rig.dialog, &SetDialog::on_toRead_5370SMDtat);
+    emit rig.link.on_signals_5370Data(sn);
+    QCOMPARE(rig.label("label_SM"), text);
+}
+
+void TestSetDialog::keyboardClicksNoKey()
+{
+    Rig rig;
+    rig.dialog.setPIP_size_unlock_falg_slots(true);
+    rig.dialog.activateWindow();
+    const QList<QPushButton *> keys = rig.dialog.findChildren<QPushButton *>();
+    QCOMPARE(keys.size(), 9);
+    for (QPushButton *key : keys) {
+        QVERIFY2(!key->isDefault() && !key->autoDefault(), qPrintable(key->objectName()));
+        // Space on a focused key would press it behind the operator's back.
+        QCOMPARE(key->focusPolicy(), Qt::NoFocus);
+    }
+    for (Qt::Key k : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space})
+        QTest::keyClick(&rig.dialog, k);
+    QVERIFY(rig.sent().isEmpty());
+    QCOMPARE(rig.size.count() + rig.rate.count() + rig.reso.count(), 0);
+    QVERIFY(rig.dialog.isVisible());
+
+    // Esc closes this window only; the panel learns of it through rejected().
+    QSignalSpy rejected(&rig.dialog, &QDialog::rejected);
+    QTest::keyClick(&rig.dialog, Qt::Key_Escape);
+    QCOMPARE(rejected.count(), 1);
+    QVERIFY(!rig.dialog.isVisible());
+    QVERIFY(rig.host.isVisible());
+    QVERIFY(rig.sent().isEmpty());
+}
+
+void TestSetDialog::freedDuringAWaitSendsNothing()
+{
+    Rig rig;
+    auto *dialog = new SetDialog(&rig.host, &rig.link);
+    dialog->show();
+    QTimer::singleShot(50, &rig.host, [dialog] { delete dialog; });
+    dialog->findChild<QPushButton *>(QStringLiteral("btn_reset"))->click();
+    QVERIFY(rig.sent().isEmpty());
+}
+
+QTEST_MAIN(TestSetDialog)
+#include "tst_setdialog.moc"
