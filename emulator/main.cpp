@@ -42,8 +42,9 @@ int main(int argc, char *argv[])
     parser.addHelpOption();
     const QCommandLineOption unitOpt(
         QStringLiteral("unit"),
-        QStringLiteral("A unit: type=0x21,name=Studio A,id=0a0b0c,ip=A,his=A|auto|none,"
-                       "hisclass=e0|e5,fault=F[+F]. Repeatable."),
+        QStringLiteral("A unit: type=0x21,name=Studio_A,id=0a0b0c,ip=A,his=A|auto|none,"
+                       "hisclass=e0|e5,fault=F[+F]; 8000 series also serial=HEX,"
+                       "state=first|long|short. Repeatable."),
         QStringLiteral("unit"));
     const QCommandLineOption countOpt(QStringLiteral("count"),
                                       QStringLiteral("Generate N units after the --unit ones."),

@@ -82,6 +82,11 @@ void Rvx3210Behaviour::setField(int offset, uint8_t value)
         m_record[offset] = char(value);
 }
 
+void Rvx3210Behaviour::setLevels(const QByteArray &levels)
+{
+    m_levels = padded(levels, 4);
+}
+
 QList<Reply> Rvx3210Behaviour::handle(Board board, uint8_t command, const QByteArray &data,
                                       const QByteArray &)
 {
@@ -184,7 +189,7 @@ bool Rvx3210Behaviour::applyMain(uint8_t command, const QByteArray &data)
         setField(Rate, d0);
         break;
     case 0xB4:
-        m_levels = padded(data, 4);
+        setLevels(data);
         break;
     case 0xB9:
         setField(AudioCh1, d0);

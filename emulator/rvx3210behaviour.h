@@ -63,6 +63,8 @@ protected:
     void resizeRecord(int length);
     uint8_t field(int offset) const;
     void setField(int offset, uint8_t value);
+    // The last audio levels command (0xB4), shown in the state file.
+    void setLevels(const QByteArray &levels);
 
     // Applies one main-board command to the record; false when the command is not known.
     virtual bool applyMain(uint8_t command, const QByteArray &data);

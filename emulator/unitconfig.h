@@ -17,6 +17,15 @@ enum class Fault
     Silent,      // the unit answers nothing at all (it still logs what it receives)
 };
 
+// Which form of the state reply an 8000-series unit gives: the long one carries the serial
+// number before the state, the short one the state alone.
+enum class StateForm
+{
+    FirstLong, // the long reply to the unit's first state read, the short one after
+    Long,
+    Short,
+};
+
 // What one emulated unit is: fixed at start-up, read by the unit's behaviour.
 struct UnitConfig
 {
@@ -28,6 +37,8 @@ struct UnitConfig
     QHostAddress hisIp;      // HIS board; null when the unit has none
     uint8_t hisClass = 0xE0; // device class byte of the HIS board: 0xE0 or 0xE5
     QSet<Fault> faults;
+    QByteArray serial; // 8000 series: serial number bytes of the long state reply; empty = from the id
+    StateForm stateForm = StateForm::FirstLong;
 
     bool hasHis() const { return !hisIp.isNull(); }
     bool has(Fault f) const { return faults.contains(f); }

@@ -7,6 +7,7 @@ constexpr int kPerBlock = 250;
 constexpr int kMainBlock = 1;
 constexpr int kHisBlock = 101;
 constexpr int kMaxNameLength = 32;
+constexpr int kMaxSerialLength = 16;
 
 QHostAddress planAddress(int block, int index)
 {
@@ -31,7 +32,7 @@ UnitConfig UnitPlan::defaults(int index)
     UnitConfig u;
     u.index = index;
     u.childType = 0x21;
-    u.name = QStringLiteral("Unit %1").arg(index + 1, 4, 10, QLatin1Char('0'));
+    u.name = QStringLiteral("Unit_%1").arg(index + 1, 4, 10, QLatin1Char('0'));
     const int serial = index + 1;
     u.id = QByteArray::fromRawData("\x4b\0\0", 3);
     u.id.detach();
@@ -154,6 +155,26 @@ bool UnitPlan::parseUnit(const QString &description, int index, UnitConfig *unit
         } else if (key == QLatin1String("hisclass")) {
             if (!parseByte(value, &u.hisClass) || (u.hisClass != 0xE0 && u.hisClass != 0xE5)) {
                 *error = QStringLiteral("bad hisclass '%1' (e0 or e5)").arg(value);
+                return false;
+            }
+        } else if (key == QLatin1String("serial")) {
+            const QByteArray serial = QByteArray::fromHex(value.trimmed().toLatin1());
+            if (serial.isEmpty() || serial.size() > kMaxSerialLength ||
+                serial.toHex() != value.trimmed().toLower().toLatin1()) {
+                *error = QStringLiteral("bad serial '%1' (2-32 hex digits)").arg(value);
+                return false;
+            }
+            u.serial = serial;
+        } else if (key == QLatin1String("state")) {
+            const QString v = value.trimmed();
+            if (v == QLatin1String("first"))
+                u.stateForm = StateForm::FirstLong;
+            else if (v == QLatin1String("long"))
+                u.stateForm = StateForm::Long;
+            else if (v == QLatin1String("short"))
+                u.stateForm = StateForm::Short;
+            else {
+                *error = QStringLiteral("bad state '%1' (first, long or short)").arg(value);
                 return false;
             }
         } else if (key == QLatin1String("fault")) {

@@ -16,8 +16,9 @@ public:
     static QHostAddress mainAddress(int index);
     static QHostAddress hisAddress(int index);
 
-    // Defaults for unit n: type 0x21, name "Unit 000n+1", identifier 4b hh ll (n+1), plan address,
-    // and the plan's HIS address where the model has a HIS board.
+    // Defaults for unit n: type 0x21, name "Unit_000n+1" (no blank: the search window cuts an entry at its
+    // first blank), identifier 4b hh ll (n+1), plan address, and the plan's HIS address where the model has a
+    // HIS board.
     static UnitConfig defaults(int index);
 
     // Every model but the RVX3220 has a second network endpoint, the HIS board.
@@ -25,7 +26,8 @@ public:
 
     // "type=0x21,name=Studio A,id=0a0b0c,ip=10.77.1.1,his=10.77.101.1,hisclass=e0,fault=split+duplicate"
     // Every key is optional; without "his" (or with his=auto) a unit whose model has a HIS
-    // board gets the plan's HIS address; his=none leaves it out.
+    // board gets the plan's HIS address; his=none leaves it out. The 8000 series also takes
+    // serial=<hex> and state=first|long|short (the form of its state reply).
     static bool parseUnit(const QString &description, int index, UnitConfig *unit, QString *error);
 
     static bool parseFault(const QString &name, Fault *fault);

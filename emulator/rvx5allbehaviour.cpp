@@ -1,0 +1,396 @@
+#include "rvx5allbehaviour.h"
+
+#include "emuframe.h"
+#include "familyregistry.h"
+
+namespace {
+
+constexpr uint8_t CmdReadState = 0x49;
+constexpr char StateSeparator = 0x23;
+// Pieces 2 to 16 of the long reply are empty: 15 separators more after the serial's.
+constexpr int LongReplyEmptyPieces = 15;
+
+constexpr uint8_t BarInput = 9;
+constexpr uint8_t LeverEnd = 128;
+
+// Output format: the command carries the list index, the state reports the format's code.
+constexpr uint8_t OutputCodes[] = {0x07, 0x0B, 0x09, 0x01, 0x03, 0x0D, 0x05};
+// Audio sources the units take, by code.
+constexpr uint8_t Sources[] = {0x07, 0x03, 0x04, 0x05, 0x06, 0x08, 0x00};
+constexpr uint8_t Sources5350[] = {0x03, 0x04, 0x08, 0x00};
+
+// Wipe pattern codes of 0x92: left, up, right, down.
+constexpr uint8_t WipeLeft = 0x28;
+constexpr uint8_t WipeUp = 0x2A;
+constexpr uint8_t WipeRight = 0x2C;
+constexpr uint8_t WipeDown = 0x2E;
+
+// PIP position range by PIP size (small, medium, large).
+struct Range
+{
+    int h;
+    int v;
+};
+constexpr Range PipRanges[] = {{1440, 810}, {1280, 720}, {960, 540}};
+
+// What the HIS board understands; the RVX3210 family's answers are used as they are.
+constexpr uint8_t HisCommands[] = {0x24, 0x05, 0x23, 0x67, 0x6A};
+
+template <size_t N> bool contains(const uint8_t (&table)[N], uint8_t value)
+{
+    for (uint8_t v : table) {
+        if (v == value)
+            return true;
+    }
+    return false;
+}
+
+QString hexByte(uint8_t b)
+{
+    return QStringLiteral("0x%1").arg(b, 2, 16, QLatin1Char('0'));
+}
+
+} // namespace
+
+Rvx5AllBehaviour::Model Rvx5AllBehaviour::modelOf(uint8_t childType)
+{
+    switch (childType) {
+    case 0x51:
+    case 0x52:
+    case 0x56:
+        return Model::Rvx5370;
+    case 0x55:
+        return Model::Rvx5350;
+    default:
+        return Model::Rvx5310;
+    }
+}
+
+Rvx5AllBehaviour::Rvx5AllBehaviour(const UnitConfig &unit, QObject *parent)
+    : Rvx3210Behaviour(unit, parent), m_model(modelOf(unit.childType)), m_serial(unit.serial)
+{
+    resizeRecord(RecordLength8000);
+    if (m_serial.isEmpty()) {
+        // Made in 2026-11, the model, the unit identifier, batch 1.
+        m_serial = QByteArray::fromHex("202611");
+        m_serial.append(char(unit.childType));
+        m_serial.append(unit.id);
+        m_serial.append('\x01');
+    }
+    powerUp();
+}
+
+void Rvx5AllBehaviour::powerUp()
+{
+    resizeRecord(0);
+    resizeRecord(RecordLength8000);
+    setField(Pgm, 1);
+    setField(Pvw, 2);
+    setField(AudioCh1, m_model == Model::Rvx5350 ? 0x03 : 0x07);
+    setField(AudioVol1, 50);
+    setField(AudioCh2, m_model == Model::Rvx5350 ? 0x04 : 0x03);
+    setField(AudioVol2, 50);
+    setField(TransType, 1);
+    setField(PipBorderWidth, 2);
+    setField(Rate, 1);
+    setField(OutputFormat, OutputCodes[0]);
+    m_recording = false;
+    m_paused = false;
+    m_stream = 0;
+    m_pop = 0;
+    m_pgmBeforeBar = 1;
+    m_pvwBeforeBar = 2;
+    m_rotated = false;
+}
+
+QList<Reply> Rvx5AllBehaviour::handle(Board board, uint8_t command, const QByteArray &data,
+                                      const QByteArray &frame)
+{
+    if (board == Board::Main && command == CmdReadState) {
+        ++m_reads;
+        const bool longForm =
+            unit().stateForm == StateForm::Long || (unit().stateForm == StateForm::FirstLong && m_reads == 1);
+        Reply r;
+        r.board = Board::Main;
+        r.bytes = stateReply8000(longForm);
+        return {r};
+    }
+    if (board == Board::His && !contains(HisCommands, command)) {
+        noteUnknown(QStringLiteral("his:") + hexByte(command));
+        return {};
+    }
+    return Rvx3210Behaviour::handle(board, command, data, frame);
+}
+
+QByteArray Rvx5AllBehaviour::stateReply8000(bool longForm) const
+{
+    QByteArray record;
+    for (int i = 0; i < RecordLength8000; ++i)
+        record.append(char(field(i)));
+    QByteArray data;
+    data.append(StateSeparator);
+    if (longForm) {
+        data.append(m_serial);
+        data.append(StateSeparator);
+        data.append(QByteArray(LongReplyEmptyPieces, StateSeparator));
+    } else {
+        data.append('\x01');
+        data.append(StateSeparator);
+    }
+    data.append(record);
+    data.append(StateSeparator);
+    return frameFrom(Board::Main, CmdReadState, data);
+}
+
+bool Rvx5AllBehaviour::validInput(uint8_t input) const
+{
+    if (m_model == Model::Rvx5350)
+        return input == 1 || input == 2;
+    return (input >= 1 && input <= 4) || input == BarInput;
+}
+
+bool Rvx5AllBehaviour::validSource(uint8_t code) const
+{
+    return m_model == Model::Rvx5350 ? contains(Sources5350, code) : contains(Sources, code);
+}
+
+void Rvx5AllBehaviour::setPosition(int highField, int value)
+{
+    setField(highField, uint8_t(value >> 8));
+    setField(highField + 1, uint8_t(value & 0xFF));
+}
+
+void Rvx5AllBehaviour::clampPositions()
+{
+    const Range range = PipRanges[qMin<int>(field(PipSize), 2)];
+    const int h = (field(PipHHigh) << 8) | field(PipHLow);
+    const int v = (field(PipVHigh) << 8) | field(PipVLow);
+    setPosition(PipHHigh, qMin(h, range.h));
+    setPosition(PipVHigh, qMin(v, range.v));
+}
+
+void Rvx5AllBehaviour::putBar(int busField, uint8_t on, uint8_t *kept)
+{
+    if (!validInput(BarInput))
+        return;
+    if (on && field(busField) != BarInput) {
+        *kept = field(busField);
+        setField(busField, BarInput);
+    } else if (!on && field(busField) == BarInput) {
+        setField(busField, *kept);
+    }
+}
+
+void Rvx5AllBehaviour::noteUnknown(const QString &code)
+{
+    if (!m_unknown.contains(code))
+        m_unknown << code;
+}
+
+bool Rvx5AllBehaviour::applyMain(uint8_t command, const QByteArray &data)
+{
+    const uint8_t d0 = EmuFrame::byteAt(data, 0);
+    const uint8_t d1 = EmuFrame::byteAt(data, 1);
+    const int word = d0 | (d1 << 8); // positions arrive low byte first
+    auto swapBuses = [this] {
+        const uint8_t pgm = field(Pgm);
+        setField(Pgm, field(Pvw));
+        setField(Pvw, pgm);
+    };
+    auto toggle = [this](int offset) { setField(offset, field(offset) ? 0 : 1); };
+
+    switch (command) {
+    case 0x80:
+        if (validInput(d0))
+            setField(Pgm, d0);
+        break;
+    case 0x81:
+        if (validInput(d0))
+            setField(Pvw, d0);
+        break;
+    case 0x82:
+        // Direction and travel of the lever; 128 is its arrival at an end.
+        if (d1 == LeverEnd)
+            swapBuses();
+        break;
+    case 0x83:
+    case 0x84:
+        swapBuses();
+        break;
+    case 0x85:
+        toggle(Ftb);
+        break;
+    case 0x86:
+        setField(PipState, d0);
+        if (d0)
+            m_pop = 0; // one inset at a time
+        break;
+    case 0x87:
+        m_stream = d0;
+        break;
+    case 0x8D:
+        setField(TransType, 1);
+        break;
+    case 0x8E:
+        setField(TransType, 2);
+        break;
+    case 0x8F:
+        setField(TransType, 4);
+        break;
+    case 0x92:
+        if (m_model == Model::Rvx5350) {
+            const int own = d0 == WipeLeft    ? 0
+                            : d0 == WipeRight ? 1
+                            : d0 == WipeDown  ? 2
+                            : d0 == WipeUp    ? 3
+                                              : -1;
+            if (own >= 0)
+                setField(WipeType, uint8_t(own));
+        } else if (d0 == WipeLeft || d0 == WipeUp || d0 == WipeRight || d0 == WipeDown) {
+            setField(WipeType, uint8_t(d0 - WipeLeft));
+        }
+        break;
+    case 0x9D:
+        setField(PipBorderEnable, d0);
+        break;
+    case 0x9E:
+        setField(PipBorderColor, d0);
+        break;
+    case 0x9F:
+        setField(PipBorderWidth, d0);
+        break;
+    case 0xA0:
+        setPosition(PipHHigh, word);
+        clampPositions();
+        break;
+    case 0xA1:
+        setPosition(PipVHigh, word);
+        clampPositions();
+        break;
+    case 0xA2:
+        if (d0 <= 2) {
+            setField(PipSize, d0);
+            clampPositions();
+        }
+        break;
+    case 0xA3:
+        if (d0 < sizeof(OutputCodes))
+            setField(OutputFormat, OutputCodes[d0]);
+        break;
+    case 0xA5:
+        if (d0 <= 2)
+            setField(Rate, d0);
+        break;
+    case 0xA7:
+        m_pop = d0;
+        if (d0)
+            setField(PipState, 0);
+        break;
+    case 0xA8:
+        m_popWindow = d0;
+        break;
+    case 0xA9:
+        m_popBorder = d0;
+        break;
+    case 0xAA:
+        m_popColor = d0;
+        break;
+    case 0xAB:
+        m_popWidth = d0;
+        break;
+    case 0xAC:
+        m_popH = word;
+        break;
+    case 0xAD:
+        m_popV = word;
+        break;
+    case 0xB2:
+        m_recording = d0 != 0;
+        m_paused = false;
+        break;
+    case 0xB4: // CH1, CH2, third and master level; the state reports the first two as received
+        setLevels(data);
+        setField(AudioVol1, d0);
+        setField(AudioVol2, d1);
+        break;
+    case 0xB9:
+        if (validSource(d0))
+            setField(AudioCh1, d0);
+        break;
+    case 0xBA:
+        if (validSource(d0))
+            setField(AudioCh2, d0);
+        break;
+    case 0xC5:
+        if (m_recording)
+            m_paused = !m_paused;
+        break;
+    case 0xCB:
+        setField(AudioType, 1);
+        break;
+    case 0xCC:
+        setField(AudioType, 0);
+        break;
+    case 0xCD:
+        toggle(Still);
+        break;
+    case 0xCE:
+        setField(AudioVol1, d0);
+        break;
+    case 0xCF:
+        setField(AudioVol2, d0);
+        break;
+    case 0xD4:
+        toggle(Mute);
+        break;
+    case 0xD5:
+        m_rotated = !m_rotated;
+        break;
+    case 0xD7:
+        putBar(Pgm, d0, &m_pgmBeforeBar);
+        break;
+    case 0xD8:
+        putBar(Pvw, d0, &m_pvwBeforeBar);
+        break;
+    case 0x0B:
+        ++m_resets;
+        powerUp();
+        break;
+    case 0x05:
+    case 0xD0: // F2 and F7 change nothing the record reports
+    case 0xD6:
+        return Rvx3210Behaviour::applyMain(command, data);
+    default:
+        noteUnknown(hexByte(command));
+        return false;
+    }
+    return true;
+}
+
+StateLines Rvx5AllBehaviour::state() const
+{
+    static const char *const models[] = {"RVX5310", "RVX5370", "RVX5350"};
+    auto num = [](int v) { return QString::number(v); };
+    StateLines lines = Rvx3210Behaviour::state();
+    lines.prepend({"model", QString::fromLatin1(models[int(m_model)])});
+    lines.append({"mute", num(field(Mute))});
+    lines.append({"serial", EmuFrame::hex(m_serial)});
+    lines.append({"reads", num(m_reads)});
+    lines.append({"rec", num(m_recording)});
+    lines.append({"pause", num(m_paused)});
+    lines.append({"stream", num(m_stream)});
+    lines.append({"pop", num(m_pop)});
+    lines.append({"pop_window", num(m_popWindow)});
+    lines.append({"pop_border", num(m_popBorder)});
+    lines.append({"pop_color", num(m_popColor)});
+    lines.append({"pop_width", num(m_popWidth)});
+    lines.append({"pop_h", num(m_popH)});
+    lines.append({"pop_v", num(m_popV)});
+    lines.append({"rotate", num(m_rotated)});
+    lines.append({"resets", num(m_resets)});
+    if (!m_unknown.isEmpty())
+        lines.append({"unknown", m_unknown.join(QLatin1Char(' '))});
+    return lines;
+}
+
+REGISTER_FAMILY(Rvx5AllBehaviour, 0x4F, 0x53, 0x54, 0x51, 0x52, 0x56, 0x55)
