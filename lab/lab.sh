@@ -6,7 +6,10 @@
 #
 #   lab/lab.sh [--emulator PATH] [--unit UNIT]... [--count N --type T] [--emulator-arg ARG]...
 #              [--xvfb] [--screenshot FILE --after SECONDS] [--stop-after SECONDS]
-#              [--logdir DIR] [--ready-timeout SECONDS] -- command [args...]
+#              [--logdir DIR] [--ready-timeout SECONDS] [--office-link] -- command [args...]
+#
+# --office-link gives the operator a second link, to an office network with the default route
+# and no unit on it, as on an operator PC with two network cards.
 #
 # Exit code: the command's own, 0 when --stop-after ended it, 2 for a usage error or a refusal,
 # 125 when the lab could not be set up.
@@ -18,6 +21,10 @@ readonly UNIT_SIDE_ADDR=10.77.0.2
 readonly PREFIX=16
 readonly OP_IF=kova0
 readonly UNIT_IF=kova1
+readonly OFFICE_ADDR=10.78.0.1
+readonly OFFICE_GATEWAY=10.78.0.254
+readonly OFFICE_IF=kova2
+readonly OFFICE_PEER_IF=kova3
 
 die() {
     echo "lab.sh: $*" >&2
@@ -25,7 +32,7 @@ die() {
 }
 
 usage() {
-    sed -n '6,11p' "${BASH_SOURCE[0]}" | sed 's/^# \{0,1\}//' >&2
+    sed -n '6,13p' "${BASH_SOURCE[0]}" | sed 's/^# \{0,1\}//' >&2
     exit 2
 }
 
@@ -37,6 +44,7 @@ after=""
 stop_after=""
 logdir=""
 ready_timeout=30
+office_link=0
 
 while [ "$#" -gt 0 ]; do
     case "$1" in
@@ -51,6 +59,7 @@ while [ "$#" -gt 0 ]; do
     --stop-after) stop_after=${2:?}; shift 2 ;;
     --logdir) logdir=${2:?}; shift 2 ;;
     --ready-timeout) ready_timeout=${2:?}; shift 2 ;;
+    --office-link) office_link=1; shift ;;
     --help|-h) usage ;;
     --) shift; break ;;
     *) echo "lab.sh: unknown option $1" >&2; usage ;;
@@ -71,7 +80,7 @@ emulator=$(cd "$(dirname "$emulator")" && pwd)/$(basename "$emulator")
 
 # A lab killed outright (SIGKILL, say a test runner's time-out) cannot clean up after itself;
 # the next lab removes namespaces of ours whose script is gone.
-for ns in $(ip netns list | awk '{print $1}' | grep -E '^kova-(op|un)-[0-9]+-[0-9]+$' || true); do
+for ns in $(ip netns list | awk '{print $1}' | grep -E '^kova-(op|un|of)-[0-9]+-[0-9]+$' || true); do
     owner=${ns#kova-??-}
     owner=${owner%%-*}
     if ! kill -0 "$owner" 2>/dev/null; then
@@ -85,10 +94,12 @@ done
 run_id="$$-$RANDOM"
 op_ns="kova-op-$run_id"
 unit_ns="kova-un-$run_id"
-while ip netns list | grep -qE "^($op_ns|$unit_ns)( |$)"; do
+office_ns="kova-of-$run_id"
+while ip netns list | grep -qE "^($op_ns|$unit_ns|$office_ns)( |$)"; do
     run_id="$$-$RANDOM"
     op_ns="kova-op-$run_id"
     unit_ns="kova-un-$run_id"
+    office_ns="kova-of-$run_id"
 done
 
 own_logdir=0
@@ -134,7 +145,7 @@ cleanup() {
     stop_pid "$xvfb_pid"
     if [ "$namespaces_made" = 1 ]; then
         # Whatever the command left running in our own namespaces goes too, by pid.
-        for ns in "$op_ns" "$unit_ns"; do
+        for ns in "$op_ns" "$unit_ns" "$office_ns"; do
             for pid in $(ip netns pids "$ns" 2>/dev/null); do
                 kill -KILL "$pid" 2>/dev/null
             done
@@ -142,6 +153,7 @@ cleanup() {
     fi
     ip netns del "$op_ns" 2>/dev/null
     ip netns del "$unit_ns" 2>/dev/null
+    ip netns del "$office_ns" 2>/dev/null
     if [ "$own_logdir" = 1 ]; then
         if [ "$result" = 0 ]; then
             rm -rf "$logdir"
@@ -177,8 +189,22 @@ ip -n "$op_ns" link add "$OP_IF" type veth peer name "$UNIT_IF" netns "$unit_ns"
 ip -n "$op_ns" link set lo up
 ip -n "$op_ns" addr add "$OPERATOR_ADDR/$PREFIX" dev "$OP_IF"
 ip -n "$op_ns" link set "$OP_IF" up
-# The /16 comes with the address; the limited broadcast must leave through the veth too.
-ip -n "$op_ns" route add 255.255.255.255/32 dev "$OP_IF"
+if [ "$office_link" = 1 ]; then
+    # The office side: a namespace of its own holding the gateway address, so whatever the
+    # routing table sends there (the limited broadcast included) never meets a unit.
+    ip netns add "$office_ns" || setup_fail "cannot create namespace $office_ns"
+    ip -n "$op_ns" link add "$OFFICE_IF" type veth peer name "$OFFICE_PEER_IF" netns "$office_ns" ||
+        setup_fail "cannot create the office veth pair"
+    ip -n "$office_ns" link set lo up
+    ip -n "$office_ns" addr add "$OFFICE_GATEWAY/16" dev "$OFFICE_PEER_IF"
+    ip -n "$office_ns" link set "$OFFICE_PEER_IF" up
+    ip -n "$op_ns" addr add "$OFFICE_ADDR/16" dev "$OFFICE_IF"
+    ip -n "$op_ns" link set "$OFFICE_IF" up
+    ip -n "$op_ns" route add default via "$OFFICE_GATEWAY" dev "$OFFICE_IF"
+else
+    # The /16 comes with the address; the limited broadcast must leave through the veth too.
+    ip -n "$op_ns" route add 255.255.255.255/32 dev "$OP_IF"
+fi
 
 ip -n "$unit_ns" link set lo up
 ip -n "$unit_ns" addr add "$UNIT_SIDE_ADDR/$PREFIX" dev "$UNIT_IF"
@@ -238,6 +264,9 @@ export LAB_OPERATOR="$OPERATOR_ADDR"
 export LAB_LOGDIR="$logdir"
 export LAB_OPERATOR_NS="$op_ns"
 export LAB_UNIT_NS="$unit_ns"
+if [ "$office_link" = 1 ]; then
+    export LAB_OFFICE_NS="$office_ns"
+fi
 
 stopped_marker="$logdir/command.stopped"
 rm -f "$stopped_marker"

@@ -1,6 +1,7 @@
 #include "workdata.h"
 
 #include "framecodec.h"
+#include "searchinterfaces.h"
 
 #include <QDate>
 #include <QDateTime>
@@ -320,7 +321,21 @@ void SWITCHER_DATA::setSearcheQuipment()
 
     if (!m_socket)
         initUDPSOCKET();
-    m_socket->writeDatagram(frame, QHostAddress::Broadcast, Port);
+    // Once out of every link that can broadcast, from the one socket, so the replies of every
+    // network arrive where the reader waits. With no such link the routing table decides, as
+    // for any datagram: nowhere without a route (nothing is listed), or the loopback of a
+    // private namespace that routes the broadcast there.
+    const QList<SearchInterfaces::Link> links = SearchInterfaces::usable();
+    const int fd = int(m_socket->socketDescriptor());
+    if (links.isEmpty() || fd < 0) {
+        m_socket->writeDatagram(frame, QHostAddress::Broadcast, Port);
+        return;
+    }
+    for (const SearchInterfaces::Link &link : links) {
+        const bool sent = SearchInterfaces::sendBroadcast(fd, link, frame, Port);
+        qCDebug(lcLink) << "search out of" << link.name << link.address.toString()
+                        << (sent ? "sent" : "refused");
+    }
 }
 
 void SWITCHER_DATA::ReceiveDatagram()
