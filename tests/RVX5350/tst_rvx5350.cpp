@@ -2,7 +2,7 @@
 // boxes, the RESO/RATE/CH cycles, the unit's own wipe coding against the WIPE key's cycle, the
 // blinking STILL and its state rule, the SET strip with its clock, and the keyboard.
 #include "RVX5350/rvx5350.h"
-#include "RVX5370/frontpanel8000.h"
+#include "RVX8000/frontpanel8000.h"
 #include "RVX8000/pipgro.h"
 #include "RVX8000/set.h"
 #include "SwitcherData/rvx5all_workdata.h"

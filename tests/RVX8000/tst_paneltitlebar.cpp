@@ -1,6 +1,6 @@
 // The 8000-series panels' title strip: dragging it moves the panel it heads (and nothing when it
 // heads none), the minimise key minimises that panel, and the close key ends the application.
-#include "RVX5370/paneltitlebar.h"
+#include "RVX8000/paneltitlebar.h"
 
 #include <QEventLoop>
 #include <QMouseEvent>
