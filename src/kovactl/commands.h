@@ -1,0 +1,57 @@
+#pragma once
+
+#include "family.h"
+
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+class RVX3210_workdata;
+class RVX3220_workdata;
+class RVX5ALL_workdata;
+class ReportingLink;
+
+// The link objects a command may drive; only the one of the unit's family is set.
+struct Links
+{
+    RVX3210_workdata *rvx3210 = nullptr;
+    RVX3220_workdata *rvx3220 = nullptr;
+    RVX5ALL_workdata *series8000 = nullptr;
+    ReportingLink *reporting() const;
+};
+
+// One operator action by name, checked against a family before anything is sent: the same
+// call of the same link method that the family's panel makes for that key or list.
+class CommandCall
+{
+public:
+    enum class Verdict
+    {
+        Ok,
+        Unknown,  // no command of that name in any family
+        BadUsage, // malformed arguments, or arguments no family takes
+        NotHere,  // the family lacks the command or the argument
+    };
+
+    // Checks `name args` for `family`. With Ok, run() sends it.
+    static CommandCall check(const QString &name, const QStringList &args, Family family);
+    // Checks `name args` against every family: Ok when at least one takes it, so a call that
+    // no unit could take is refused before anything goes on the wire.
+    static CommandCall checkAnyFamily(const QString &name, const QStringList &args);
+
+    Verdict verdict() const { return m_verdict; }
+    QString message() const { return m_message; }
+    // The command goes to the HIS board, whose address the search must have found.
+    bool needsHisBoard() const { return m_needsHis; }
+    void run(const Links &links) const;
+
+    // One line per command: "name ARGS  - what it does [families]", for --help and the manual.
+    static QStringList listing();
+
+private:
+    friend struct CallBuilder;
+    Verdict m_verdict = Verdict::Unknown;
+    QString m_message;
+    bool m_needsHis = false;
+    std::function<void(const Links &)> m_action;
+};
