@@ -12,7 +12,6 @@
 #include "SwitcherData/rvx5all_workdata.h"
 #include "common/delay.h"
 #include "common/keysheet.h"
-#include "common/titlebarstyles.h"
 #include "rvx5350styles.h"
 #include "ui_rvx5350.h"
 
@@ -53,7 +52,6 @@ RVX5350::RVX5350(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::RVX
     ui->pip_area->setStyleSheet(QString::fromLatin1(S::PreviewArea));
     m_pipBox = new PIPGro5350(m_link, ui->pip_area);
     m_pipBox->setStyleSheet(QString::fromLatin1(S::PreviewBox));
-    ui->pip_title->setStyleSheet(QString::fromLatin1(TitleBarStyles::Logo));
     m_set = new Set(ui->sub_area, m_link);
     m_set->setObjectName(QString::fromLatin1(S::SetName));
     m_set->setWindowTitle(QString::fromLatin1(S::SetTitle));

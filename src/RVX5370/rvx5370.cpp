@@ -1,7 +1,7 @@
 #include "rvx5370.h"
 
 #include "RVX8000/audiomodekey.h"
-#include "RVX8000/f1strip.h"
+#include "RVX8000/f1qwidget.h"
 #include "RVX8000/frontpanel8000.h"
 #include "RVX8000/insetkeys.h"
 #include "RVX8000/keyblink.h"
@@ -12,7 +12,6 @@
 #include "SwitcherData/protocol.h"
 #include "SwitcherData/rvx5all_workdata.h"
 #include "common/keysheet.h"
-#include "common/titlebarstyles.h"
 #include "rvx5370styles.h"
 #include "ui_rvx5370.h"
 
@@ -47,9 +46,8 @@ RVX5370::RVX5370(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::RVX
     ui->pip_area->setStyleSheet(QString::fromLatin1(S::PreviewArea));
     m_pipBox = new PIPGro(m_link, ui->pip_area);
     m_pipBox->setStyleSheet(QString::fromLatin1(S::PreviewBox));
-    ui->pip_title->setStyleSheet(QString::fromLatin1(TitleBarStyles::Logo));
     // Both sub-widgets take the same place on the panel; one at a time is shown.
-    m_f1 = new F1Strip(ui->sub_area);
+    m_f1 = new F1QWidget(ui->sub_area, m_link);
     m_f1->setObjectName(QString::fromLatin1(S::F1Name));
     m_f1->setWindowTitle(QString::fromLatin1(S::F1Title));
     m_f1->setFixedSize(300, 222);

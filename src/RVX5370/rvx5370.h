@@ -7,7 +7,7 @@
 #include <memory>
 
 class AudioModeKey;
-class F1Strip;
+class F1QWidget;
 class FrontPanel8000;
 class InsetKeys;
 class KeyBlink;
@@ -38,7 +38,7 @@ public:
     FrontPanel8000 *front() const { return m_front; }
     PIPGro *pipBox() const { return m_pipBox; }
     SetDialog *setWidget() const { return m_set; }
-    F1Strip *f1Widget() const { return m_f1; }
+    F1QWidget *f1Widget() const { return m_f1; }
     bool ftbBlinking() const;
 
     void on_btn_rec_clicked();
@@ -76,7 +76,7 @@ private:
     FrontPanel8000 *m_front = nullptr;
     PIPGro *m_pipBox = nullptr;
     SetDialog *m_set = nullptr;
-    F1Strip *m_f1 = nullptr;
+    F1QWidget *m_f1 = nullptr;
     KeyBlink *m_ftbBlink = nullptr;
     InsetKeys *m_insets = nullptr;
     AudioModeKey *m_audioMode = nullptr;

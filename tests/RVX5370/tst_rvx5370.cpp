@@ -2,7 +2,7 @@
 // without a word sent back, the F1 and SET sub-widgets, the settings window's signals, AUTO,
 // CUT and the T-bar, and the keyboard against the clicks it stands for.
 #include "RVX5370/rvx5370.h"
-#include "RVX8000/f1strip.h"
+#include "RVX8000/f1qwidget.h"
 #include "RVX8000/frontpanel8000.h"
 #include "RVX8000/pipgro.h"
 #include "RVX8000/setdialog.h"

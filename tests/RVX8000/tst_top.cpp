@@ -1,6 +1,6 @@
 // The 8000-series panels' title strip: dragging it moves the panel it heads (and nothing when it
 // heads none), the minimise key minimises that panel, and the close key ends the application.
-#include "RVX8000/paneltitlebar.h"
+#include "RVX8000/top.h"
 
 #include <QEventLoop>
 #include <QMouseEvent>
@@ -8,7 +8,7 @@
 #include <QTimer>
 #include <QtTest>
 
-class TestPanelTitleBar : public QObject
+class TestTop : public QObject
 {
     Q_OBJECT
 private slots:
@@ -21,7 +21,7 @@ private:
     static void drag(QWidget *bar, QPoint by);
 };
 
-void TestPanelTitleBar::drag(QWidget *bar, QPoint by)
+void TestTop::drag(QWidget *bar, QPoint by)
 {
     const QPoint from(20, 10);
     QTest::mousePress(bar, Qt::LeftButton, Qt::NoModifier, from);
@@ -31,12 +31,12 @@ void TestPanelTitleBar::drag(QWidget *bar, QPoint by)
     QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, from + by);
 }
 
-void TestPanelTitleBar::dragMovesThePanel()
+void TestTop::dragMovesThePanel()
 {
     QWidget panel;
     panel.resize(400, 300);
     panel.move(100, 100);
-    auto *bar = new PanelTitleBar(&panel);
+    auto *bar = new Top(&panel);
     bar->setGeometry(0, 0, 400, 40);
     panel.show();
     QVERIFY(QTest::qWaitForWindowExposed(&panel));
@@ -46,9 +46,9 @@ void TestPanelTitleBar::dragMovesThePanel()
     QCOMPARE(bar->pos(), QPoint(0, 0));
 }
 
-void TestPanelTitleBar::dragWithoutPanelMovesNothing()
+void TestTop::dragWithoutPanelMovesNothing()
 {
-    PanelTitleBar bar;
+    Top bar;
     bar.resize(400, 40);
     bar.move(50, 50);
     bar.show();
@@ -61,19 +61,19 @@ void TestPanelTitleBar::dragWithoutPanelMovesNothing()
     QVERIFY(!bar.isMinimized());
 }
 
-void TestPanelTitleBar::minimiseKey()
+void TestTop::minimiseKey()
 {
     QWidget panel;
-    auto *bar = new PanelTitleBar(&panel);
+    auto *bar = new Top(&panel);
     panel.show();
     bar->minKey()->click();
     QTRY_VERIFY(panel.isMinimized());
 }
 
-void TestPanelTitleBar::closeKeyEndsTheApplication()
+void TestTop::closeKeyEndsTheApplication()
 {
     QWidget panel;
-    auto *bar = new PanelTitleBar(&panel);
+    auto *bar = new Top(&panel);
     panel.show();
     // The application's exit ends every event loop running, this one included, with code 0.
     QEventLoop loop;
@@ -83,5 +83,5 @@ void TestPanelTitleBar::closeKeyEndsTheApplication()
     QVERIFY(panel.isVisible());
 }
 
-QTEST_MAIN(TestPanelTitleBar)
-#include "tst_paneltitlebar.moc"
+QTEST_MAIN(TestTop)
+#include "tst_top.moc"
