@@ -13,7 +13,7 @@ constexpr int LongReplyEmptyPieces = 15;
 constexpr uint8_t BarInput = 9;
 constexpr uint8_t LeverEnd = 128;
 
-// Output format: the command carries the list index, the state reports the format's code.
+// Output format codes: 1080P60, P50, I60, I50, P30, P25, P24.
 constexpr uint8_t OutputCodes[] = {0x07, 0x0B, 0x09, 0x01, 0x03, 0x0D, 0x05};
 // Audio sources the units take, by code.
 constexpr uint8_t Sources[] = {0x07, 0x03, 0x04, 0x05, 0x06, 0x08, 0x00};
@@ -273,9 +273,9 @@ bool Rvx5AllBehaviour::applyMain(uint8_t command, const QByteArray &data)
             clampPositions();
         }
         break;
-    case 0xA3:
-        if (d0 < sizeof(OutputCodes))
-            setField(OutputFormat, OutputCodes[d0]);
+    case 0xA3: // the format's code, reported back as it came
+        if (contains(OutputCodes, d0))
+            setField(OutputFormat, d0);
         break;
     case 0xA5:
         if (d0 <= 2)

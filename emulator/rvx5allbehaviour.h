@@ -12,8 +12,8 @@
 //   15-18 PIP H and V positions high byte first, 19 STILL, 20 rate 0-2, 21 output format
 //   code, 22-23 zero, 24 mute.
 // Wipe directions are reported as the pattern code less 0x28 (L 0, U 2, R 4, D 6); the RVX5350
-// has its own coding (L 0, R 1, D 2, U 3). The output format arrives as a table index and is
-// reported as the format's code. PIP positions are kept inside the range of the PIP size.
+// has its own coding (L 0, R 1, D 2, U 3). The output format arrives and is reported as the
+// format's code (07 0b 09 01 03 0d 05). PIP positions are kept inside the range of the PIP size.
 //
 // The state reply (0x49) comes in two forms, cut by the receiver at 0x23:
 //   short: data = 23 01 23 <record> 23                  piece 2 = record
