@@ -1,0 +1,103 @@
+// End to end in the lab: the search window opens an emulated RVX5350; the panel shows the
+// unit's input, and the other input, a RESO press and a drag of the PIP preview change the
+// unit, which a state read (DS) brings back after the panel has been told otherwise.
+#include "RVX5350/rvx5350.h"
+#include "RVX8000/pipgro.h"
+#include "SwitcherData/rvx5all_workdata.h"
+#include "app/showsearch.h"
+#include "labstate.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QSignalSpy>
+#include <QtTest>
+
+class TestRvx5350Lab : public QObject
+{
+    Q_OBJECT
+private slots:
+    void openChangeReadBack();
+};
+
+void TestRvx5350Lab::openChangeReadBack()
+{
+    const QStringList units = qEnvironmentVariable("LAB_UNITS").split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    QCOMPARE(units.size(), 1);
+    const QString unit = units.first();
+
+    showsearch window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QListWidget *list = window.deviceList();
+    QTRY_COMPARE_WITH_TIMEOUT(list->count(), 1, 10000);
+    QListWidgetItem *item = list->item(0);
+    const QPoint at = list->visualItemRect(item).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+
+    QPointer<RVX5350> panel;
+    for (QWidget *w : QApplication::topLevelWidgets())
+        if (auto *p = qobject_cast<RVX5350 *>(w))
+            panel = p;
+    QVERIFY(panel);
+    QVERIFY(panel->isVisible());
+    QSignalSpy states(panel->link(), &RVX5ALL_workdata::on_signals_3210Data);
+    QTRY_VERIFY_WITH_TIMEOUT(states.count() >= 1, 5000);
+    // The unit has one of its two inputs on air, and the panel shows which.
+    const int first = panel->inputOnAir();
+    QVERIFY2(first == 1 || first == 2, qPrintable(QString::number(first)));
+
+    auto key = [&panel](const char *name) {
+        return panel->findChild<QAbstractButton *>(QLatin1String(name));
+    };
+    auto label = [&panel](const char *name) {
+        return panel->findChild<QLabel *>(QLatin1String(name))->text();
+    };
+    key(first == 1 ? "btn_in2" : "btn_in1")->click();
+    const QString formatBefore = label("label_reso");
+    key("btn_reso")->click();
+    const QString format = label("label_reso");
+    QVERIFY(format != formatBefore);
+
+    // Drag the preview box by the mouse: 90 right, 50 down.
+    PIPGro *box = panel->pipBox();
+    const QPoint grab = box->mapToGlobal(QPoint(10, 10));
+    QMouseEvent press(QEvent::MouseButtonPress, QPoint(10, 10), grab, Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QApplication::sendEvent(box, &press);
+    QMouseEvent move(QEvent::MouseMove, QPoint(100, 60), grab + QPoint(90, 50), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(box, &move);
+    QMouseEvent release(QEvent::MouseButtonRelease, QPoint(100, 60), grab + QPoint(90, 50), Qt::LeftButton,
+                        Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(box, &release);
+    const QPoint dragged = box->pos();
+    QTRY_VERIFY_WITH_TIMEOUT(LabState::logCount(QStringLiteral("^rx unit=%1 .*cmd=0xa1").arg(unit)) >= 1,
+                             5000);
+
+    // A stale picture on the panel: the first input, another format, the box in its corner.
+    emit panel->link()->on_signals_3210Data(QByteArray::fromHex(first == 1 ? "01" : "02"));
+    QByteArray stale(22, '\0');
+    stale[21] = format == QLatin1String("1080P60") ? 0x0B : 0x07;
+    emit panel->link()->on_signals_3210Data(stale);
+    QVERIFY(label("label_reso") != format);
+    box->set_H_Vposition_Style(0, 0);
+    states.clear();
+    key("btn_ds")->click();
+    QTRY_VERIFY_WITH_TIMEOUT(states.count() >= 1, 5000);
+    QCOMPARE(panel->inputOnAir(), 3 - first);
+    QCOMPARE(label("label_reso"), format);
+    // Preview to unit and back truncates twice: a pixel off is the same place.
+    QVERIFY2((box->pos() - dragged).manhattanLength() <= 2,
+             qPrintable(QStringLiteral("box at %1,%2, dragged to %3,%4")
+                            .arg(box->x())
+                            .arg(box->y())
+                            .arg(dragged.x())
+                            .arg(dragged.y())));
+    delete panel;
+}
+
+QTEST_MAIN(TestRvx5350Lab)
+#include "tst_rvx5350_lab.moc"
