@@ -13,12 +13,24 @@ AudioModeKey::AudioModeKey(QPushButton *key, QPushButton *ch1, QPushButton *ch2,
     show(Mix);
 }
 
+AudioModeKey::AudioModeKey(QPushButton *afv, QPushButton *mix, QPushButton *ch1, QPushButton *ch2,
+                           RVX5ALL_workdata *link, QObject *parent)
+    : QObject(parent), m_key(afv), m_mixKey(mix), m_ch1(ch1), m_ch2(ch2), m_link(link)
+{
+    connect(m_key, &QPushButton::clicked, this, [this] { choose(Afv); });
+    connect(m_mixKey, &QPushButton::clicked, this, [this] { choose(Mix); });
+    show(Mix);
+}
+
 void AudioModeKey::show(uint8_t mode)
 {
     if (mode != Afv && mode != Mix)
         return;
     m_mix = mode == Mix;
-    m_key->setText(QLatin1String(m_mix ? "MIX" : "AFV"));
+    if (m_mixKey)
+        setLamp(m_mixKey, m_mix, KeySheet::GradientGreen, KeySheet::GradientOff);
+    else
+        m_key->setText(QLatin1String(m_mix ? "MIX" : "AFV"));
     setLamp(m_key, !m_mix, KeySheet::GradientGreen, KeySheet::GradientOff);
     for (QPushButton *source : {m_ch1, m_ch2}) {
         source->setEnabled(m_mix);
@@ -28,11 +40,14 @@ void AudioModeKey::show(uint8_t mode)
 
 void AudioModeKey::press()
 {
-    if (m_mix) {
-        show(Afv);
+    choose(m_mix ? Afv : Mix);
+}
+
+void AudioModeKey::choose(uint8_t mode)
+{
+    show(mode);
+    if (mode == Afv)
         m_link->SendCMDAFV();
-    } else {
-        show(Mix);
+    else
         m_link->SendCMDMIX();
-    }
 }

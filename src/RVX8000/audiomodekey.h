@@ -6,9 +6,10 @@
 class QPushButton;
 class RVX5ALL_workdata;
 
-// The one AFV/MIX key of the RVX5370 and RVX5350 panels. Its text names the mode the audio is
-// in: "AFV" (lit; the audio follows the video, so the CH1/CH2 source keys are disabled) or
-// "MIX" (the sources are picked by hand). A press switches to the other mode.
+// The audio mode keys of the 8000-series panels: AFV (the audio follows the video, so the
+// CH1/CH2 source keys are disabled) or MIX (the sources are picked by hand). The RVX5370 and
+// RVX5350 have one key whose text names the mode and a press switches to the other; the
+// RVX5310 has a key for each mode, lit while its mode is on.
 class AudioModeKey : public QObject
 {
     Q_OBJECT
@@ -18,6 +19,8 @@ public:
 
     AudioModeKey(QPushButton *key, QPushButton *ch1, QPushButton *ch2, RVX5ALL_workdata *link,
                  QObject *parent);
+    AudioModeKey(QPushButton *afv, QPushButton *mix, QPushButton *ch1, QPushButton *ch2,
+                 RVX5ALL_workdata *link, QObject *parent);
 
     // The unit's mode byte; other values change nothing. Nothing is sent.
     void show(uint8_t mode);
@@ -25,8 +28,11 @@ public:
 
 private:
     void press();
+    void choose(uint8_t mode);
 
     QPushButton *m_key;
+    // Null on the one-key panels.
+    QPushButton *m_mixKey = nullptr;
     QPushButton *m_ch1;
     QPushButton *m_ch2;
     RVX5ALL_workdata *m_link;

@@ -89,9 +89,12 @@ FrontPanel8000::FrontPanel8000(QWidget *panel, RVX5ALL_workdata *link, Keys keys
     cutLamp(false);
     autoLamp(false);
 
-    // Shortcuts work as soon as the panel is up, not after a first click into it.
+    // Shortcuts work as soon as the panel is up, not after a first click into it, and again
+    // after a key is pressed while a field was being typed in.
     m_panel->setFocusPolicy(Qt::StrongFocus);
     m_panel->installEventFilter(this);
+    for (QAbstractButton *key : m_panel->findChildren<QAbstractButton *>())
+        connect(key, &QAbstractButton::pressed, m_panel, [panel = m_panel] { panel->setFocus(); });
 }
 
 void FrontPanel8000::lightGroup(QButtonGroup *group, int id, const char *litSheet)
@@ -254,13 +257,23 @@ bool FrontPanel8000::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched != m_panel)
         return false;
-    if (event->type() == QEvent::Show) {
+    switch (event->type()) {
+    case QEvent::Show:
+    case QEvent::MouseButtonPress: // on the background, or passed up by a label or a frame
         m_panel->setFocus();
         return false;
-    }
-    if (event->type() != QEvent::KeyPress)
+    case QEvent::KeyPress:
+        return panelKey(static_cast<QKeyEvent *>(event));
+    default:
         return false;
-    auto *press = static_cast<QKeyEvent *>(event);
+    }
+}
+
+bool FrontPanel8000::panelKey(QKeyEvent *press)
+{
+    // A panel is left by its close key only; Esc from a field that let it pass ends here too.
+    if (press->key() == Qt::Key_Escape)
+        return true;
     // A held key is one press; a field being typed in keeps its keys.
     if (press->isAutoRepeat() || typingField(QApplication::focusWidget()))
         return false;
@@ -281,7 +294,7 @@ bool FrontPanel8000::eventFilter(QObject *watched, QEvent *event)
         else if (shift && press->nativeScanCode() >= X11Digit1 && press->nativeScanCode() <= X11Digit9)
             digit = int(press->nativeScanCode() - X11Digit1) + 1;
         QButtonGroup *row = shift ? m_hooks.shiftDigitRow : m_hooks.digitRow;
-        if (digit && row)
+        if (digit && digit != BarId && row)
             key = row->button(digit);
         break;
     }

@@ -5,6 +5,7 @@
 #include <functional>
 
 class QButtonGroup;
+class QKeyEvent;
 class QPushButton;
 class QSlider;
 class QTimer;
@@ -14,15 +15,18 @@ class TbarSequencer;
 // What the 8000-series front panels share on their video side: the PGM and PVW lamps, CUT
 // with its 300 ms lamp, AUTO with the fader run whose length follows the rate, the T-bar's
 // strokes, the MIX/FADE/WIPE keys with the wipe direction cycle, and the keyboard (Space CUT,
-// Return/Enter AUTO, digits PVW, Shift+digit PGM). A panel hands over the keys it has; a key
-// it lacks stays null and its part does nothing.
+// Return/Enter AUTO, digits PVW, Shift+digit PGM; Esc does nothing). A panel hands over the
+// keys it has; a key it lacks stays null and its part does nothing. The keyboard is the
+// panel's while no text or number field has the focus; pressing a key or the panel's
+// background takes the focus back from a field.
 class FrontPanel8000 : public QObject
 {
     Q_OBJECT
 public:
     struct Keys
     {
-        QButtonGroup *pgm = nullptr; // ids 1-4
+        // Inputs by number from 1, and BarId for the colour bars where a unit has them.
+        QButtonGroup *pgm = nullptr;
         QButtonGroup *pvw = nullptr;
         QPushButton *cut = nullptr;
         QPushButton *autoKey = nullptr;
@@ -41,13 +45,15 @@ public:
     };
 
     static constexpr int CutLampMs = 300;
+    // The bus value of the colour bars. No digit stands for them: they are not an input.
+    static constexpr int BarId = 9;
     static constexpr int FaderTop = 127;
     static constexpr int WipeSteps = 4;
 
     // Watches `panel`'s keyboard and wires the keys' clicks; the panel owns this object.
     FrontPanel8000(QWidget *panel, RVX5ALL_workdata *link, Keys keys, Hooks hooks);
 
-    // Lamps, also from the unit's state. Any value is stored; only 1-4 light a key.
+    // Lamps, also from the unit's state. Any value is stored; only a key's id lights it.
     void set_PGMCH_Style(uint8_t ch);
     void set_PVWCH_Style(uint8_t ch);
     uint8_t lastPgm() const { return m_lastPgm; }
@@ -85,6 +91,7 @@ private:
     void cutLamp(bool lit);
     void autoLamp(bool lit);
     void showWipeKey();
+    bool panelKey(QKeyEvent *press);
     // Runs the fader over the rate's range to the far end and back to the full range.
     void btnAuto_and_slider();
 

@@ -1,0 +1,385 @@
+#include "rvx5310dialog.h"
+
+#include "RVX8000/audiomodekey.h"
+#include "RVX8000/frontpanel8000.h"
+#include "RVX8000/insetkeys.h"
+#include "RVX8000/keyblink.h"
+#include "RVX8000/lampkeys.h"
+#include "RVX8000/pip_body.h"
+#include "RVX8000/resobody.h"
+#include "SwitcherData/framecodec.h"
+#include "SwitcherData/protocol.h"
+#include "SwitcherData/rvx5all_workdata.h"
+#include "common/keysheet.h"
+#include "rvx5310styles.h"
+#include "ui_rvx5310dialog.h"
+
+#include <QButtonGroup>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+namespace S = Rvx5310Styles;
+using namespace Protocol;
+
+namespace {
+
+constexpr int KeyWaitMs = 200;
+constexpr int ReadWaitMs = 400;
+constexpr int RateCount = 3;
+// The unit's audio levels run to 127, the sliders to 100.
+constexpr double LevelScale = 1.27;
+
+bool has(const QByteArray &data, int offset)
+{
+    return data.size() > offset;
+}
+
+// Puts `sub` into `area`, filling it.
+void embed(QWidget *area, QWidget *sub)
+{
+    auto *column = new QVBoxLayout(area);
+    column->setContentsMargins(6, 6, 6, 6);
+    column->addWidget(sub);
+}
+
+} // namespace
+
+RVX5310Dialog::RVX5310Dialog(QWidget *parent) : QDialog(parent), ui(std::make_unique<Ui::RVX5310Dialog>())
+{
+    ui->setupUi(this);
+    setWindowTitle(QString::fromLatin1(S::WindowTitle));
+    setStyleSheet(QString::fromLatin1(S::Window));
+    setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+    m_link = new RVX5ALL_workdata(this);
+    initPIP();
+    initRESO();
+
+    for (QWidget *label : {ui->label_title, ui->label_version, ui->label_ch1, ui->label_ch2})
+        label->setStyleSheet(QString::fromLatin1(S::White));
+    ui->label_pgm->setStyleSheet(QString::fromLatin1(S::Red));
+    ui->label_pvw->setStyleSheet(QString::fromLatin1(S::Green));
+    ui->label_rtmp->setStyleSheet(QString::fromLatin1(S::RedSpaced));
+    ui->label_pop->setStyleSheet(QString::fromLatin1(S::GreenSpaced));
+    for (QWidget *box : {ui->g_upper, ui->g_below})
+        box->setStyleSheet(QString::fromLatin1(S::GroupBox));
+    for (QWidget *area : {ui->area_reso, ui->area_pip})
+        area->setStyleSheet(QString::fromLatin1(S::SubPanelFrame));
+    ui->slider_ch1->setStyleSheet(QString::fromLatin1(S::Slider));
+    ui->slider_ch2->setStyleSheet(QString::fromLatin1(S::Slider));
+    ui->slider_video->setStyleSheet(QString::fromLatin1(S::Tbar));
+
+    initUpper();
+    initMiddle();
+    initPGM_PVWCH();
+    init_Toggle_key();
+    connect(m_link, &RVX5ALL_workdata::on_signals_3210Data, this, &RVX5310Dialog::on_toRead_5370Dtat);
+
+    // This unit has no F3, F4 or KEY function, and its rate is set by the unit's own menu.
+    for (QWidget *key : {ui->btn_f3, ui->btn_f4, ui->btn_key}) {
+        key->setEnabled(false);
+        setKeySheet(key, QString::fromLatin1(KeySheet::GradientDisabled));
+    }
+    for (QWidget *key : {ui->btn_rate_1, ui->btn_rate_2, ui->btn_rate_3})
+        key->hide();
+}
+
+RVX5310Dialog::~RVX5310Dialog() = default;
+
+void RVX5310Dialog::initPIP()
+{
+    m_pip = new PIP_Body(ui->area_pip, m_link);
+    embed(ui->area_pip, m_pip);
+    // Shown while PIP is on.
+    ui->area_pip->hide();
+}
+
+void RVX5310Dialog::initRESO()
+{
+    m_reso = new Resobody(ui->area_reso, m_link);
+    embed(ui->area_reso, m_reso);
+}
+
+void RVX5310Dialog::initUpper()
+{
+    const std::pair<QPushButton *, void (RVX5310Dialog::*)()> keys[] = {
+        {ui->btn_f1, &RVX5310Dialog::on_btn_f1_clicked},
+        {ui->btn_reset, &RVX5310Dialog::on_btn_reset_clicked},
+        {ui->btn_ftb, &RVX5310Dialog::on_btn_ftb_clicked},
+        {ui->btn_ds, &RVX5310Dialog::on_btn_ds_clicked},
+        {ui->btn_rec, &RVX5310Dialog::on_btn_rec_clicked},
+    };
+    for (const auto &[key, press] : keys) {
+        setKeySheet(key, QString::fromLatin1(KeySheet::GradientOff));
+        connect(key, &QPushButton::clicked, this, press);
+    }
+    m_ftbBlink = new KeyBlink(ui->btn_ftb, KeySheet::GradientRed);
+    connect(ui->btn_reso, &QPushButton::clicked, this, &RVX5310Dialog::on_btn_reso_clicked);
+    connect(ui->btn_f3, &QPushButton::clicked, this, &RVX5310Dialog::on_btn_f3_clicked);
+    connect(ui->btn_f4, &QPushButton::clicked, this, &RVX5310Dialog::on_btn_f4_clicked);
+    on_btn_reso_clicked(false);
+
+    m_rateKeys = new QButtonGroup(this);
+    QPushButton *const rateKeys[RateCount] = {ui->btn_rate_1, ui->btn_rate_2, ui->btn_rate_3};
+    for (int i = 0; i < RateCount; ++i)
+        m_rateKeys->addButton(rateKeys[i], i);
+    connect(m_rateKeys, &QButtonGroup::idClicked, this, &RVX5310Dialog::on_btnGrp_Rate_clicked);
+}
+
+void RVX5310Dialog::initMiddle()
+{
+    const std::pair<QPushButton *, void (RVX5310Dialog::*)()> keys[] = {
+        {ui->btn_ch1, &RVX5310Dialog::on_btn_ch1_clicked},
+        {ui->btn_ch2, &RVX5310Dialog::on_btn_ch2_clicked},
+        {ui->btn_pause, &RVX5310Dialog::on_btn_pause_clicked},
+        {ui->btn_mute, &RVX5310Dialog::on_btn_mute_clicked},
+        {ui->btn_still, &RVX5310Dialog::on_btn_still_clicked},
+    };
+    for (const auto &[key, press] : keys) {
+        setKeySheet(key, QString::fromLatin1(KeySheet::GradientOff));
+        connect(key, &QPushButton::clicked, this, press);
+    }
+    m_audioMode = new AudioModeKey(ui->btn_afv, ui->btn_mix, ui->btn_ch1, ui->btn_ch2, m_link, this);
+    connect(ui->slider_ch1, &QSlider::valueChanged, this, &RVX5310Dialog::set_audio_vol);
+    connect(ui->slider_ch2, &QSlider::valueChanged, this, &RVX5310Dialog::set_audio_vol);
+    showSource(0, 0);
+    showSource(1, 0);
+}
+
+void RVX5310Dialog::initPGM_PVWCH()
+{
+    auto *pgm = new QButtonGroup(this);
+    auto *pvw = new QButtonGroup(this);
+    QPushButton *const pgmKeys[] = {ui->btn_pgm1, ui->btn_pgm2, ui->btn_pgm3, ui->btn_pgm4};
+    QPushButton *const pvwKeys[] = {ui->btn_pvw1, ui->btn_pvw2, ui->btn_pvw3, ui->btn_pvw4};
+    for (int i = 0; i < 4; ++i) {
+        pgm->addButton(pgmKeys[i], i + 1);
+        pvw->addButton(pvwKeys[i], i + 1);
+    }
+    pgm->addButton(ui->btn_pgm_bar, FrontPanel8000::BarId);
+    pvw->addButton(ui->btn_pvw_bar, FrontPanel8000::BarId);
+    auto *transitions = new QButtonGroup(this);
+    transitions->addButton(ui->btn_mix_t, 1);
+    transitions->addButton(ui->btn_fade, 2);
+    transitions->addButton(ui->btn_wipe, 4);
+
+    FrontPanel8000::Keys keys;
+    keys.pgm = pgm;
+    keys.pvw = pvw;
+    keys.cut = ui->btn_cut;
+    keys.autoKey = ui->btn_auto;
+    keys.fader = ui->slider_video;
+    keys.transitions = transitions;
+    FrontPanel8000::Hooks hooks;
+    hooks.digitRow = pvw;
+    hooks.shiftDigitRow = pgm;
+    m_front = new FrontPanel8000(this, m_link, keys, hooks);
+}
+
+void RVX5310Dialog::init_Toggle_key()
+{
+    // PIP, KEY and POP (F2): one inset at a time. While one is on, CUT changes the inset.
+    m_insets = new InsetKeys(ui->btn_pip, ui->btn_key, ui->btn_f2, m_link, this);
+    connect(m_insets, &InsetKeys::insetChanged, this, [this](InsetKeys::Inset inset) {
+        m_front->setOverlay(inset != InsetKeys::Inset::None);
+        ui->area_pip->setVisible(inset == InsetKeys::Inset::Pip);
+    });
+}
+
+void RVX5310Dialog::DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5)
+{
+    m_link->get_DevTypeID(ip, b4, b5);
+    m_link->get_HISTypeID(hisIp, h4, h5);
+    m_link->SendCMDRead3210state();
+}
+
+bool RVX5310Dialog::ftbBlinking() const
+{
+    return m_ftbBlink->isActive();
+}
+
+void RVX5310Dialog::on_btn_f1_clicked()
+{
+    m_link->SendCMDSTREAM(LampKeys::toggle(m_streamOn, ui->btn_f1, KeySheet::GradientRed) ? 1 : 0);
+}
+
+void RVX5310Dialog::on_btn_ftb_clicked()
+{
+    if (LampKeys::toggle(m_ftbOn, ui->btn_ftb, KeySheet::GradientRed))
+        m_ftbBlink->start();
+    else
+        m_ftbBlink->stop();
+    m_link->SendCMDFTB();
+}
+
+void RVX5310Dialog::on_btn_rec_clicked()
+{
+    const bool on = LampKeys::toggle(m_recOn, ui->btn_rec, KeySheet::GradientRed);
+    if (!on) {
+        m_pauseOn = false;
+        setKeySheet(ui->btn_pause, QString::fromLatin1(KeySheet::GradientOff));
+    }
+    m_link->SendCMDREC(on ? 1 : 0);
+}
+
+void RVX5310Dialog::on_btn_pause_clicked()
+{
+    LampKeys::toggle(m_pauseOn, ui->btn_pause, KeySheet::GradientRed);
+    m_link->SendCMDPAUSE();
+}
+
+void RVX5310Dialog::on_btn_still_clicked()
+{
+    LampKeys::toggle(m_stillOn, ui->btn_still, KeySheet::GradientRed);
+    m_link->SendCMDSTILL();
+}
+
+void RVX5310Dialog::on_btn_mute_clicked()
+{
+    LampKeys::toggle(m_muteOn, ui->btn_mute, KeySheet::GradientRed);
+    m_link->SendCMDF3();
+}
+
+void RVX5310Dialog::on_btn_reset_clicked()
+{
+    LampKeys::flash(this, ui->btn_reset, KeyWaitMs, [this] { m_link->SendCMDRESET(); });
+}
+
+void RVX5310Dialog::on_btn_ds_clicked()
+{
+    LampKeys::flash(this, ui->btn_ds, ReadWaitMs, [this] { m_link->SendCMDRead3210state(); });
+}
+
+void RVX5310Dialog::showSource(int channel, int index)
+{
+    m_source[channel] = index;
+    (channel == 0 ? ui->label_ch1 : ui->label_ch2)->setText(QString::fromLatin1(AudioSources[index].name));
+}
+
+void RVX5310Dialog::nextSource(int channel)
+{
+    LampKeys::flash(this, channel == 0 ? ui->btn_ch1 : ui->btn_ch2, KeyWaitMs, [this, channel] {
+        showSource(channel, (m_source[channel] + 1) % AudioSourceCount);
+        if (channel == 0)
+            m_link->SendCMDCH1(m_source[0]);
+        else
+            m_link->SendCMDCH2(m_source[1]);
+    });
+}
+
+void RVX5310Dialog::on_btn_ch1_clicked()
+{
+    nextSource(0);
+}
+
+void RVX5310Dialog::on_btn_ch2_clicked()
+{
+    nextSource(1);
+}
+
+void RVX5310Dialog::on_btn_reso_clicked(bool checked)
+{
+    // Lit while the format list is shown.
+    ui->area_reso->setVisible(!checked);
+    setLamp(ui->btn_reso, !checked, KeySheet::GradientGreen, KeySheet::GradientOff);
+}
+
+void RVX5310Dialog::on_btn_f3_clicked(bool checked)
+{
+    ui->btn_f3->setCheckable(true);
+    if (checked)
+        setKeySheet(ui->btn_f3, QString::fromLatin1(KeySheet::GradientOff));
+}
+
+void RVX5310Dialog::on_btn_f4_clicked(bool checked)
+{
+    ui->btn_f4->setCheckable(true);
+    if (checked)
+        setKeySheet(ui->btn_f4, QString::fromLatin1(KeySheet::GradientOff));
+}
+
+void RVX5310Dialog::showRate(int rate)
+{
+    for (QAbstractButton *key : m_rateKeys->buttons())
+        setLamp(key, m_rateKeys->id(key) == rate, KeySheet::GradientGreen, KeySheet::GradientOff);
+    m_front->setRate(uint8_t(rate));
+}
+
+void RVX5310Dialog::on_btnGrp_Rate_clicked(int id)
+{
+    showRate(id);
+    m_link->SendCMDRATE(uint8_t(id));
+}
+
+void RVX5310Dialog::set_audio_vol()
+{
+    m_link->SendCMDLeftSliderVOL(uint8_t(ui->slider_ch1->value() * LevelScale),
+                                 uint8_t(ui->slider_ch2->value() * LevelScale), 0, 100);
+}
+
+void RVX5310Dialog::on_toRead_5370Dtat(const QByteArray &data)
+{
+    using FrameCodec::byteAt;
+    // What the unit reports is shown, never sent back (but for the format list, whose change
+    // the unit expects to hear again).
+    const QSignalBlocker quiet1(ui->slider_ch1);
+    const QSignalBlocker quiet2(ui->slider_ch2);
+
+    if (has(data, State::Pgm))
+        m_front->set_PGMCH_Style(byteAt(data, State::Pgm));
+    if (has(data, State::Pvw))
+        m_front->set_PVWCH_Style(byteAt(data, State::Pvw));
+    if (has(data, State::AudioMode))
+        m_audioMode->show(byteAt(data, State::AudioMode));
+    const State::Offset sources[2][2] = {{State::Ch1Source, State::Ch1Level},
+                                         {State::Ch2Source, State::Ch2Level}};
+    for (int channel = 0; channel < 2; ++channel) {
+        if (has(data, sources[channel][0])) {
+            const int index = audioSourceIndex(byteAt(data, sources[channel][0]));
+            if (index >= 0)
+                showSource(channel, index);
+        }
+        if (has(data, sources[channel][1]))
+            (channel == 0 ? ui->slider_ch1 : ui->slider_ch2)->setValue(byteAt(data, sources[channel][1]));
+    }
+    if (has(data, State::Transition))
+        m_front->showTransition(byteAt(data, State::Transition));
+    if (has(data, State::Wipe))
+        m_front->showWipe(wipeTypeFromReport(byteAt(data, State::Wipe)));
+    if (has(data, State::Ftb)) {
+        // Off is shown and remembered, but a blink already running goes on until FTB is pressed.
+        m_ftbOn = byteAt(data, State::Ftb) != 0;
+        if (m_ftbOn)
+            m_ftbBlink->start();
+        else
+            setKeySheet(ui->btn_ftb, QString::fromLatin1(KeySheet::GradientOff));
+    }
+    if (has(data, State::Pip))
+        m_insets->showPip(byteAt(data, State::Pip) != 0);
+    if (has(data, State::PipBorderEnable))
+        m_pip->set_BorderEnable_Style(byteAt(data, State::PipBorderEnable));
+    if (has(data, State::PipBorderColor))
+        m_pip->set_BorderColor_Style(byteAt(data, State::PipBorderColor));
+    if (has(data, State::PipBorderWidth))
+        m_pip->set_BorderWidth_Style(byteAt(data, State::PipBorderWidth));
+    if (has(data, State::PipSize))
+        m_pip->set_Size_Style(byteAt(data, State::PipSize));
+    if (has(data, State::PipH + 1))
+        m_pip->set_Hposition_Style(byteAt(data, State::PipH), byteAt(data, State::PipH + 1));
+    if (has(data, State::PipV + 1))
+        m_pip->set_Vposition_Style(byteAt(data, State::PipV), byteAt(data, State::PipV + 1));
+    if (has(data, State::Still)) {
+        m_stillOn = byteAt(data, State::Still) != 0;
+        setLamp(ui->btn_still, m_stillOn, KeySheet::GradientRed, KeySheet::GradientOff);
+    }
+    if (has(data, State::Mute)) {
+        m_muteOn = byteAt(data, State::Mute) != 0;
+        setLamp(ui->btn_mute, m_muteOn, KeySheet::GradientRed, KeySheet::GradientOff);
+    }
+    if (has(data, State::Rate)) {
+        const uint8_t rate = byteAt(data, State::Rate);
+        if (rate < RateCount)
+            showRate(rate);
+    }
+    if (has(data, State::Resolution))
+        m_reso->setPGMState(byteAt(data, State::Resolution));
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "common/pipsettingspane.h"
+
+class RVX5ALL_workdata;
+
+// The RVX5310's PIP settings block, shown while PIP is on: size, positions and border, each
+// change sent at once. A position waits for a size ("please choose Size"); what the unit
+// reports is only shown, never sent back.
+class PIP_Body : public PipSettingsPane
+{
+    Q_OBJECT
+public:
+    PIP_Body(QWidget *parent, RVX5ALL_workdata *model);
+};

@@ -1,0 +1,203 @@
+// The 8000-series sub-panels offscreen, with what they send checked against literal frames:
+// the output format list (a choice goes out as its position; the unit's format selects its
+// entry and is echoed only when it differs), the PIP settings (ranges by size, the warning
+// before a size is chosen, the unit's values shown quietly) and the F1 strip's keys.
+#include "RVX8000/f1qwidget.h"
+#include "RVX8000/pip_body.h"
+#include "RVX8000/resobody.h"
+#include "SwitcherData/rvx5all_workdata.h"
+#include "modalanswer.h"
+#include "testframes.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QTimer>
+#include <QtTest>
+
+namespace {
+
+struct Link
+{
+    Link() { link.get_DevTypeID(QStringLiteral("127.0.0.2"), 0xA5, 0xFF); }
+    QList<QByteArray> sent()
+    {
+        QList<QByteArray> out;
+        for (const QList<QVariant> &args : qAsConst(spy))
+            out << args.at(0).toByteArray();
+        spy.clear();
+        return out;
+    }
+    RVX5ALL_workdata link;
+    QSignalSpy spy{&link, &RVX5ALL_workdata::showCurrentData};
+};
+
+} // namespace
+
+class TestSubpanels8000 : public QObject
+{
+    Q_OBJECT
+private slots:
+    void formatChoiceGoesOutAsPosition();
+    void unitFormat_data();
+    void unitFormat();
+    void pipChangesSent();
+    void pipSizeBoundsPositions();
+    void pipPositionWaitsForSize();
+    void pipUnitValuesShownQuietly();
+    void f1KeysOnlyFlash();
+};
+
+void TestSubpanels8000::formatChoiceGoesOutAsPosition()
+{
+    Link l;
+    Resobody reso(nullptr, &l.link);
+    QCOMPARE(reso.formatList()->count(), 7);
+    QCOMPARE(reso.formatList()->currentText(), QStringLiteral("1080P60"));
+    QCOMPARE(reso.findChild<QLabel *>("label_pgm_out")->text(), QStringLiteral("PGM Out"));
+    reso.formatList()->setCurrentIndex(3);
+    reso.formatList()->setCurrentIndex(6);
+    QCOMPARE(l.sent(), hexList("a56c1500a5ff01000000000000000000a3016f03ae "
+                               "a56c1500a5ff01000000000000000000a3057303ae"));
+}
+
+void TestSubpanels8000::unitFormat_data()
+{
+    QTest::addColumn<int>("shown");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("after");
+    QTest::addColumn<QByteArray>("frames");
+    QTest::newRow("1080P50 over 1080P60: echoed")
+        << 0 << 11 << "1080P50" << QByteArray("a56c1500a5ff01000000000000000000a30b7903ae");
+    QTest::newRow("1080P25 over 1080I50: echoed")
+        << 3 << 13 << "1080P25" << QByteArray("a56c1500a5ff01000000000000000000a30d7b03ae");
+    QTest::newRow("1080I50 over 1080P60")
+        << 0 << 1 << "1080I50" << QByteArray("a56c1500a5ff01000000000000000000a3016f03ae");
+    QTest::newRow("the format shown: nothing") << 0 << 7 << "1080P60" << QByteArray();
+    QTest::newRow("even code 2: nothing") << 0 << 2 << "1080P60" << QByteArray();
+    QTest::newRow("code 14: nothing") << 2 << 14 << "1080I60" << QByteArray();
+    QTest::newRow("code 15: nothing") << 2 << 15 << "1080I60" << QByteArray();
+    QTest::newRow("267 is not 11") << 0 << 267 << "1080P60" << QByteArray();
+    QTest::newRow("negative") << 0 << -249 << "1080P60" << QByteArray();
+}
+
+void TestSubpanels8000::unitFormat()
+{
+    QFETCH(int, shown);
+    QFETCH(int, code);
+    QFETCH(QString, after);
+    QFETCH(QByteArray, frames);
+    Link l;
+    Resobody reso(nullptr, &l.link);
+    reso.formatList()->setCurrentIndex(shown);
+    l.sent();
+    reso.setPGMState(code);
+    QCOMPARE(reso.formatList()->currentText(), after);
+    QCOMPARE(l.sent(), hexList(frames));
+}
+
+void TestSubpanels8000::pipChangesSent()
+{
+    Link l;
+    PIP_Body pip(nullptr, &l.link);
+    QCOMPARE(pip.windowTitle(), QStringLiteral("PIP"));
+    pip.sizeList()->setCurrentIndex(0);
+    pip.hPosition()->setValue(300);
+    pip.vPosition()->setValue(200);
+    pip.borderEnable()->setCurrentIndex(1);
+    pip.borderColor()->setCurrentIndex(2);
+    pip.borderWidth()->setValue(5);
+    QCOMPARE(l.sent(), hexList("a56c1500a5ff01000000000000000000a2006d03ae "
+                               "a56c1600a5ff01000000000000000000a02c019903ae "
+                               "a56c1600a5ff01000000000000000000a1c8003504ae "
+                               "a56c1500a5ff010000000000000000009d016903ae "
+                               "a56c1500a5ff010000000000000000009e026b03ae "
+                               "a56c1500a5ff010000000000000000009f056f03ae"));
+}
+
+void TestSubpanels8000::pipSizeBoundsPositions()
+{
+    Link l;
+    PIP_Body pip(nullptr, &l.link);
+    const int hMax[] = {1440, 1280, 960};
+    const int vMax[] = {810, 720, 540};
+    for (int size = 0; size < 3; ++size) {
+        pip.sizeList()->setCurrentIndex(size);
+        QCOMPARE(pip.hPosition()->maximum(), hMax[size]);
+        QCOMPARE(pip.vPosition()->maximum(), vMax[size]);
+    }
+    pip.sizeList()->setCurrentIndex(1);
+    pip.hPosition()->setValue(1280);
+    l.sent();
+    // Large: the position beyond its end is pulled back and goes out before the size.
+    pip.sizeList()->setCurrentIndex(2);
+    QCOMPARE(pip.hPosition()->value(), 960);
+    QCOMPARE(l.sent(), hexList("a56c1600a5ff01000000000000000000a0c0032f04ae "
+                               "a56c1500a5ff01000000000000000000a2026f03ae"));
+}
+
+void TestSubpanels8000::pipPositionWaitsForSize()
+{
+    Link l;
+    PIP_Body pip(nullptr, &l.link);
+    pip.show();
+    ModalWatch watch;
+    pip.hPosition()->setValue(100);
+    pip.vPosition()->setValue(100);
+    QCOMPARE(watch.boxes, (QStringList{"Warning|please choose Size", "Warning|please choose Size"}));
+    QCOMPARE(l.sent(), QList<QByteArray>());
+}
+
+void TestSubpanels8000::pipUnitValuesShownQuietly()
+{
+    Link l;
+    PIP_Body pip(nullptr, &l.link);
+    ModalWatch watch;
+    pip.set_Size_Style(2);
+    // 0x0500 = 1280 is beyond Large's 960: shown at the end, and nothing goes back.
+    pip.set_Hposition_Style(0x05, 0x00);
+    pip.set_Vposition_Style(0x01, 0x00);
+    pip.set_BorderEnable_Style(1);
+    pip.set_BorderColor_Style(3);
+    pip.set_BorderWidth_Style(7);
+    QCOMPARE(pip.sizeList()->currentIndex(), 2);
+    QCOMPARE(pip.hPosition()->value(), 960);
+    QCOMPARE(pip.vPosition()->value(), 256);
+    QCOMPARE(pip.borderColor()->currentIndex(), 3);
+    // Values outside the lists change nothing.
+    pip.set_BorderEnable_Style(3);
+    pip.set_Size_Style(3);
+    QCOMPARE(pip.borderEnable()->currentIndex(), 1);
+    QCOMPARE(pip.sizeList()->currentIndex(), 2);
+    QCOMPARE(l.sent(), QList<QByteArray>());
+    QCOMPARE(watch.boxes, QStringList());
+}
+
+void TestSubpanels8000::f1KeysOnlyFlash()
+{
+    Link l;
+    F1QWidget f1(nullptr, &l.link);
+    QCOMPARE(f1.findChild<QLabel *>("label_IP")->text(), QStringLiteral("IP:0.0.0.0"));
+    f1.getDevIP(QStringLiteral("10.77.1.1"));
+    QCOMPARE(f1.findChild<QLabel *>("label_IP")->text(), QStringLiteral("IP:10.77.1.1"));
+    const char *names[] = {"btn_disk",     "btn_leuel",    "btn_rate_add",
+                           "btn_rate_sub", "btn_addr_add", "btn_addr_sub"};
+    const char *texts[] = {"DISK", "LEUEL", "RATE+", "RATE-", "ADDR+", "ADDR-"};
+    for (int i = 0; i < 6; ++i) {
+        QPushButton *key = f1.findChild<QPushButton *>(QLatin1String(names[i]));
+        QCOMPARE(key->text(), QLatin1String(texts[i]));
+        bool litDuringWait = false;
+        QTimer::singleShot(50, key, [&litDuringWait, key] {
+            litDuringWait = key->styleSheet().contains(QLatin1String("#19FA00"));
+        });
+        key->click();
+        QVERIFY2(litDuringWait, names[i]);
+        QVERIFY(!key->styleSheet().contains(QLatin1String("#19FA00")));
+    }
+    QCOMPARE(l.sent(), QList<QByteArray>());
+}
+
+QTEST_MAIN(TestSubpanels8000)
+#include "tst_subpanels8000.moc"
