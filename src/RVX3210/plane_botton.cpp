@@ -5,6 +5,7 @@
 #include "rvx3210styles.h"
 
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QDialog>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -87,7 +88,9 @@ Plane_Botton::Plane_Botton(QWidget *parent, RVX3210_workdata *link) : QWidget(pa
     initDialog();
 
     connect(m_btnSet, &QPushButton::clicked, this, &Plane_Botton::on_btnclicked_Set);
-    connect(m_btnClose, &QPushButton::clicked, this, [this] { window()->close(); });
+    // Like the title bar's close key: the whole program ends (a panel that only hid itself
+    // would leave no window behind).
+    connect(m_btnClose, &QPushButton::clicked, this, [] { QCoreApplication::exit(0); });
     connect(m_link, &RVX3210_workdata::on_signals_3210HISData, this, &Plane_Botton::on_ToShow_HisInfo);
     connect(m_link, &RVX3210_workdata::on_signals_3210HIS_URL_Data, this, &Plane_Botton::on_ToShow_HisUrl);
 }

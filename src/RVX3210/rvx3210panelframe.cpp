@@ -2,6 +2,7 @@
 
 #include "SwitcherData/rvx3210_workdata.h"
 #include "below_widget.h"
+#include "common/panelkeys.h"
 #include "common/tbarsequencer.h"
 #include "middle_widget.h"
 #include "plane_botton.h"
@@ -13,7 +14,9 @@
 #include "rvx3210styles.h"
 #include "upper_widget.h"
 
+#include <QButtonGroup>
 #include <QIcon>
+#include <QPushButton>
 #include <QSlider>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -89,6 +92,13 @@ void Rvx3210PanelFrame::init3210ui_2(Upper_Widget *upper, Middle_widget *middle)
     hooks.log = &lcRvx3210;
     m_seq = new TbarSequencer(this, m_tbar->slider(), std::move(hooks));
 
+    PanelKeys::Keys keys;
+    keys.cut = m_below->btnCut();
+    keys.autoKey = m_below->btnAuto();
+    keys.preview = m_below->pvwGroup()->buttons();
+    keys.program = m_below->pgmGroup()->buttons();
+    new PanelKeys(this, std::move(keys));
+
     connect(middle, &Middle_widget::on_Singnale_btnPIP, this, &Rvx3210PanelFrame::on_Middle_Singnale_btnPIP);
     connect(m_below, &Below_Widget::on_get_slider_vol, this, &Rvx3210PanelFrame::btnAuto_and_slider);
 }
@@ -100,6 +110,8 @@ void Rvx3210PanelFrame::DevTypeID(QString devIp, uint8_t a, uint8_t b, QString h
     // The one read of the binding; nothing polls (the RVX3410 upper row reads once more, 3 s on).
     m_link->SendCMDRead3210state();
 }
+
+void Rvx3210PanelFrame::reject() {}
 
 void Rvx3210PanelFrame::setslider1(int v)
 {

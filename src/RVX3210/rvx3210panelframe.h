@@ -47,6 +47,10 @@ public slots:
     void on_Topwidge_Singnale_btnwinmax(bool) {}
 
 protected:
+    // Esc and close() do not hide the panel: hidden, it would leave no window while the program
+    // runs on and holds port 7000. It is left by its return key or a close key.
+    void reject() override;
+
     explicit Rvx3210PanelFrame(QWidget *parent);
 
     // The frame around the central column.

@@ -1,8 +1,10 @@
 #include "ipdialog.h"
 
 #include "SwitcherData/rvx3220_workdata.h"
+#include "common/panelkeys.h"
 #include "rvx3220styles.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -34,8 +36,22 @@ IPDialog::IPDialog(QWidget *parent, RVX3220_workdata *link)
     m_ok->setStyleSheet(QString::fromLatin1(RVX3220Styles::TextButton));
     m_ok->setGeometry(205, 64, 95, 30);
 
+    // "close" comes first and would be the default key: Return after typing an address would
+    // close the dialog unsent. Return is "ok" here (keyPressEvent), through no default key.
+    PanelKeys::clearDefaultButtons(this);
+
     connect(m_close, &QPushButton::clicked, this, &QDialog::close);
     connect(m_ok, &QPushButton::clicked, this, &IPDialog::on_btnip_clicked);
+}
+
+void IPDialog::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (!event->isAutoRepeat())
+            m_ok->click();
+        return;
+    }
+    QDialog::keyPressEvent(event);
 }
 
 void IPDialog::on_btnip_clicked()

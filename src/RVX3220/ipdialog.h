@@ -2,6 +2,7 @@
 
 #include <QDialog>
 
+class QKeyEvent;
 class QLineEdit;
 class QPushButton;
 class RVX3220_workdata;
@@ -19,6 +20,10 @@ public:
 
 public slots:
     void on_btnip_clicked();
+
+protected:
+    // Return and keypad Enter press "ok"; Esc closes the dialog.
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     RVX3220_workdata *m_link;

@@ -3,8 +3,10 @@
 #include "SwitcherData/rvx3220_workdata.h"
 #include "audio.h"
 #include "common/centre.h"
+#include "common/fontsubstitutes.h"
 #include "common/keyflash.h"
 #include "common/keysheet.h"
+#include "common/panelkeys.h"
 #include "devlog.h"
 #include "ipdialog.h"
 #include "pgm.h"
@@ -14,6 +16,8 @@
 #include "rvx3220styles.h"
 #include "transitions.h"
 
+#include <QButtonGroup>
+#include <QFont>
 #include <QLabel>
 #include <QPushButton>
 #include <QSlider>
@@ -39,6 +43,9 @@ RVX3220UI::RVX3220UI(QWidget *parent) : QDialog(parent)
 
 void RVX3220UI::init()
 {
+    // The model caption names a font Debian lacks; its stand-in must be known before the
+    // caption is measured, wherever the panel is built.
+    registerFontSubstitutes();
     setWindowTitle(QString::fromLatin1(RVX3220Styles::WindowTitle));
     centreWindow(this, {NarrowWidth, Height}, CentreOn::PrimaryScreen);
     setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
@@ -77,6 +84,11 @@ void RVX3220UI::initUI1()
 
     m_modelLabel->setStyleSheet(QString::fromUtf8(RVX3220Styles::ModelLabel));
     m_version->setStyleSheet(QString::fromLatin1(RVX3220Styles::VersionLabel));
+    // The label is 54 x 12: the desktop's text size (12 pt offscreen, often 10 or 11 pt) runs
+    // "V1.0.0" past it. 10 pixels is the size whose line fits the box.
+    QFont versionFont = m_version->font();
+    versionFont.setPixelSize(10);
+    m_version->setFont(versionFont);
     m_divider->setStyleSheet(QString::fromLatin1(RVX3220Styles::DividerHidden));
     m_tbar->setStyleSheet(QString::fromLatin1(RVX3220Styles::TbarGroove) +
                           QString::fromLatin1(RVX3220Styles::TbarHandle));
@@ -93,6 +105,12 @@ void RVX3220UI::initUI1()
     connect(m_popBtn, &QPushButton::clicked, this, &RVX3220UI::setBtnPOP);
     connect(m_settings, &QPushButton::clicked, this, &RVX3220UI::setBtnip);
     connect(m_return, &QPushButton::clicked, this, &QDialog::close);
+    PanelKeys::Keys keys;
+    keys.cut = m_cut;
+    keys.autoKey = m_auto;
+    keys.preview = m_pvw->buttonGroup()->buttons();
+    keys.program = m_pgm->buttonGroup()->buttons();
+    new PanelKeys(this, std::move(keys));
     // Connected once, not on every cut: turning the lamp off twice looks the same as once.
     connect(m_cutTimer, &QTimer::timeout, this, &RVX3220UI::setTimercut);
 }

@@ -9,6 +9,7 @@
 #include "searchstyles.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QPainter>
@@ -82,6 +83,9 @@ void showsearch::init()
     outer->addLayout(row);
 
     connect(m_list, &QListWidget::itemDoubleClicked, this, &showsearch::m_on_liswidget_clicked);
+    // Return on the chosen entry opens it as a double-click does. Not through the list's
+    // activated signal: a double-click emits that as well and would open the panel twice.
+    m_list->installEventFilter(this);
     connect(m_groupBox, &GroupBox_right::btnScan_clicked, this, &showsearch::m_on_SendCMD_Scan);
     connect(m_groupBox, &GroupBox_right::btnGrp_clicked, this, &showsearch::m_on_Radbtn_select);
     connect(m_groupBox, &GroupBox_right::btn5120_clicked, this, &showsearch::set5120UI);
@@ -189,6 +193,20 @@ void showsearch::setliswidget_ItemAlignment()
     m_list->sortItems(Qt::AscendingOrder);
     for (int i = 0; i < m_list->count(); ++i)
         m_list->item(i)->setTextAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
+}
+
+bool showsearch::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_list && event->type() == QEvent::KeyPress) {
+        auto *press = static_cast<QKeyEvent *>(event);
+        if (press->key() == Qt::Key_Return || press->key() == Qt::Key_Enter) {
+            // A held key opens once.
+            if (!press->isAutoRepeat())
+                m_on_liswidget_clicked();
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void showsearch::m_on_liswidget_clicked()

@@ -40,6 +40,7 @@ public slots:
     void showSearchPage();
 
 protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

@@ -1,5 +1,6 @@
 // The search window offscreen: what the operator reads in the list under each filter, and
 // how the list follows replies. Replies are fed to the window's own link object.
+#include "RVX3210/rvx3210ui.h"
 #include "RVX5350/rvx5350.h"
 #include "SwitcherData/workdata.h"
 #include "app/devicemodel.h"
@@ -27,6 +28,8 @@ private slots:
     void modelRouting_data();
     void modelRouting();
     void doubleClickSetsChildType();
+    void returnOrDoubleClickOpensOnce_data();
+    void returnOrDoubleClickOpensOnce();
 
 private:
     void addUnit(const char *ip, uint8_t childType, const QByteArray &name, uint8_t idByte);
@@ -158,6 +161,45 @@ void tst_SearchWindow::doubleClickSetsChildType()
     list->setCurrentItem(list->findItems("Ghost: 10.9.9.9", Qt::MatchExactly).value(0));
     m_window->m_on_liswidget_clicked();
     QCOMPARE(GLOBAL_DEV_CHILD_TYPE, uint8_t(0));
+}
+
+void tst_SearchWindow::returnOrDoubleClickOpensOnce_data()
+{
+    QTest::addColumn<QString>("how");
+    QTest::newRow("Return") << "return";
+    QTest::newRow("keypad Enter") << "enter";
+    QTest::newRow("double-click") << "double";
+}
+
+void tst_SearchWindow::returnOrDoubleClickOpensOnce()
+{
+    QFETCH(QString, how);
+    auto panels = [] {
+        QList<RVX3210UI *> found;
+        for (QWidget *w : QApplication::topLevelWidgets())
+            if (auto *p = qobject_cast<RVX3210UI *>(w))
+                found << p;
+        return found;
+    };
+    QCOMPARE(panels().size(), 0);
+    QListWidget *list = m_window->deviceList();
+    QListWidgetItem *zulu = list->findItems("Zulu: 10.0.0.7", Qt::MatchExactly).value(0);
+    QVERIFY(zulu);
+    list->setCurrentItem(zulu);
+    list->setFocus();
+    if (how == QLatin1String("double")) {
+        const QPoint at = list->visualItemRect(zulu).center();
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at);
+    } else {
+        QTest::keyClick(list, how == QLatin1String("return") ? Qt::Key_Return : Qt::Key_Enter,
+                        how == QLatin1String("return") ? Qt::NoModifier : Qt::KeypadModifier);
+    }
+    const QList<RVX3210UI *> opened = panels();
+    QCOMPARE(opened.size(), 1);
+    QVERIFY(opened.first()->isVisible());
+    QVERIFY(!m_window->isVisible());
+    qDeleteAll(opened);
 }
 
 QTEST_MAIN(tst_SearchWindow)
