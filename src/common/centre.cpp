@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
+#include <algorithm>
 
 QPoint centredTopLeft(QSize window, QSize reference)
 {
@@ -26,9 +27,38 @@ QSize centreReference(CentreOn on, const QWidget *widget)
     return QSize(0, 0);
 }
 
+QRect keepTitleOnScreen(QRect geometry, const QRect &available)
+{
+    // Right before left and top before bottom: the close key and the band win when the
+    // window does not fit.
+    const int x = qMin(qMax(geometry.x(), available.left()), available.right() + 1 - geometry.width());
+    const int y = qMax(qMin(geometry.y(), available.bottom() + 1 - geometry.height()), available.top());
+    geometry.moveTo(x, y);
+    return geometry;
+}
+
+namespace {
+
+bool onSomeScreen(const QPoint &point)
+{
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    return std::any_of(screens.begin(), screens.end(),
+                       [&](const QScreen *s) { return s->availableGeometry().contains(point); });
+}
+
+} // namespace
+
 QRect centreWindow(QWidget *widget, QSize size, CentreOn on)
 {
-    const QRect geometry(centredTopLeft(size, centreReference(on, widget)), size);
+    QRect geometry(centredTopLeft(size, centreReference(on, widget)), size);
+    // The centring stands wherever it leaves the band reachable, across screens too.
+    if (!onSomeScreen(geometry.topLeft()) || !onSomeScreen(geometry.topRight())) {
+        QScreen *screen = QGuiApplication::screenAt(geometry.center());
+        if (!screen)
+            screen = QGuiApplication::primaryScreen();
+        if (screen)
+            geometry = keepTitleOnScreen(geometry, screen->availableGeometry());
+    }
     widget->setGeometry(geometry);
     return geometry;
 }

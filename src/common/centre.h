@@ -22,5 +22,12 @@ QPoint centredTopLeft(QSize window, QSize reference);
 // The reference's size now; `widget` picks the screen for AvailableGeometry.
 QSize centreReference(CentreOn on, const QWidget *widget);
 
-// Gives `widget` the geometry of `size` centred on `on`; returns that geometry.
+// Moves `geometry` as little as needed to bring its top edge and its top-right corner (the
+// title band and its close key) onto `available`; the size is kept. A window wider than
+// `available` is aligned to its right edge, one taller to its top.
+QRect keepTitleOnScreen(QRect geometry, const QRect &available);
+
+// Gives `widget` the geometry of `size` centred on `on`, moved by keepTitleOnScreen onto the
+// available part of the nearest screen when its title band's ends are not both on a screen;
+// returns that geometry.
 QRect centreWindow(QWidget *widget, QSize size, CentreOn on);

@@ -104,6 +104,8 @@ private slots:
     void dragLeavesHandleHandlersRunning();
     void centredTopLeft_data();
     void centredTopLeft();
+    void keepTitleOnScreen_data();
+    void keepTitleOnScreen();
     void tbarSecondTopArrivalSwapsNothing();
     void tbarAutoRunsInSteps();
     void tbarAutoSurvivesItsOwner();
@@ -231,6 +233,38 @@ void TestPanelKit::centredTopLeft()
     QFETCH(QSize, reference);
     QFETCH(QPoint, topLeft);
     QCOMPARE(::centredTopLeft(window, reference), topLeft);
+}
+
+void TestPanelKit::keepTitleOnScreen_data()
+{
+    QTest::addColumn<QRect>("centred");
+    QTest::addColumn<QRect>("available");
+    QTest::addColumn<QPoint>("topLeft");
+    QTest::newRow("fits: stays centred")
+        << QRect(260, 140, 1400, 800) << QRect(0, 0, 1920, 1080) << QPoint(260, 140);
+    // 1366 x 768: the RVX3210 panel's centring puts it at -17, -16.
+    QTest::newRow("wider and taller: close key and band on screen")
+        << QRect(-17, -16, 1400, 800) << QRect(0, 0, 1366, 768) << QPoint(-34, 0);
+    QTest::newRow("panel under a top bar of 28")
+        << QRect(-17, -16, 1400, 800) << QRect(0, 28, 1366, 740) << QPoint(-34, 28);
+    QTest::newRow("fits, but past the left edge")
+        << QRect(-50, 10, 1000, 600) << QRect(0, 0, 1280, 1024) << QPoint(0, 10);
+    QTest::newRow("fits, but past the bottom")
+        << QRect(100, 500, 1000, 600) << QRect(0, 0, 1280, 1024) << QPoint(100, 424);
+    QTest::newRow("second screen to the right")
+        << QRect(1700, -20, 1000, 600) << QRect(1920, 0, 1280, 1024) << QPoint(1920, 0);
+}
+
+void TestPanelKit::keepTitleOnScreen()
+{
+    QFETCH(QRect, centred);
+    QFETCH(QRect, available);
+    QFETCH(QPoint, topLeft);
+    const QRect placed = ::keepTitleOnScreen(centred, available);
+    QCOMPARE(placed.topLeft(), topLeft);
+    QCOMPARE(placed.size(), centred.size());
+    // The band's right end, where the close key sits, is on the screen.
+    QVERIFY(available.contains(placed.topRight()));
 }
 
 void TestPanelKit::tbarSecondTopArrivalSwapsNothing()
