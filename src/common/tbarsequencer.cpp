@@ -14,7 +14,7 @@ constexpr int AutoStepMs = 20;
 // Where the AUTO run stops: one short of the top, so the lever's own end step is not taken.
 constexpr int AutoTop = 126;
 
-Q_LOGGING_CATEGORY(lcTbar, "kova.panel.tbar")
+Q_LOGGING_CATEGORY(lcTbar, "kova.panel.tbar", QtInfoMsg)
 } // namespace
 
 TbarSequencer::TbarSequencer(QObject *parent, QSlider *tbar, Hooks hooks)
