@@ -1,0 +1,101 @@
+// End to end in the lab: the search window opens an emulated RVX5310; the panel shows the
+// unit's state; a bus change and a CUT, PIP with its size and the output format change the
+// unit; after the panel has been told otherwise, DS reads the unit's state back.
+#include "RVX5310/rvx5310dialog.h"
+#include "RVX8000/pip_body.h"
+#include "RVX8000/resobody.h"
+#include "SwitcherData/rvx5all_workdata.h"
+#include "app/showsearch.h"
+#include "labstate.h"
+
+#include <QComboBox>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QtTest>
+
+namespace {
+
+bool red(const QWidget *key)
+{
+    return key->styleSheet().contains(QLatin1String("#D22E00"));
+}
+
+bool green(const QWidget *key)
+{
+    return key->styleSheet().contains(QLatin1String("#19FA00"));
+}
+
+} // namespace
+
+class TestRvx5310Lab : public QObject
+{
+    Q_OBJECT
+private slots:
+    void openChangeReadBack();
+};
+
+void TestRvx5310Lab::openChangeReadBack()
+{
+    const QStringList units = qEnvironmentVariable("LAB_UNITS").split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    QCOMPARE(units.size(), 1);
+    const QString unit = units.first();
+
+    showsearch window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QListWidget *list = window.deviceList();
+    QTRY_COMPARE_WITH_TIMEOUT(list->count(), 1, 10000);
+    const QPoint at = list->visualItemRect(list->item(0)).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+
+    QPointer<RVX5310Dialog> panel;
+    for (QWidget *w : QApplication::topLevelWidgets())
+        if (auto *p = qobject_cast<RVX5310Dialog *>(w))
+            panel = p;
+    QVERIFY(panel);
+    QVERIFY(panel->isVisible());
+    QVERIFY(!window.isVisible());
+    auto key = [&panel](const char *name) { return panel->findChild<QPushButton *>(QLatin1String(name)); };
+
+    // The unit heard the panel's first read and its state lights the buses.
+    QSignalSpy states(panel->link(), &RVX5ALL_workdata::on_signals_3210Data);
+    QTRY_VERIFY_WITH_TIMEOUT(states.count() >= 1, 5000);
+    const QMap<QString, QString> first = LabState::read(unit);
+    QCOMPARE(first.value(QStringLiteral("reads")), QStringLiteral("1"));
+    const QByteArray pgmKey = "btn_pgm" + first.value(QStringLiteral("pgm")).toLatin1();
+    QVERIFY2(red(key(pgmKey.constData())), pgmKey.constData());
+
+    // Inputs 3 and 4, then CUT: the unit swaps them. PIP at size Large, and 1080P50 out.
+    key("btn_pgm3")->click();
+    key("btn_pvw4")->click();
+    key("btn_cut")->click();
+    key("btn_pip")->click();
+    panel->pipBody()->sizeList()->setCurrentIndex(2);
+    panel->resoBody()->formatList()->setCurrentIndex(1);
+    const QString differs = LabState::waitFor(unit, {{QStringLiteral("pgm"), QStringLiteral("4")},
+                                                     {QStringLiteral("pvw"), QStringLiteral("3")},
+                                                     {QStringLiteral("pip"), QStringLiteral("1")},
+                                                     {QStringLiteral("pip_size"), QStringLiteral("2")},
+                                                     {QStringLiteral("output"), QStringLiteral("11")}});
+    QVERIFY2(differs.isEmpty(), qPrintable(differs));
+
+    // A stale picture on the panel, then DS: the unit's state comes back, and the format the
+    // list already shows is not sent again.
+    emit panel->link()->on_signals_3210Data(QByteArray::fromHex("0102000000000000000000000000"));
+    QVERIFY(red(key("btn_pgm1")) && !key("btn_pip")->styleSheet().contains(QLatin1String("#19FA00")));
+    states.clear();
+    key("btn_ds")->click();
+    QTRY_VERIFY_WITH_TIMEOUT(states.count() >= 1, 5000);
+    QVERIFY(red(key("btn_pgm4")) && green(key("btn_pvw3")));
+    QVERIFY(green(key("btn_pip")));
+    QVERIFY(panel->pipBody()->isVisible());
+    QCOMPARE(panel->pipBody()->sizeList()->currentIndex(), 2);
+    QCOMPARE(panel->resoBody()->formatList()->currentText(), QStringLiteral("1080P50"));
+    QCOMPARE(LabState::logCount(QStringLiteral("^rx unit=%1 .*cmd=0xa3").arg(unit)), 1);
+    delete panel;
+}
+
+QTEST_MAIN(TestRvx5310Lab)
+#include "tst_rvx5310_lab.moc"
