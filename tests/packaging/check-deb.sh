@@ -1,0 +1,102 @@
+#!/bin/bash
+# Builds the Debian package from a build tree and checks it as a distribution would: its
+# contents and dependencies, lintian, an install into a private root with dpkg, and the
+# installed kova started in the lab, where its search must reach the emulated unit and its
+# window carry the class the menu entry names.
+#   check-deb.sh <build dir> <source root>
+set -euo pipefail
+build=$(cd "$1" && pwd)
+src=$(cd "$2" && pwd)
+work=$(mktemp -d /tmp/kova-deb.XXXXXX)
+trap 'rm -rf "$work"' EXIT
+failed=0
+fail() {
+    echo "FAIL: $*" >&2
+    failed=1
+}
+
+(cd "$build" && cpack -G DEB -B "$work/out" >"$work/cpack.log" 2>&1) || { cat "$work/cpack.log" >&2; exit 1; }
+deb=$(ls "$work"/out/kova_*.deb)
+echo "package: $(basename "$deb")"
+
+# Contents.
+dpkg-deb -c "$deb" | awk '{print $6}' | sed 's|^\./|/|' >"$work/files"
+for f in /usr/bin/kova /usr/bin/kovactl /usr/bin/kova-emulator /usr/share/applications/invalid.kova.Kova.desktop \
+    /usr/share/metainfo/invalid.kova.Kova.metainfo.xml /usr/share/icons/hicolor/48x48/apps/invalid.kova.Kova.png \
+    /usr/share/icons/hicolor/256x256/apps/invalid.kova.Kova.png /usr/share/man/man1/kova.1.gz \
+    /usr/share/man/man1/kovactl.1.gz /usr/share/man/man1/kova-emulator.1.gz /usr/share/doc/kova/copyright \
+    /usr/share/doc/kova/changelog.gz; do
+    grep -qx "$f" "$work/files" || fail "the package lacks $f"
+done
+
+# Dependencies: the Qt libraries the programs link and the panels' font, each satisfied by
+# what this (Debian 12) machine has installed.
+depends=$(dpkg-deb -f "$deb" Depends)
+echo "Depends: $depends"
+for lib in libqt5core5a libqt5gui5 libqt5widgets5 libqt5network5 libc6 libstdc++6 fonts-dejavu-core; do
+    echo "$depends" | grep -q "\b$lib\b" || fail "Depends lacks $lib"
+done
+IFS=',' read -ra clauses <<<"$depends"
+for clause in "${clauses[@]}"; do
+    ok=0
+    IFS='|' read -ra alternatives <<<"$clause"
+    for alt in "${alternatives[@]}"; do
+        name=$(echo "$alt" | sed 's/(.*//; s/:any//' | tr -d ' ')
+        constraint=$(echo "$alt" | sed -n 's/.*(\(.*\)).*/\1/p')
+        have=$(dpkg-query -W -f='${Status} ${Version}' "$name" 2>/dev/null | sed -n 's/^install ok installed //p')
+        [ -n "$have" ] || continue
+        if [ -n "$constraint" ]; then
+            dpkg --compare-versions "$have" "${constraint%% *}" "${constraint##* }" || continue
+        fi
+        ok=1
+    done
+    [ "$ok" = 1 ] || fail "dependency not satisfiable here: $clause"
+done
+
+# lintian: no errors (warnings are printed).
+lintian --fail-on error --no-tag-display-limit "$deb" || fail "lintian reports errors"
+
+# A private root with a database of its own; the host's packages stay untouched.
+root="$work/root"
+mkdir -p "$root/var/lib/dpkg/info" "$root/var/lib/dpkg/updates"
+: >"$root/var/lib/dpkg/status"
+dpkg --root="$root" --force-depends --force-not-root -i "$deb" >"$work/dpkg.log" 2>&1 ||
+    { cat "$work/dpkg.log" >&2; fail "dpkg -i into a private root"; }
+dpkg --root="$root" -s kova | grep -q '^Status: install ok installed' || fail "kova is not installed in the root"
+
+# The installed program in the lab, on a virtual display.
+wm_class=$(sed -n 's/^StartupWMClass=//p' "$root/usr/share/applications/invalid.kova.Kova.desktop")
+cat >"$work/start.sh" <<'SCRIPT'
+#!/bin/sh
+# Starts the installed kova, waits for its search to reach the unit, lists the window classes.
+"$1" &
+pid=$!
+for _ in $(seq 100); do
+    grep -q 'cmd=0xff' "$LAB_EMULATOR_LOG" && break
+    sleep 0.1
+done
+grep -q 'cmd=0xff' "$LAB_EMULATOR_LOG" || { echo "no search from the installed kova"; exit 1; }
+for _ in $(seq 50); do
+    classes=$(for id in $(xwininfo -root -children | sed -n 's/^ *\(0x[0-9a-f]*\) .*/\1/p'); do
+        xprop -id "$id" WM_CLASS 2>/dev/null; done | sed -n 's/^WM_CLASS(STRING) = //p')
+    [ -n "$classes" ] && break
+    sleep 0.1
+done
+echo "$classes" >"$2"
+kill -0 "$pid" || { echo "the installed kova has ended"; exit 1; }
+kill "$pid"
+wait "$pid" 2>/dev/null
+exit 0
+SCRIPT
+chmod +x "$work/start.sh"
+if "$src/lab/lab.sh" --emulator "$build/emulator/kova-emulator" --unit "type=0x21,name=Desk" --xvfb \
+    -- "$work/start.sh" "$root/usr/bin/kova" "$work/classes" >"$work/lab.log" 2>&1; then
+    echo "window classes: $(tr '\n' ' ' <"$work/classes")"
+    grep -q "\"$wm_class\"\$" "$work/classes" || fail "no window of class $wm_class"
+else
+    cat "$work/lab.log" >&2
+    fail "the installed kova did not start in the lab"
+fi
+
+[ "$failed" = 0 ] && echo "package: ok"
+exit "$failed"
