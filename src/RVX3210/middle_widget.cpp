@@ -1,5 +1,6 @@
 #include "middle_widget.h"
 
+#include "SwitcherData/protocol.h"
 #include "SwitcherData/rvx3210_workdata.h"
 #include "common/keysheet.h"
 #include "common/unitstateguard.h"
@@ -215,24 +216,9 @@ void Middle_widget::on_SpinBoxch2_valueChanged(int value)
 
 int Middle_widget::sourceIndex(uint8_t code)
 {
-    switch (code) {
-    case 7:
-        return 0;
-    case 3:
-        return 1;
-    case 4:
-        return 2;
-    case 5:
-        return 3;
-    case 6:
-        return 4;
-    case 8:
-        return 5;
-    case 0:
-        return 6;
-    default:
-        return -1;
-    }
+    // The list shows the sources in the order of the shared table (its first entry is
+    // captioned PHONE_IN on this family).
+    return Protocol::audioSourceIndex(code);
 }
 
 void Middle_widget::set_CH1_Style(uint8_t code)

@@ -1,5 +1,6 @@
 #include "upper_widget.h"
 
+#include "SwitcherData/protocol.h"
 #include "SwitcherData/rvx3210_workdata.h"
 #include "common/keyflash.h"
 #include "common/keysheet.h"
@@ -146,31 +147,11 @@ void Upper_Widget::on_coboxIndexChanged_PGMOUT(int index)
 
 void Upper_Widget::set_F1_Style(uint8_t code)
 {
-    switch (code) {
-    case 7:
-        m_outIndex = 0;
-        break;
-    case 11:
-        m_outIndex = 1;
-        break;
-    case 9:
-        m_outIndex = 2;
-        break;
-    case 1:
-        m_outIndex = 3;
-        break;
-    case 3:
-        m_outIndex = 4;
-        break;
-    case 13:
-        m_outIndex = 5;
-        break;
-    case 5:
-        m_outIndex = 6;
-        break;
-    default:
-        break;
-    }
+    // The unit reports the format's code, not the list position it was sent; a code outside
+    // the table leaves the choice as it was.
+    const int index = Protocol::outputFormatIndex(code);
+    if (index >= 0)
+        m_outIndex = index;
 }
 
 void Upper_Widget::on_btnclicked_F2()
