@@ -2,8 +2,8 @@
 // over: reassembly of split replies, the size and command checks, the sum, and the binding of
 // main and HIS replies into the device table. Needs no socket: a link object that has not
 // searched holds none.
+#include "SwitcherData/workdata.h"
 #include "datagrams.h"
-#include "workdata.h"
 
 #include <QCoreApplication>
 #include <cstdlib>

@@ -10,10 +10,10 @@
 #include "RVX3210/rvx3210ui.h"
 #include "RVX3220/rvx3220ui.h"
 #include "RVX3410/rvx3410ui.h"
+#include "SwitcherData/rvx3210_workdata.h"
+#include "SwitcherData/rvx3220_workdata.h"
 #include "datagrams.h"
 #include "netnsguard.h"
-#include "rvx3210_workdata.h"
-#include "rvx3220_workdata.h"
 
 #include <QApplication>
 #include <QTimer>

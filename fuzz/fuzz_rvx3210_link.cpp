@@ -1,6 +1,6 @@
 // The RVX3210 family's receive path (RVX3210 and RVX3410 units), a datagram sequence at a time.
+#include "SwitcherData/rvx3210_workdata.h"
 #include "reportinglinkfuzz.h"
-#include "rvx3210_workdata.h"
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {

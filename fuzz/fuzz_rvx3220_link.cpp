@@ -1,8 +1,8 @@
 // The RVX3220 link's receive path: every datagram is checked for shape and dropped, and
 // nothing is kept between datagrams. The verdict must follow from the datagram's own bytes.
+#include "SwitcherData/rvx3220_workdata.h"
 #include "datagrams.h"
 #include "netnsguard.h"
-#include "rvx3220_workdata.h"
 
 #include <QCoreApplication>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // The 8000 series' receive path, a datagram sequence at a time. It shares the reporting link
 // with the RVX3210 family but drops a long state reply that has no payload piece.
+#include "SwitcherData/rvx5all_workdata.h"
 #include "reportinglinkfuzz.h"
-#include "rvx5all_workdata.h"
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "SwitcherData/reportinglink.h"
 #include "datagrams.h"
 #include "netnsguard.h"
-#include "reportinglink.h"
 
 #include <QCoreApplication>
 #include <cstdlib>

@@ -1,9 +1,9 @@
 #include "commands.h"
 
-#include "protocol.h"
-#include "rvx3210_workdata.h"
-#include "rvx3220_workdata.h"
-#include "rvx5all_workdata.h"
+#include "SwitcherData/protocol.h"
+#include "SwitcherData/rvx3210_workdata.h"
+#include "SwitcherData/rvx3220_workdata.h"
+#include "SwitcherData/rvx5all_workdata.h"
 
 #include <QHostAddress>
 

@@ -1,14 +1,14 @@
 // kovactl: the switchers from a shell, for cues from a playout system or checks from a
 // monitoring script. It speaks through the same link objects as the panels; the only
 // broadcast it sends is the search.
+#include "SwitcherData/protocol.h"
+#include "SwitcherData/rvx3210_workdata.h"
+#include "SwitcherData/rvx3220_workdata.h"
+#include "SwitcherData/rvx5all_workdata.h"
+#include "SwitcherData/workdata.h"
 #include "commands.h"
 #include "family.h"
-#include "protocol.h"
-#include "rvx3210_workdata.h"
-#include "rvx3220_workdata.h"
-#include "rvx5all_workdata.h"
 #include "statefields.h"
-#include "workdata.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

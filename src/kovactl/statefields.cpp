@@ -1,6 +1,6 @@
 #include "statefields.h"
 
-#include "protocol.h"
+#include "SwitcherData/protocol.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // End to end in the lab: the real program's broadcast reaches the emulated units, and the
 // search window lists each of them with the label its model calls for. Runs on the operator
 // side of the lab (lab/lab.sh), which exports the emulator's log and the units' addresses.
+#include "SwitcherData/workdata.h"
 #include "app/groupbox_right.h"
 #include "app/showsearch.h"
 #include "labstate.h"
 #include "testframes.h"
-#include "workdata.h"
 
 #include <QListWidget>
 #include <QProcess>

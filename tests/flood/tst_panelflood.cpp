@@ -6,7 +6,7 @@
 // of passes is exact.
 #include "RVX3210/below_widget.h"
 #include "RVX3210/rvx3210ui.h"
-#include "rvx3210_workdata.h"
+#include "SwitcherData/rvx3210_workdata.h"
 #include "testframes.h"
 #include "wirecapture.h"
 

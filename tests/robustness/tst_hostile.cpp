@@ -8,8 +8,8 @@
 #include "RVX3210/rvx3210ui.h"
 #include "RVX3220/rvx3220ui.h"
 #include "RVX3410/rvx3410ui.h"
+#include "SwitcherData/rvx3210_workdata.h"
 #include "modalanswer.h"
-#include "rvx3210_workdata.h"
 #include "testframes.h"
 
 #include <QNetworkDatagram>

@@ -3,7 +3,7 @@
 // holds only a few hundred of them with the receive buffer a stock Debian grants, and the GUI
 // thread may be busy (building or painting the window) when they come. Every unit must still
 // be listed, each with its HIS board bound.
-#include "workdata.h"
+#include "SwitcherData/workdata.h"
 
 #include <QElapsedTimer>
 #include <QThread>

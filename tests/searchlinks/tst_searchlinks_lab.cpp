@@ -2,9 +2,9 @@
 // to an office network without units (its own namespace), the units sit behind the other link.
 // A broadcast that followed the routing table would reach only the office; the search must
 // leave by both links, once each, and list every unit.
+#include "SwitcherData/searchinterfaces.h"
+#include "SwitcherData/workdata.h"
 #include "labstate.h"
-#include "searchinterfaces.h"
-#include "workdata.h"
 
 #include <QProcess>
 #include <QSignalSpy>
