@@ -1,12 +1,19 @@
-// Every fixed-size caption of the RVX3210, RVX3410 and RVX3220 panels and their dialogs
-// measured against its width, offscreen with the fonts the project installs: a caption
-// wider than its label is cut on screen. And the panels on the offscreen screen, smaller than
-// the RVX3210 and RVX3410 panels: their title band and close key stay on it.
+// Every caption of every panel and its dialogs measured against the room it was given (a fixed
+// size, a fixed geometry or a layout in a window of fixed size), offscreen with the fonts the
+// project installs: a caption wider than its label is cut on screen. And the panels on the
+// offscreen screen, smaller than the RVX3210 and RVX3410 panels: their title band and close key
+// stay on it.
 #include "RVX3210/plane_botton.h"
 #include "RVX3210/rvx3210ui.h"
 #include "RVX3220/ipdialog.h"
 #include "RVX3220/rvx3220ui.h"
 #include "RVX3410/rvx3410ui.h"
+#include "RVX5120/rvx5120.h"
+#include "RVX5310/rvx5310dialog.h"
+#include "RVX5350/rvx5350.h"
+#include "RVX5370/rvx5370.h"
+#include "RVX8000/set.h"
+#include "RVX8000/setdialog.h"
 
 #include <QLabel>
 #include <QLayout>
@@ -17,26 +24,14 @@
 
 namespace {
 
-bool inLayout(const QLayout *layout, const QWidget *w)
-{
-    for (int i = 0; layout && i < layout->count(); ++i) {
-        QLayoutItem *item = layout->itemAt(i);
-        if (item->widget() == w || inLayout(item->layout(), w))
-            return true;
-    }
-    return false;
-}
-
-// Labels whose size is fixed: by setFixedSize, or by a geometry no layout changes.
+// Labels whose text is wider than the room they were given: by setFixedSize, by a geometry no
+// layout changes, or by a layout inside a window of fixed size. A label that wraps its text
+// is left to its height.
 QStringList overflowing(const QWidget *window, const QString &name)
 {
     QStringList cut;
     for (const QLabel *label : window->findChildren<QLabel *>()) {
-        if (!label->isVisible() || label->text().isEmpty() || label->window() != window)
-            continue;
-        const bool fixed =
-            label->minimumSize() == label->maximumSize() || !inLayout(label->parentWidget()->layout(), label);
-        if (!fixed)
+        if (!label->isVisible() || label->text().isEmpty() || label->window() != window || label->wordWrap())
             continue;
         const int need = label->sizeHint().width();
         if (need > label->width())
@@ -46,6 +41,21 @@ QStringList overflowing(const QWidget *window, const QString &name)
                        .arg(label->width());
     }
     return cut;
+}
+
+constexpr char LongIp[] = "IP:255.255.255.255";
+
+// The panel's settings strip, shown as its SET key shows it, with an eight-byte serial whose
+// every byte takes two hexadecimal digits, and the longest address.
+template <typename Strip> QWidget *settingsStrip(QWidget *panel)
+{
+    auto *strip = panel->findChild<Strip *>();
+    if (!strip)
+        return panel;
+    strip->on_toRead_5370SMDtat(QByteArray(8, char(0xab)));
+    strip->getDevIP(QStringLiteral("255.255.255.255"));
+    strip->show();
+    return panel;
 }
 
 } // namespace
@@ -79,6 +89,14 @@ void TestPanelFit::captionsFit_data()
         auto *panel = new RVX3220UI;
         return static_cast<QWidget *>(new IPDialog(panel, panel->link()));
     }) << "IP addr";
+    // The 8000 series, and its settings strips holding the longest serial and address a
+    // unit can report.
+    QTest::newRow("RVX5310") << Opener([] { return new RVX5310Dialog; }) << "RVX5310";
+    QTest::newRow("RVX5370") << Opener([] { return new RVX5370; }) << "RVX5370";
+    QTest::newRow("RVX5350") << Opener([] { return new RVX5350; }) << "RVX5350";
+    QTest::newRow("RVX5370 SET") << Opener([] { return settingsStrip<SetDialog>(new RVX5370); }) << LongIp;
+    QTest::newRow("RVX5350 SET") << Opener([] { return settingsStrip<Set>(new RVX5350); }) << LongIp;
+    QTest::newRow("RVX5120") << Opener([] { return new RVX5120; }) << "MICRO HD VIDEO SWITCHER";
 }
 
 void TestPanelFit::captionsFit()
