@@ -1,5 +1,6 @@
 #include "rvx3410behaviour.h"
 
+#include "emuframe.h"
 #include "familyregistry.h"
 
 namespace {
@@ -24,11 +25,22 @@ constexpr uint8_t MenuDown = 0x42;
 constexpr uint8_t MenuEnter = 0x6B;
 constexpr int MenuLines = 8;
 
+constexpr int FrameMarkerOffset = 14;
+constexpr uint8_t FrameMarker = 0x27;
+
 } // namespace
 
 Rvx3410Behaviour::Rvx3410Behaviour(const UnitConfig &unit, QObject *parent) : Rvx3210Behaviour(unit, parent)
 {
     resizeRecord(RecordLength3410);
+}
+
+QByteArray Rvx3410Behaviour::readState()
+{
+    QByteArray frame = Rvx3210Behaviour::readState();
+    frame[FrameMarkerOffset] = char(FrameMarker);
+    EmuFrame::reseal(frame);
+    return frame;
 }
 
 uint8_t Rvx3410Behaviour::recordingState() const

@@ -28,7 +28,7 @@ public:
 
 protected:
     bool applyMain(uint8_t command, const QByteArray &data) override;
-    uint8_t stateFrameMarker() const override { return 0x27; }
+    QByteArray readState() override;
 
 private:
     uint8_t recordingState() const;

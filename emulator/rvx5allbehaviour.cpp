@@ -5,13 +5,11 @@
 
 namespace {
 
-constexpr uint8_t CmdReadState = 0x49;
 constexpr char StateSeparator = 0x23;
 // Pieces 2 to 16 of the long reply are empty: 15 separators more after the serial's.
 constexpr int LongReplyEmptyPieces = 15;
 
 constexpr uint8_t BarInput = 9;
-constexpr uint8_t LeverEnd = 128;
 
 // Output format codes: 1080P60, P50, I60, I50, P30, P25, P24.
 constexpr uint8_t OutputCodes[] = {0x07, 0x0B, 0x09, 0x01, 0x03, 0x0D, 0x05};
@@ -32,9 +30,6 @@ struct Range
     int v;
 };
 constexpr Range PipRanges[] = {{1440, 810}, {1280, 720}, {960, 540}};
-
-// What the HIS board understands; the RVX3210 family's answers are used as they are.
-constexpr uint8_t HisCommands[] = {0x24, 0x05, 0x23, 0x67, 0x6A};
 
 template <size_t N> bool contains(const uint8_t (&table)[N], uint8_t value)
 {
@@ -67,9 +62,8 @@ Rvx5AllBehaviour::Model Rvx5AllBehaviour::modelOf(uint8_t childType)
 }
 
 Rvx5AllBehaviour::Rvx5AllBehaviour(const UnitConfig &unit, QObject *parent)
-    : Rvx3210Behaviour(unit, parent), m_model(modelOf(unit.childType)), m_serial(unit.serial)
+    : RecordBehaviour(unit, parent), m_model(modelOf(unit.childType)), m_serial(unit.serial)
 {
-    resizeRecord(RecordLength8000);
     if (m_serial.isEmpty()) {
         // Made in 2026-11, the model, the unit identifier, batch 1.
         m_serial = QByteArray::fromHex("202611");
@@ -82,18 +76,10 @@ Rvx5AllBehaviour::Rvx5AllBehaviour(const UnitConfig &unit, QObject *parent)
 
 void Rvx5AllBehaviour::powerUp()
 {
-    resizeRecord(0);
-    resizeRecord(RecordLength8000);
-    setField(Pgm, 1);
-    setField(Pvw, 2);
-    setField(AudioCh1, m_model == Model::Rvx5350 ? 0x03 : 0x07);
-    setField(AudioVol1, 50);
-    setField(AudioCh2, m_model == Model::Rvx5350 ? 0x04 : 0x03);
-    setField(AudioVol2, 50);
-    setField(TransType, 1);
-    setField(PipBorderWidth, 2);
-    setField(Rate, 1);
-    setField(OutputFormat, OutputCodes[0]);
+    if (m_model == Model::Rvx5350)
+        powerUpRecord(RecordLength8000, 0x03, 0x04);
+    else
+        powerUpRecord(RecordLength8000, 0x07, 0x03);
     m_recording = false;
     m_paused = false;
     m_stream = 0;
@@ -103,53 +89,26 @@ void Rvx5AllBehaviour::powerUp()
     m_rotated = false;
 }
 
-QList<Reply> Rvx5AllBehaviour::handle(Board board, uint8_t command, const QByteArray &data,
-                                      const QByteArray &frame)
+QByteArray Rvx5AllBehaviour::readState()
 {
-    if (board == Board::Main && command == CmdReadState) {
-        ++m_reads;
-        const bool longForm =
-            unit().stateForm == StateForm::Long || (unit().stateForm == StateForm::FirstLong && m_reads == 1);
-        Reply r;
-        r.board = Board::Main;
-        r.bytes = stateReply8000(longForm);
-        return {r};
-    }
-    if (board == Board::His && !contains(HisCommands, command)) {
-        noteUnknown(QStringLiteral("his:") + hexByte(command));
-        return {};
-    }
-    return Rvx3210Behaviour::handle(board, command, data, frame);
+    ++m_reads;
+    const bool longForm =
+        unit().stateForm == StateForm::Long || (unit().stateForm == StateForm::FirstLong && m_reads == 1);
+    if (!longForm)
+        return RecordBehaviour::readState();
+    QByteArray lead = m_serial;
+    lead.append(QByteArray(LongReplyEmptyPieces, StateSeparator));
+    return stateReply(lead);
 }
 
-QByteArray Rvx5AllBehaviour::stateReply8000(bool longForm) const
-{
-    QByteArray record;
-    for (int i = 0; i < RecordLength8000; ++i)
-        record.append(char(field(i)));
-    QByteArray data;
-    data.append(StateSeparator);
-    if (longForm) {
-        data.append(m_serial);
-        data.append(StateSeparator);
-        data.append(QByteArray(LongReplyEmptyPieces, StateSeparator));
-    } else {
-        data.append('\x01');
-        data.append(StateSeparator);
-    }
-    data.append(record);
-    data.append(StateSeparator);
-    return frameFrom(Board::Main, CmdReadState, data);
-}
-
-bool Rvx5AllBehaviour::validInput(uint8_t input) const
+bool Rvx5AllBehaviour::takesInput(uint8_t input) const
 {
     if (m_model == Model::Rvx5350)
         return input == 1 || input == 2;
     return (input >= 1 && input <= 4) || input == BarInput;
 }
 
-bool Rvx5AllBehaviour::validSource(uint8_t code) const
+bool Rvx5AllBehaviour::takesSource(uint8_t code) const
 {
     return m_model == Model::Rvx5350 ? contains(Sources5350, code) : contains(Sources, code);
 }
@@ -171,7 +130,7 @@ void Rvx5AllBehaviour::clampPositions()
 
 void Rvx5AllBehaviour::putBar(int busField, uint8_t on, uint8_t *kept)
 {
-    if (!validInput(BarInput))
+    if (!takesInput(BarInput))
         return;
     if (on && field(busField) != BarInput) {
         *kept = field(busField);
@@ -181,8 +140,9 @@ void Rvx5AllBehaviour::putBar(int busField, uint8_t on, uint8_t *kept)
     }
 }
 
-void Rvx5AllBehaviour::noteUnknown(const QString &code)
+void Rvx5AllBehaviour::unknownCommand(Board board, uint8_t command)
 {
+    const QString code = (board == Board::His ? QStringLiteral("his:") : QString()) + hexByte(command);
     if (!m_unknown.contains(code))
         m_unknown << code;
 }
@@ -192,50 +152,14 @@ bool Rvx5AllBehaviour::applyMain(uint8_t command, const QByteArray &data)
     const uint8_t d0 = EmuFrame::byteAt(data, 0);
     const uint8_t d1 = EmuFrame::byteAt(data, 1);
     const int word = d0 | (d1 << 8); // positions arrive low byte first
-    auto swapBuses = [this] {
-        const uint8_t pgm = field(Pgm);
-        setField(Pgm, field(Pvw));
-        setField(Pvw, pgm);
-    };
-    auto toggle = [this](int offset) { setField(offset, field(offset) ? 0 : 1); };
 
     switch (command) {
-    case 0x80:
-        if (validInput(d0))
-            setField(Pgm, d0);
-        break;
-    case 0x81:
-        if (validInput(d0))
-            setField(Pvw, d0);
-        break;
-    case 0x82:
-        // Direction and travel of the lever; 128 is its arrival at an end.
-        if (d1 == LeverEnd)
-            swapBuses();
-        break;
-    case 0x83:
-    case 0x84:
-        swapBuses();
-        break;
-    case 0x85:
-        toggle(Ftb);
-        break;
     case 0x86:
-        setField(PipState, d0);
         if (d0)
             m_pop = 0; // one inset at a time
-        break;
+        return applyCommon(command, data);
     case 0x87:
         m_stream = d0;
-        break;
-    case 0x8D:
-        setField(TransType, 1);
-        break;
-    case 0x8E:
-        setField(TransType, 2);
-        break;
-    case 0x8F:
-        setField(TransType, 4);
         break;
     case 0x92:
         if (m_model == Model::Rvx5350) {
@@ -250,21 +174,9 @@ bool Rvx5AllBehaviour::applyMain(uint8_t command, const QByteArray &data)
             setField(WipeType, uint8_t(d0 - WipeLeft));
         }
         break;
-    case 0x9D:
-        setField(PipBorderEnable, d0);
-        break;
-    case 0x9E:
-        setField(PipBorderColor, d0);
-        break;
-    case 0x9F:
-        setField(PipBorderWidth, d0);
-        break;
     case 0xA0:
-        setPosition(PipHHigh, word);
-        clampPositions();
-        break;
     case 0xA1:
-        setPosition(PipVHigh, word);
+        applyCommon(command, data);
         clampPositions();
         break;
     case 0xA2:
@@ -309,39 +221,16 @@ bool Rvx5AllBehaviour::applyMain(uint8_t command, const QByteArray &data)
         m_paused = false;
         break;
     case 0xB4: // CH1, CH2, third and master level; the state reports the first two as received
-        setLevels(data);
+        applyCommon(command, data);
         setField(AudioVol1, d0);
         setField(AudioVol2, d1);
-        break;
-    case 0xB9:
-        if (validSource(d0))
-            setField(AudioCh1, d0);
-        break;
-    case 0xBA:
-        if (validSource(d0))
-            setField(AudioCh2, d0);
         break;
     case 0xC5:
         if (m_recording)
             m_paused = !m_paused;
         break;
-    case 0xCB:
-        setField(AudioType, 1);
-        break;
-    case 0xCC:
-        setField(AudioType, 0);
-        break;
-    case 0xCD:
-        toggle(Still);
-        break;
-    case 0xCE:
-        setField(AudioVol1, d0);
-        break;
-    case 0xCF:
-        setField(AudioVol2, d0);
-        break;
     case 0xD4:
-        toggle(Mute);
+        setField(Mute, field(Mute) ? 0 : 1);
         break;
     case 0xD5:
         m_rotated = !m_rotated;
@@ -356,13 +245,8 @@ bool Rvx5AllBehaviour::applyMain(uint8_t command, const QByteArray &data)
         ++m_resets;
         powerUp();
         break;
-    case 0x05:
-    case 0xD0: // F2 and F7 change nothing the record reports
-    case 0xD6:
-        return Rvx3210Behaviour::applyMain(command, data);
     default:
-        noteUnknown(hexByte(command));
-        return false;
+        return applyCommon(command, data);
     }
     return true;
 }
@@ -371,7 +255,7 @@ StateLines Rvx5AllBehaviour::state() const
 {
     static const char *const models[] = {"RVX5310", "RVX5370", "RVX5350"};
     auto num = [](int v) { return QString::number(v); };
-    StateLines lines = Rvx3210Behaviour::state();
+    StateLines lines = RecordBehaviour::state();
     lines.prepend({"model", QString::fromLatin1(models[int(m_model)])});
     lines.append({"mute", num(field(Mute))});
     lines.append({"serial", EmuFrame::hex(m_serial)});

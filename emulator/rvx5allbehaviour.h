@@ -1,6 +1,6 @@
 #pragma once
 
-#include "rvx3210behaviour.h"
+#include "recordbehaviour.h"
 
 #include <QStringList>
 
@@ -24,7 +24,7 @@
 //
 // Recording, pause, streaming, POP and its settings, the bars and rotation are not in the
 // record; the state file shows them. The HIS board answers as the RVX3210's does.
-class Rvx5AllBehaviour : public Rvx3210Behaviour
+class Rvx5AllBehaviour : public RecordBehaviour
 {
     Q_OBJECT
 public:
@@ -43,24 +43,22 @@ public:
 
     explicit Rvx5AllBehaviour(const UnitConfig &unit, QObject *parent = nullptr);
 
-    QList<Reply> handle(Board board, uint8_t command, const QByteArray &data,
-                        const QByteArray &frame) override;
     StateLines state() const override;
 
     static Model modelOf(uint8_t childType);
 
 protected:
     bool applyMain(uint8_t command, const QByteArray &data) override;
+    bool takesInput(uint8_t input) const override;
+    bool takesSource(uint8_t code) const override;
+    void unknownCommand(Board board, uint8_t command) override;
+    QByteArray readState() override;
 
 private:
     void powerUp();
-    QByteArray stateReply8000(bool longForm) const;
-    bool validInput(uint8_t input) const;
-    bool validSource(uint8_t code) const;
     void setPosition(int highField, int value);
     void clampPositions();
     void putBar(int busField, uint8_t on, uint8_t *kept);
-    void noteUnknown(const QString &code);
 
     Model m_model;
     QByteArray m_serial;
