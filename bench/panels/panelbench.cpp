@@ -1,27 +1,18 @@
-// RVX3210 panel timings against a socket standing in for the unit:
+// Panel timings against a socket standing in for the unit, the same runs for every panel:
 //  - a click on CUT until the datagram is readable at the unit,
 //  - a state reply sent by the unit until the panel has restyled its keys, and repainted them,
 //  - a bare datagram between two plain sockets on the same addresses, as the floor,
-//  - CPU used by the process over 10 s with FTB blinking, and over 10 s idle (loopback only).
-//
-//   bench_rvx3210              loopback: the stand-in unit is a socket of this process
-//   bench_rvx3210 lab          across the lab's veth pair, run as the command of lab/lab.sh;
-//                              the stand-in unit is a copy of this program in the unit namespace
-//   bench_rvx3210 unit MAIN HIS OPERATOR
-//                              that copy: reports each arrival on stdout, sends on request
-//
-// Run only inside tests/netns-run.sh or lab/lab.sh (see run.sh): it opens sockets.
-#include "RVX3210/below_widget.h"
-#include "RVX3210/rvx3210ui.h"
-#include "RVX3210/upper_widget.h"
-#include "rvx3210_workdata.h"
+//  - CPU used by the process over 10 s idle, with FTB blinking, and with AUTO run after AUTO
+//    at rate 2 (loopback only).
+// What differs between panels is in bench_panels.cpp.
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QButtonGroup>
+#include "panelbench.h"
+
+#include "SwitcherData/reportinglink.h"
+
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QLoggingCategory>
 #include <QNetworkDatagram>
 #include <QProcess>
 #include <QPushButton>
@@ -81,12 +72,13 @@ bool awaitDatagram(QUdpSocket &sock)
     return true;
 }
 
-QByteArray stateReply(uint8_t pgm, uint8_t pvw)
+// A state reply of unit A5 FF in the short form: "#", 0x01, "#", the record, "#".
+QByteArray stateReply(const QByteArray &record)
 {
-    QByteArray rec = QByteArray::fromHex("0102000332043201000000000002000000000000000700000000");
-    rec[0] = char(pgm);
-    rec[1] = char(pvw);
-    QByteArray f = QByteArray::fromHex("a56c3200a5ff0100000000000000000049") + "#\x01#" + rec + "#";
+    QByteArray f = QByteArray::fromHex("a56c0000a5ff0100000000000000000049") + "#\x01#" + record + "#";
+    const int length = f.size() + 3;
+    f[2] = char(length & 0xFF);
+    f[3] = char(length >> 8);
     quint16 sum = 0;
     for (char c : f)
         sum = quint16(sum + uint8_t(c));
@@ -135,7 +127,26 @@ void printRows(const std::vector<Row> &rows)
     }
 }
 
-int runLoopback()
+// Clicks `key` again and again for `ms` (a click returns when its run is over); returns the
+// number of clicks and the time they took.
+std::pair<int, double> clickFor(QPushButton *key, int ms)
+{
+    QElapsedTimer t;
+    t.start();
+    int clicks = 0;
+    while (t.elapsed() < ms) {
+        key->click();
+        ++clicks;
+    }
+    return {clicks, double(t.elapsed())};
+}
+
+void printCpu(const char *condition, double cpu, double wallMs)
+{
+    std::printf("| %s | %.1f ms in %.1f s | %.2f %% |\n", condition, cpu, wallMs / 1e3, cpu / wallMs * 100.0);
+}
+
+int loopback(PanelRig &rig)
 {
     QUdpSocket unit;
     if (!unit.bind(UnitIp, Port, Share)) {
@@ -146,13 +157,15 @@ int runLoopback()
     // The HIS board's address must answer too, or a send to it would fail on loopback.
     QUdpSocket his;
     his.bind(HisIp, Port, Share);
+    auto reply = [&](uint8_t pgm, uint8_t rate) {
+        unit.writeDatagram(stateReply(rig.stateRecord(pgm, rate)), QHostAddress::LocalHost, Port);
+    };
 
-    RVX3210UI panel;
-    panel.show();
-    panel.DevTypeID(UnitIp.toString(), 0xA5, 0xFF, HisIp.toString(), 0xE0, 0xFF);
+    rig.panel()->show();
+    rig.bind(UnitIp.toString(), HisIp.toString());
     awaitDatagram(unit); // the state read of a freshly bound panel
     // Bring every echo-prone control in line with the replies used below.
-    unit.writeDatagram(stateReply(1, 2), QHostAddress::LocalHost, Port);
+    reply(1, 0);
     runFor(200);
     while (unit.hasPendingDatagrams())
         awaitDatagram(unit);
@@ -173,11 +186,11 @@ int runLoopback()
     // CUT click to datagram at the unit. The link reports each frame right after writing it;
     // on loopback the datagram is in the unit's socket by then. The click itself goes on to
     // swap the bus lamps before it returns.
-    QPushButton *cutKey = panel.lowerRow()->btnCut();
+    QPushButton *cutKey = rig.cutKey();
     std::vector<double> cutWrittenUs;
     qint64 writtenAt = 0;
-    auto sent = QObject::connect(panel.link(), &RVX3210_workdata::showCurrentData,
-                                 [&] { writtenAt = t.nsecsElapsed(); });
+    auto sent =
+        QObject::connect(rig.link(), &ReportingLink::showCurrentData, [&] { writtenAt = t.nsecsElapsed(); });
     for (int i = 0; i < Runs; ++i) {
         t.start();
         cutKey->click();
@@ -187,24 +200,25 @@ int runLoopback()
         cutWrittenUs.push_back(writtenAt / 1e3);
     }
     QObject::disconnect(sent);
+    // The CUT lamp goes out on a timer; let it, so it does not fall into a state run.
+    runFor(500);
 
     // State reply from the unit to restyled keys: the fan-out runs inside the link's signal,
     // so a connection made after the panel's fires once the keys have their new sheets. The
     // repaint they ask for is a posted event, handled right after, so each run starts clean.
     std::vector<double> paintedUs;
     QCoreApplication::sendPostedEvents();
-    QAbstractButton *pgm3 = panel.lowerRow()->pgmGroup()->button(3);
     for (int i = 0; i < Runs; ++i) {
         const uint8_t pgm = (i % 2) ? 3 : 4;
         qint64 restyledAt = -1;
         QEventLoop loop;
-        auto c = QObject::connect(panel.link(), &RVX3210_workdata::on_signals_3210Data, [&] {
+        auto c = QObject::connect(rig.link(), &ReportingLink::on_signals_3210Data, [&] {
             restyledAt = t.nsecsElapsed();
             loop.quit();
         });
         QTimer::singleShot(1000, &loop, &QEventLoop::quit);
         t.start();
-        unit.writeDatagram(stateReply(pgm, 2), QHostAddress::LocalHost, Port);
+        reply(pgm, 0);
         loop.exec();
         QObject::disconnect(c);
         QCoreApplication::sendPostedEvents();
@@ -212,20 +226,40 @@ int runLoopback()
             return 1;
         stateUs.push_back(restyledAt / 1e3);
         paintedUs.push_back(t.nsecsElapsed() / 1e3);
-        if (pgm3->styleSheet().contains(QLatin1String(":/images/red/png/3.png")) != (pgm == 3))
+        if (rig.pgmLit(3) != (pgm == 3))
             return 1;
     }
-    // CPU over 10 s: idle, then with FTB blinking. The runs' one-second guard timers run out
+    // Nothing the panel was told may have been sent back.
+    if (unit.hasPendingDatagrams()) {
+        std::fprintf(stderr, "the panel answered a state reply\n");
+        return 1;
+    }
+
+    // CPU over 10 s: idle, with FTB blinking, then with AUTO clicked again as soon as a run
+    // ends, at the rate the unit reports as 2. The runs' one-second guard timers run out
     // first, so they are not counted as idle work.
     runFor(1500);
     double c0 = cpuMs();
     runFor(10000);
     const double idleMs = cpuMs() - c0;
-    panel.upperRow()->btnFTB()->click();
+    rig.ftbKey()->click();
     c0 = cpuMs();
     runFor(10000);
     const double blinkMs = cpuMs() - c0;
-    panel.upperRow()->btnFTB()->click();
+    rig.ftbKey()->click();
+    reply(1, 2);
+    runFor(1500);
+    int autoFrames = 0;
+    sent = QObject::connect(rig.link(), &ReportingLink::showCurrentData, [&] { ++autoFrames; });
+    c0 = cpuMs();
+    const auto [autoRuns, autoWallMs] = clickFor(rig.autoKey(), 10000);
+    const double autoMs = cpuMs() - c0;
+    QObject::disconnect(sent);
+    // Each run sends AUTO once; a click the panel ignored would leave the figure empty.
+    if (autoFrames != autoRuns) {
+        std::fprintf(stderr, "%d AUTO clicks sent %d frames\n", autoRuns, autoFrames);
+        return 1;
+    }
 
     printRows({
         {"bare UDP datagram, plain socket to the unit's socket (floor)", floorUs},
@@ -234,8 +268,11 @@ int runLoopback()
         {"state reply sent by the unit to keys restyled", stateUs},
         {"state reply sent by the unit to the panel repainted", paintedUs},
     });
-    std::printf("\nCPU over 10 s: idle %.1f ms (%.2f %%), FTB blinking %.1f ms (%.2f %%)\n", idleMs,
-                idleMs / 100.0, blinkMs, blinkMs / 100.0);
+    std::printf("\n| Condition | CPU (user + system) | Share of one core |\n|---|---|---|\n");
+    printCpu("panel shown, idle", idleMs, 10000);
+    printCpu("FTB blinking", blinkMs, 10000);
+    std::printf("| AUTO at rate 2, %d runs back to back (%.0f ms each) | %.1f ms in %.1f s | %.2f %% |\n",
+                autoRuns, autoWallMs / autoRuns, autoMs, autoWallMs / 1e3, autoMs / autoWallMs * 100.0);
     return 0;
 }
 
@@ -304,10 +341,10 @@ ssize_t receive(int fd, char *buf, size_t size, qint64 *arrivedAt)
 
 // The stand-in unit in the unit namespace. Prints "rx <board> <command> @ <arrived> <awake>"
 // for every datagram: the kernel's receive stamp and the moment poll() woke this process. On a
-// stdin line "state PGM" it sends a state reply to the panel (port 7000), on "back PORT" a bare
+// stdin line "send HEX" it sends those bytes to the panel (port 7000), on "back PORT" a bare
 // datagram to that operator port, printing "tx @ <ns>" stamped just before the send. Ends at
 // the end of stdin.
-int runUnit(const char *mainIp, const char *hisIp, const char *operatorIp)
+int unitCopy(const char *mainIp, const char *hisIp, const char *operatorIp)
 {
     const int fds[2] = {bindUnitSocket(mainIp), bindUnitSocket(hisIp)};
     sockaddr_in op{};
@@ -346,9 +383,9 @@ int runUnit(const char *mainIp, const char *hisIp, const char *operatorIp)
                 const QList<QByteArray> w = line.split(' ');
                 if (w.size() != 2)
                     continue;
-                if (w[0] == "state") {
+                if (w[0] == "send") {
                     op.sin_port = htons(Port);
-                    sendTo(fds[0], stateReply(uint8_t(w[1].toUInt()), 2), op);
+                    sendTo(fds[0], QByteArray::fromHex(w[1]), op);
                 } else if (w[0] == "back") {
                     op.sin_port = htons(quint16(w[1].toUInt()));
                     sendTo(fds[0], CutFrame, op);
@@ -414,7 +451,7 @@ private:
     QProcess m_proc;
 };
 
-int runLab()
+int lab(PanelRig &rig)
 {
     const QString ns = qEnvironmentVariable("LAB_UNIT_NS");
     const QString op = qEnvironmentVariable("LAB_OPERATOR");
@@ -436,11 +473,11 @@ int runLab()
         return 1;
     }
 
-    RVX3210UI panel;
-    panel.show();
-    panel.DevTypeID(LabUnitIp, 0xA5, 0xFF, LabHisIp, 0xE0, 0xFF);
+    auto reply = [&](uint8_t pgm) { unit.send("send " + stateReply(rig.stateRecord(pgm, 0)).toHex()); };
+    rig.panel()->show();
+    rig.bind(LabUnitIp, LabHisIp);
     runFor(100);
-    unit.send("state 1");
+    reply(1);
     runFor(200);
     unit.drain();
 
@@ -484,10 +521,9 @@ int runLab()
     // CUT click to arrival at the unit: the unit stamps the arrival itself, so the rest of the
     // click (the bus lamps) does not hide in the figure as it does on loopback. Clicks follow
     // each other at once, as on loopback; one click sends one datagram.
-    QPushButton *cutKey = panel.lowerRow()->btnCut();
+    QPushButton *cutKey = rig.cutKey();
     qint64 writtenAt = 0;
-    auto sent =
-        QObject::connect(panel.link(), &RVX3210_workdata::showCurrentData, [&] { writtenAt = nowNs(); });
+    auto sent = QObject::connect(rig.link(), &ReportingLink::showCurrentData, [&] { writtenAt = nowNs(); });
     for (int i = 0; i < Runs; ++i) {
         const qint64 t0 = nowNs();
         cutKey->click();
@@ -499,23 +535,24 @@ int runLab()
         cutWrittenUs.push_back((writtenAt - t0) / 1e3);
     }
     QObject::disconnect(sent);
+    // The CUT lamp goes out on a timer; let it, so it does not fall into a state run.
+    runFor(500);
     unit.drain();
 
     // State reply sent by the unit to restyled keys, stamped by a connection made after the
     // panel's, so it fires once the keys have their new sheets; then to the repaint that follows
     // as posted events. The clicks' own repaints are done first.
     QCoreApplication::sendPostedEvents();
-    QAbstractButton *pgm3 = panel.lowerRow()->pgmGroup()->button(3);
     for (int i = 0; i < Runs; ++i) {
         const uint8_t pgm = (i % 2) ? 3 : 4;
         qint64 restyledAt = -1;
         QEventLoop loop;
-        auto c = QObject::connect(panel.link(), &RVX3210_workdata::on_signals_3210Data, [&] {
+        auto c = QObject::connect(rig.link(), &ReportingLink::on_signals_3210Data, [&] {
             restyledAt = nowNs();
             loop.quit();
         });
         QTimer::singleShot(1000, &loop, &QEventLoop::quit);
-        unit.send("state " + QByteArray::number(pgm));
+        reply(pgm);
         loop.exec();
         QObject::disconnect(c);
         QCoreApplication::sendPostedEvents();
@@ -525,7 +562,7 @@ int runLab()
             return 1;
         stateUs.push_back((restyledAt - sentAt[0]) / 1e3);
         paintedUs.push_back((paintedAt - sentAt[0]) / 1e3);
-        if (pgm3->styleSheet().contains(QLatin1String(":/images/red/png/3.png")) != (pgm == 3))
+        if (rig.pgmLit(3) != (pgm == 3))
             return 1;
     }
     unit.stop();
@@ -545,16 +582,17 @@ int runLab()
 
 } // namespace
 
-int main(int argc, char **argv)
+int runLoopback(PanelRig &rig)
 {
-    if (argc == 5 && std::strcmp(argv[1], "unit") == 0)
-        return runUnit(argv[2], argv[3], argv[4]);
-    const bool lab = argc == 2 && std::strcmp(argv[1], "lab") == 0;
-    if (argc > 1 && !lab) {
-        std::fprintf(stderr, "usage: %s [lab | unit MAIN HIS OPERATOR]\n", argv[0]);
-        return 2;
-    }
-    QApplication app(argc, argv);
-    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
-    return lab ? runLab() : runLoopback();
+    return loopback(rig);
+}
+
+int runLab(PanelRig &rig)
+{
+    return lab(rig);
+}
+
+int runUnit(const char *mainIp, const char *hisIp, const char *operatorIp)
+{
+    return unitCopy(mainIp, hisIp, operatorIp);
 }
