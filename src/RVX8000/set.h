@@ -1,12 +1,13 @@
 #pragma once
 
+#include "settingkeys.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QWidget>
 #include <memory>
 
 class RVX5ALL_workdata;
-class QPushButton;
 class QTimer;
 
 namespace Ui {
@@ -19,7 +20,7 @@ class Set : public QWidget
 {
     Q_OBJECT
 public:
-    static constexpr int PipSizeCount = 3;
+    static constexpr int PipSizeCount = SettingKeys::PipSizeCount;
     static constexpr int ClockTickMs = 1000;
 
     Set(QWidget *parent, RVX5ALL_workdata *model);
@@ -49,8 +50,8 @@ public:
     // The serial part of the unit's long state reply.
     void on_toRead_5370SMDtat(const QByteArray &sn);
 
-    int pipSizeIndex() const { return m_pipSize; }
-    bool pipSizeUnlocked() const { return m_pipSizeUnlocked; }
+    int pipSizeIndex() const { return m_keys.pipSize(); }
+    bool pipSizeUnlocked() const { return m_keys.pipSizeUnlocked(); }
     bool clockRunning() const;
 
 public slots:
@@ -67,15 +68,8 @@ signals:
     void setPIPSZ_Style(int index);
 
 private:
-    void lamp(QPushButton *key, bool lit);
-    void connectKey(QPushButton *key, void (Set::*press)());
-    // Light, wait, unlight: the keys that only flash.
-    void flash(int waitMs, void (Set::*lamp)(bool));
-
     std::unique_ptr<Ui::Set> ui;
-    RVX5ALL_workdata *m_model;
-    int m_pipSize = 2;
-    bool m_pipSizeUnlocked = false;
+    SettingKeys m_keys;
     // Outside the Qt tree on purpose; the strip frees it.
     std::unique_ptr<QTimer> m_clock;
 };

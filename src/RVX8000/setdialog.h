@@ -1,12 +1,13 @@
 #pragma once
 
+#include "settingkeys.h"
+
 #include <QByteArray>
 #include <QDialog>
 #include <QString>
 #include <memory>
 
 class RVX5ALL_workdata;
-class QPushButton;
 
 namespace Ui {
 class SetDialog;
@@ -22,13 +23,13 @@ class SetDialog : public QDialog
 public:
     static constexpr int ResoCount = 7;
     static constexpr int RateCount = 3;
-    static constexpr int PipSizeCount = 3;
+    static constexpr int PipSizeCount = SettingKeys::PipSizeCount;
 
     SetDialog(QWidget *parent, RVX5ALL_workdata *model);
     ~SetDialog() override;
 
     // "SN:" and each non-zero byte of the serial in lower-case hex, each followed by a blank.
-    static QString serialText(const QByteArray &sn);
+    static QString serialText(const QByteArray &sn) { return SettingKeys::serialText(sn); }
 
     // The keys and their lamps. They are plain members, not slots: the form's name-based hookup
     // would otherwise connect each key a second time next to the typed connections made here.
@@ -56,8 +57,8 @@ public:
 
     int resoIndex() const { return m_reso; }
     int rateIndex() const { return m_rate; }
-    int pipSizeIndex() const { return m_pipSize; }
-    bool pipSizeUnlocked() const { return m_pipSizeUnlocked; }
+    int pipSizeIndex() const { return m_keys.pipSize(); }
+    bool pipSizeUnlocked() const { return m_keys.pipSizeUnlocked(); }
 
 public slots:
     // The unit's present values (an index outside its cycle is ignored).
@@ -75,15 +76,8 @@ signals:
     void setRESO_Style(int index);
 
 private:
-    void lamp(QPushButton *key, bool lit);
-    void connectKey(QPushButton *key, void (SetDialog::*press)());
-    // Light, wait, unlight: the keys that only flash.
-    void flash(int waitMs, void (SetDialog::*lamp)(bool));
-
     std::unique_ptr<Ui::SetDialog> ui;
-    RVX5ALL_workdata *m_model;
+    SettingKeys m_keys;
     int m_reso = 0;
     int m_rate = 0;
-    int m_pipSize = 2;
-    bool m_pipSizeUnlocked = false;
 };
