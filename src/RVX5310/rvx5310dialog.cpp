@@ -1,5 +1,6 @@
 #include "rvx5310dialog.h"
 
+#include "RVX8000/audiochannels.h"
 #include "RVX8000/audiomodekey.h"
 #include "RVX8000/frontpanel8000.h"
 #include "RVX8000/insetkeys.h"
@@ -15,7 +16,6 @@
 #include "ui_rvx5310dialog.h"
 
 #include <QButtonGroup>
-#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 namespace S = Rvx5310Styles;
@@ -32,6 +32,22 @@ constexpr double LevelScale = 1.27;
 bool has(const QByteArray &data, int offset)
 {
     return data.size() > offset;
+}
+
+AudioChannels::Sources sources()
+{
+    AudioChannels::Sources sources;
+    sources.count = AudioSourceCount;
+    sources.name = [](int index) { return QString::fromLatin1(AudioSources[index].name); };
+    sources.indexOf = audioSourceIndex;
+    sources.send = [](RVX5ALL_workdata *link, int channel, int index) {
+        if (channel == 0)
+            link->SendCMDCH1(index);
+        else
+            link->SendCMDCH2(index);
+    };
+    sources.levelScale = LevelScale;
+    return sources;
 }
 
 // Puts `sub` into `area`, filling it.
@@ -101,17 +117,11 @@ void RVX5310Dialog::initRESO()
 
 void RVX5310Dialog::initUpper()
 {
-    const std::pair<QPushButton *, void (RVX5310Dialog::*)()> keys[] = {
-        {ui->btn_f1, &RVX5310Dialog::on_btn_f1_clicked},
-        {ui->btn_reset, &RVX5310Dialog::on_btn_reset_clicked},
-        {ui->btn_ftb, &RVX5310Dialog::on_btn_ftb_clicked},
-        {ui->btn_ds, &RVX5310Dialog::on_btn_ds_clicked},
-        {ui->btn_rec, &RVX5310Dialog::on_btn_rec_clicked},
-    };
-    for (const auto &[key, press] : keys) {
-        setKeySheet(key, QString::fromLatin1(KeySheet::GradientOff));
-        connect(key, &QPushButton::clicked, this, press);
-    }
+    LampKeys::wire(this, {{ui->btn_f1, &RVX5310Dialog::on_btn_f1_clicked},
+                          {ui->btn_reset, &RVX5310Dialog::on_btn_reset_clicked},
+                          {ui->btn_ftb, &RVX5310Dialog::on_btn_ftb_clicked},
+                          {ui->btn_ds, &RVX5310Dialog::on_btn_ds_clicked},
+                          {ui->btn_rec, &RVX5310Dialog::on_btn_rec_clicked}});
     m_ftbBlink = new KeyBlink(ui->btn_ftb, KeySheet::GradientRed);
     connect(ui->btn_reso, &QPushButton::clicked, this, &RVX5310Dialog::on_btn_reso_clicked);
     connect(ui->btn_f3, &QPushButton::clicked, this, &RVX5310Dialog::on_btn_f3_clicked);
@@ -127,40 +137,26 @@ void RVX5310Dialog::initUpper()
 
 void RVX5310Dialog::initMiddle()
 {
-    const std::pair<QPushButton *, void (RVX5310Dialog::*)()> keys[] = {
-        {ui->btn_ch1, &RVX5310Dialog::on_btn_ch1_clicked},
-        {ui->btn_ch2, &RVX5310Dialog::on_btn_ch2_clicked},
-        {ui->btn_pause, &RVX5310Dialog::on_btn_pause_clicked},
-        {ui->btn_mute, &RVX5310Dialog::on_btn_mute_clicked},
-        {ui->btn_still, &RVX5310Dialog::on_btn_still_clicked},
-    };
-    for (const auto &[key, press] : keys) {
-        setKeySheet(key, QString::fromLatin1(KeySheet::GradientOff));
-        connect(key, &QPushButton::clicked, this, press);
-    }
+    LampKeys::wire(this, {{ui->btn_ch1, &RVX5310Dialog::on_btn_ch1_clicked},
+                          {ui->btn_ch2, &RVX5310Dialog::on_btn_ch2_clicked},
+                          {ui->btn_pause, &RVX5310Dialog::on_btn_pause_clicked},
+                          {ui->btn_mute, &RVX5310Dialog::on_btn_mute_clicked},
+                          {ui->btn_still, &RVX5310Dialog::on_btn_still_clicked}});
     m_audioMode = new AudioModeKey(ui->btn_afv, ui->btn_mix, ui->btn_ch1, ui->btn_ch2, m_link, this);
     connect(ui->slider_ch1, &QSlider::valueChanged, this, &RVX5310Dialog::set_audio_vol);
     connect(ui->slider_ch2, &QSlider::valueChanged, this, &RVX5310Dialog::set_audio_vol);
-    showSource(0, 0);
-    showSource(1, 0);
+    m_audio = new AudioChannels(this, m_link, {ui->btn_ch1, ui->label_ch1, ui->slider_ch1},
+                                {ui->btn_ch2, ui->label_ch2, ui->slider_ch2}, sources());
 }
 
 void RVX5310Dialog::initPGM_PVWCH()
 {
-    auto *pgm = new QButtonGroup(this);
-    auto *pvw = new QButtonGroup(this);
-    QPushButton *const pgmKeys[] = {ui->btn_pgm1, ui->btn_pgm2, ui->btn_pgm3, ui->btn_pgm4};
-    QPushButton *const pvwKeys[] = {ui->btn_pvw1, ui->btn_pvw2, ui->btn_pvw3, ui->btn_pvw4};
-    for (int i = 0; i < 4; ++i) {
-        pgm->addButton(pgmKeys[i], i + 1);
-        pvw->addButton(pvwKeys[i], i + 1);
-    }
+    QButtonGroup *pgm =
+        FrontPanel8000::inputRow(this, {ui->btn_pgm1, ui->btn_pgm2, ui->btn_pgm3, ui->btn_pgm4});
+    QButtonGroup *pvw =
+        FrontPanel8000::inputRow(this, {ui->btn_pvw1, ui->btn_pvw2, ui->btn_pvw3, ui->btn_pvw4});
     pgm->addButton(ui->btn_pgm_bar, FrontPanel8000::BarId);
     pvw->addButton(ui->btn_pvw_bar, FrontPanel8000::BarId);
-    auto *transitions = new QButtonGroup(this);
-    transitions->addButton(ui->btn_mix_t, 1);
-    transitions->addButton(ui->btn_fade, 2);
-    transitions->addButton(ui->btn_wipe, 4);
 
     FrontPanel8000::Keys keys;
     keys.pgm = pgm;
@@ -168,7 +164,7 @@ void RVX5310Dialog::initPGM_PVWCH()
     keys.cut = ui->btn_cut;
     keys.autoKey = ui->btn_auto;
     keys.fader = ui->slider_video;
-    keys.transitions = transitions;
+    keys.transitions = FrontPanel8000::transitionRow(this, ui->btn_mix_t, ui->btn_fade, ui->btn_wipe);
     FrontPanel8000::Hooks hooks;
     hooks.digitRow = pvw;
     hooks.shiftDigitRow = pgm;
@@ -204,21 +200,13 @@ void RVX5310Dialog::on_btn_f1_clicked()
 
 void RVX5310Dialog::on_btn_ftb_clicked()
 {
-    if (LampKeys::toggle(m_ftbOn, ui->btn_ftb, KeySheet::GradientRed))
-        m_ftbBlink->start();
-    else
-        m_ftbBlink->stop();
+    m_ftbBlink->toggle(m_ftbOn);
     m_link->SendCMDFTB();
 }
 
 void RVX5310Dialog::on_btn_rec_clicked()
 {
-    const bool on = LampKeys::toggle(m_recOn, ui->btn_rec, KeySheet::GradientRed);
-    if (!on) {
-        m_pauseOn = false;
-        setKeySheet(ui->btn_pause, QString::fromLatin1(KeySheet::GradientOff));
-    }
-    m_link->SendCMDREC(on ? 1 : 0);
+    m_link->SendCMDREC(LampKeys::toggleRecord(m_recOn, ui->btn_rec, m_pauseOn, ui->btn_pause) ? 1 : 0);
 }
 
 void RVX5310Dialog::on_btn_pause_clicked()
@@ -249,31 +237,14 @@ void RVX5310Dialog::on_btn_ds_clicked()
     LampKeys::flash(this, ui->btn_ds, ReadWaitMs, [this] { m_link->SendCMDRead3210state(); });
 }
 
-void RVX5310Dialog::showSource(int channel, int index)
-{
-    m_source[channel] = index;
-    (channel == 0 ? ui->label_ch1 : ui->label_ch2)->setText(QString::fromLatin1(AudioSources[index].name));
-}
-
-void RVX5310Dialog::nextSource(int channel)
-{
-    LampKeys::flash(this, channel == 0 ? ui->btn_ch1 : ui->btn_ch2, KeyWaitMs, [this, channel] {
-        showSource(channel, (m_source[channel] + 1) % AudioSourceCount);
-        if (channel == 0)
-            m_link->SendCMDCH1(m_source[0]);
-        else
-            m_link->SendCMDCH2(m_source[1]);
-    });
-}
-
 void RVX5310Dialog::on_btn_ch1_clicked()
 {
-    nextSource(0);
+    m_audio->press(0);
 }
 
 void RVX5310Dialog::on_btn_ch2_clicked()
 {
-    nextSource(1);
+    m_audio->press(1);
 }
 
 void RVX5310Dialog::on_btn_reso_clicked(bool checked)
@@ -312,8 +283,7 @@ void RVX5310Dialog::on_btnGrp_Rate_clicked(int id)
 
 void RVX5310Dialog::set_audio_vol()
 {
-    m_link->SendCMDLeftSliderVOL(uint8_t(ui->slider_ch1->value() * LevelScale),
-                                 uint8_t(ui->slider_ch2->value() * LevelScale), 0, 100);
+    m_audio->sendLevels();
 }
 
 void RVX5310Dialog::on_toRead_5370Dtat(const QByteArray &data)
@@ -321,38 +291,12 @@ void RVX5310Dialog::on_toRead_5370Dtat(const QByteArray &data)
     using FrameCodec::byteAt;
     // What the unit reports is shown, never sent back (but for the format list, whose change
     // the unit expects to hear again).
-    const QSignalBlocker quiet1(ui->slider_ch1);
-    const QSignalBlocker quiet2(ui->slider_ch2);
-
-    if (has(data, State::Pgm))
-        m_front->set_PGMCH_Style(byteAt(data, State::Pgm));
-    if (has(data, State::Pvw))
-        m_front->set_PVWCH_Style(byteAt(data, State::Pvw));
+    m_front->showReport(data, wipeTypeFromReport);
     if (has(data, State::AudioMode))
         m_audioMode->show(byteAt(data, State::AudioMode));
-    const State::Offset sources[2][2] = {{State::Ch1Source, State::Ch1Level},
-                                         {State::Ch2Source, State::Ch2Level}};
-    for (int channel = 0; channel < 2; ++channel) {
-        if (has(data, sources[channel][0])) {
-            const int index = audioSourceIndex(byteAt(data, sources[channel][0]));
-            if (index >= 0)
-                showSource(channel, index);
-        }
-        if (has(data, sources[channel][1]))
-            (channel == 0 ? ui->slider_ch1 : ui->slider_ch2)->setValue(byteAt(data, sources[channel][1]));
-    }
-    if (has(data, State::Transition))
-        m_front->showTransition(byteAt(data, State::Transition));
-    if (has(data, State::Wipe))
-        m_front->showWipe(wipeTypeFromReport(byteAt(data, State::Wipe)));
-    if (has(data, State::Ftb)) {
-        // Off is shown and remembered, but a blink already running goes on until FTB is pressed.
-        m_ftbOn = byteAt(data, State::Ftb) != 0;
-        if (m_ftbOn)
-            m_ftbBlink->start();
-        else
-            setKeySheet(ui->btn_ftb, QString::fromLatin1(KeySheet::GradientOff));
-    }
+    m_audio->showReport(data);
+    if (has(data, State::Ftb))
+        m_ftbBlink->showReported(m_ftbOn, byteAt(data, State::Ftb) != 0);
     if (has(data, State::Pip))
         m_insets->showPip(byteAt(data, State::Pip) != 0);
     if (has(data, State::PipBorderEnable))
@@ -367,14 +311,10 @@ void RVX5310Dialog::on_toRead_5370Dtat(const QByteArray &data)
         m_pip->set_Hposition_Style(byteAt(data, State::PipH), byteAt(data, State::PipH + 1));
     if (has(data, State::PipV + 1))
         m_pip->set_Vposition_Style(byteAt(data, State::PipV), byteAt(data, State::PipV + 1));
-    if (has(data, State::Still)) {
-        m_stillOn = byteAt(data, State::Still) != 0;
-        setLamp(ui->btn_still, m_stillOn, KeySheet::GradientRed, KeySheet::GradientOff);
-    }
-    if (has(data, State::Mute)) {
-        m_muteOn = byteAt(data, State::Mute) != 0;
-        setLamp(ui->btn_mute, m_muteOn, KeySheet::GradientRed, KeySheet::GradientOff);
-    }
+    if (has(data, State::Still))
+        LampKeys::showReported(m_stillOn, ui->btn_still, byteAt(data, State::Still) != 0);
+    if (has(data, State::Mute))
+        LampKeys::showReported(m_muteOn, ui->btn_mute, byteAt(data, State::Mute) != 0);
     if (has(data, State::Rate)) {
         const uint8_t rate = byteAt(data, State::Rate);
         if (rate < RateCount)

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 
+class AudioChannels;
 class AudioModeKey;
 class FrontPanel8000;
 class InsetKeys;
@@ -67,9 +68,6 @@ private:
     void initMiddle();
     void initPGM_PVWCH();
     void init_Toggle_key();
-    // Shows the CH1 or CH2 source of list position `index` on its label.
-    void showSource(int channel, int index);
-    void nextSource(int channel);
     void showRate(int rate);
 
     std::unique_ptr<Ui::RVX5310Dialog> ui;
@@ -79,6 +77,7 @@ private:
     FrontPanel8000 *m_front = nullptr;
     InsetKeys *m_insets = nullptr;
     AudioModeKey *m_audioMode = nullptr;
+    AudioChannels *m_audio = nullptr;
     KeyBlink *m_ftbBlink = nullptr;
     QButtonGroup *m_rateKeys = nullptr;
     bool m_ftbOn = false;
@@ -87,5 +86,4 @@ private:
     bool m_recOn = false;
     bool m_streamOn = false;
     bool m_pauseOn = false;
-    int m_source[2] = {0, 0};
 };

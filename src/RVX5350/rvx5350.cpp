@@ -1,5 +1,6 @@
 #include "rvx5350.h"
 
+#include "RVX8000/audiochannels.h"
 #include "RVX8000/audiomodekey.h"
 #include "RVX8000/frontpanel8000.h"
 #include "RVX8000/insetkeys.h"
@@ -17,7 +18,6 @@
 
 #include <QButtonGroup>
 #include <QPointer>
-#include <QSignalBlocker>
 #include <QToolButton>
 
 namespace S = Rvx5350Styles;
@@ -36,6 +36,22 @@ constexpr double LevelScale = 1.27;
 bool has(const QByteArray &data, int offset)
 {
     return data.size() > offset;
+}
+
+AudioChannels::Sources sources()
+{
+    AudioChannels::Sources sources;
+    sources.count = AudioSource5350Count;
+    sources.name = [](int index) { return QString::fromLatin1(AudioSources5350[index].name); };
+    sources.indexOf = audioSource5350Index;
+    sources.send = [](RVX5ALL_workdata *link, int channel, int index) {
+        if (channel == 0)
+            link->SendCMDCH1_for5350(index);
+        else
+            link->SendCMDCH2_for5350(index);
+    };
+    sources.levelScale = LevelScale;
+    return sources;
 }
 
 } // namespace
@@ -78,55 +94,39 @@ RVX5350::~RVX5350() = default;
 
 void RVX5350::initUpper()
 {
-    const std::pair<QPushButton *, void (RVX5350::*)()> keys[] = {
-        {ui->btn_ds, &RVX5350::on_btn_ds_clicked},
-        {ui->btn_ch1, &RVX5350::on_btn_ch1_clicked},
-        {ui->btn_mute, &RVX5350::on_btn_mute_clicked},
-        {ui->btn_ch2, &RVX5350::on_btn_ch2_clicked},
-    };
-    for (const auto &[key, press] : keys) {
-        setKeySheet(key, QString::fromLatin1(KeySheet::GradientOff));
-        connect(key, &QPushButton::clicked, this, press);
-    }
+    LampKeys::wire(this, {{ui->btn_ds, &RVX5350::on_btn_ds_clicked},
+                          {ui->btn_ch1, &RVX5350::on_btn_ch1_clicked},
+                          {ui->btn_mute, &RVX5350::on_btn_mute_clicked},
+                          {ui->btn_ch2, &RVX5350::on_btn_ch2_clicked}});
     connect(ui->slider_ch1, &QSlider::valueChanged, this, &RVX5350::set_audio_vol);
     connect(ui->slider_ch2, &QSlider::valueChanged, this, &RVX5350::set_audio_vol);
     m_audioMode = new AudioModeKey(ui->btn_afv, ui->btn_ch1, ui->btn_ch2, m_link, this);
-    showSource(0, 0);
-    showSource(1, 0);
+    m_audio = new AudioChannels(this, m_link, {ui->btn_ch1, ui->label_ch1, ui->slider_ch1, ui->label_vol1},
+                                {ui->btn_ch2, ui->label_ch2, ui->slider_ch2, ui->label_vol2}, sources());
 }
 
 void RVX5350::initRight()
 {
     m_stillBlink = new KeyBlink(ui->btn_still, KeySheet::GradientRed);
-    const std::pair<QPushButton *, void (RVX5350::*)()> keys[] = {
-        {ui->btn_reso, &RVX5350::on_btn_reso_clicked},   {ui->btn_rate, &RVX5350::on_btn_rate_clicked},
-        {ui->btn_rec, &RVX5350::on_btn_rec_clicked},     {ui->btn_micvol, &RVX5350::on_btn_micvol_clicked},
-        {ui->btn_still, &RVX5350::on_btn_still_clicked}, {ui->btn_set, &RVX5350::on_btn_set_clicked},
-        {ui->btn_rtmp, &RVX5350::on_btn_rtmp_clicked},
-    };
-    for (const auto &[key, press] : keys) {
-        setKeySheet(key, QString::fromLatin1(KeySheet::GradientOff));
-        connect(key, &QPushButton::clicked, this, press);
-    }
+    LampKeys::wire(this, {{ui->btn_reso, &RVX5350::on_btn_reso_clicked},
+                          {ui->btn_rate, &RVX5350::on_btn_rate_clicked},
+                          {ui->btn_rec, &RVX5350::on_btn_rec_clicked},
+                          {ui->btn_micvol, &RVX5350::on_btn_micvol_clicked},
+                          {ui->btn_still, &RVX5350::on_btn_still_clicked},
+                          {ui->btn_set, &RVX5350::on_btn_set_clicked},
+                          {ui->btn_rtmp, &RVX5350::on_btn_rtmp_clicked}});
 
-    m_inputs = new QButtonGroup(this);
-    m_inputs->addButton(ui->btn_in1, 1);
-    m_inputs->addButton(ui->btn_in2, 2);
+    m_inputs = FrontPanel8000::inputRow(this, {ui->btn_in1, ui->btn_in2});
     connect(m_inputs, &QButtonGroup::idClicked, this, &RVX5350::setInput);
     for (QGroupBox *box : {ui->g_in1, ui->g_in2})
         box->setStyleSheet(QString::fromLatin1(S::OffAirBox));
     for (QToolButton *key : {ui->btn_in1, ui->btn_in2})
         setKeySheet(key, QString::fromLatin1(KeySheet::GradientOff));
 
-    auto *transitions = new QButtonGroup(this);
-    transitions->addButton(ui->btn_mix_t, 1);
-    transitions->addButton(ui->btn_fade, 2);
-    transitions->addButton(ui->btn_wipe, 4);
-
     FrontPanel8000::Keys keys8000;
     keys8000.autoKey = ui->btn_auto;
     keys8000.fader = ui->slider_video;
-    keys8000.transitions = transitions;
+    keys8000.transitions = FrontPanel8000::transitionRow(this, ui->btn_mix_t, ui->btn_fade, ui->btn_wipe);
     FrontPanel8000::Hooks hooks;
     hooks.buses = [this] { in1_in2_style(); };
     // One bus: a digit puts that input on air, with or without Shift.
@@ -190,45 +190,19 @@ void RVX5350::on_btn_mute_clicked()
     m_link->SendCMDF3();
 }
 
-void RVX5350::showSource(int channel, int index)
-{
-    m_source[channel] = index;
-    (channel == 0 ? ui->label_ch1 : ui->label_ch2)
-        ->setText(QString::fromLatin1(AudioSources5350[index].name));
-}
-
-void RVX5350::nextSource(int channel)
-{
-    LampKeys::flash(this, channel == 0 ? ui->btn_ch1 : ui->btn_ch2, KeyWaitMs, [this, channel] {
-        showSource(channel, (m_source[channel] + 1) % AudioSource5350Count);
-        if (channel == 0)
-            m_link->SendCMDCH1_for5350(m_source[0]);
-        else
-            m_link->SendCMDCH2_for5350(m_source[1]);
-    });
-}
-
 void RVX5350::on_btn_ch1_clicked()
 {
-    nextSource(0);
+    m_audio->press(0);
 }
 
 void RVX5350::on_btn_ch2_clicked()
 {
-    nextSource(1);
-}
-
-void RVX5350::showLevels()
-{
-    ui->label_vol1->setText(QStringLiteral("%1").arg(ui->slider_ch1->value()));
-    ui->label_vol2->setText(QStringLiteral("%1").arg(ui->slider_ch2->value()));
+    m_audio->press(1);
 }
 
 void RVX5350::set_audio_vol()
 {
-    showLevels();
-    m_link->SendCMDLeftSliderVOL(uint8_t(ui->slider_ch1->value() * LevelScale),
-                                 uint8_t(ui->slider_ch2->value() * LevelScale), 0, 100);
+    m_audio->sendLevels();
 }
 
 void RVX5350::setResolution(int index)
@@ -277,10 +251,7 @@ void RVX5350::on_btn_micvol_clicked()
 
 void RVX5350::on_btn_still_clicked()
 {
-    if (LampKeys::toggle(m_stillOn, ui->btn_still, KeySheet::GradientRed))
-        m_stillBlink->start();
-    else
-        m_stillBlink->stop();
+    m_stillBlink->toggle(m_stillOn);
     m_link->SendCMDSTILL();
 }
 
@@ -311,32 +282,13 @@ void RVX5350::setPIPSZ_Style(int size)
 void RVX5350::m_on_toRead_5370Dtat(const QByteArray &data)
 {
     using FrameCodec::byteAt;
-    // What the unit reports is shown, never sent back: the sliders keep quiet meanwhile.
-    const QSignalBlocker quiet1(ui->slider_ch1);
-    const QSignalBlocker quiet2(ui->slider_ch2);
-
     if (has(data, State::Pgm))
         showInput(byteAt(data, State::Pgm));
+    // This unit numbers its wipe directions its own way.
+    m_front->showReport(data, wipeTypeFromReport5350);
     if (has(data, State::AudioMode))
         m_audioMode->show(byteAt(data, State::AudioMode));
-    const State::Offset sources[2][2] = {{State::Ch1Source, State::Ch1Level},
-                                         {State::Ch2Source, State::Ch2Level}};
-    for (int channel = 0; channel < 2; ++channel) {
-        if (has(data, sources[channel][0])) {
-            const int index = audioSource5350Index(byteAt(data, sources[channel][0]));
-            if (index >= 0)
-                showSource(channel, index);
-        }
-        if (has(data, sources[channel][1])) {
-            (channel == 0 ? ui->slider_ch1 : ui->slider_ch2)->setValue(byteAt(data, sources[channel][1]));
-            showLevels();
-        }
-    }
-    if (has(data, State::Transition))
-        m_front->showTransition(byteAt(data, State::Transition));
-    // This unit numbers its wipe directions its own way.
-    if (has(data, State::Wipe))
-        m_front->showWipe(wipeTypeFromReport5350(byteAt(data, State::Wipe)));
+    m_audio->showReport(data);
     if (has(data, State::Pip))
         m_insets->showPip(byteAt(data, State::Pip) != 0);
     if (has(data, State::PipSize)) {
@@ -347,18 +299,10 @@ void RVX5350::m_on_toRead_5370Dtat(const QByteArray &data)
     if (has(data, State::PipV + 1))
         m_pipBox->set_H_Vposition_Style(FrameCodec::bigEndianAt(data, State::PipH),
                                         FrameCodec::bigEndianAt(data, State::PipV));
-    if (has(data, State::Still)) {
-        // Off is shown and remembered, but a blink already running goes on until STILL is pressed.
-        m_stillOn = byteAt(data, State::Still) != 0;
-        if (m_stillOn)
-            m_stillBlink->start();
-        else
-            setKeySheet(ui->btn_still, QString::fromLatin1(KeySheet::GradientOff));
-    }
-    if (has(data, State::Mute)) {
-        m_muteOn = byteAt(data, State::Mute) != 0;
-        setLamp(ui->btn_mute, m_muteOn, KeySheet::GradientRed, KeySheet::GradientOff);
-    }
+    if (has(data, State::Still))
+        m_stillBlink->showReported(m_stillOn, byteAt(data, State::Still) != 0);
+    if (has(data, State::Mute))
+        LampKeys::showReported(m_muteOn, ui->btn_mute, byteAt(data, State::Mute) != 0);
     if (has(data, State::Rate) && byteAt(data, State::Rate) < RateCount)
         setRate(byteAt(data, State::Rate));
     if (has(data, State::Resolution)) {

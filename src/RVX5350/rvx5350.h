@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 
+class AudioChannels;
 class AudioModeKey;
 class FrontPanel8000;
 class InsetKeys;
@@ -71,9 +72,6 @@ private:
     void showInput(int input);
     void setRate(int rate);
     void setResolution(int index);
-    void showSource(int channel, int index);
-    void nextSource(int channel);
-    void showLevels();
 
     std::unique_ptr<Ui::RVX5350> ui;
     RVX5ALL_workdata *m_link = nullptr;
@@ -84,10 +82,10 @@ private:
     QButtonGroup *m_inputs = nullptr;
     InsetKeys *m_insets = nullptr;
     AudioModeKey *m_audioMode = nullptr;
+    AudioChannels *m_audio = nullptr;
     int m_onAir = 0;
     int m_resolution = 0;
     int m_rate = 0;
-    int m_source[2] = {0, 0};
     bool m_stillOn = false;
     bool m_muteOn = false;
     bool m_recOn = false;

@@ -1,5 +1,6 @@
 #include "rvx5370.h"
 
+#include "RVX8000/audiochannels.h"
 #include "RVX8000/audiomodekey.h"
 #include "RVX8000/f1qwidget.h"
 #include "RVX8000/frontpanel8000.h"
@@ -15,21 +16,37 @@
 #include "rvx5370styles.h"
 #include "ui_rvx5370.h"
 
-#include <QButtonGroup>
-#include <QSignalBlocker>
-
 namespace S = Rvx5370Styles;
 using namespace Protocol;
 
 namespace {
 
-constexpr int KeyWaitMs = 200;
 constexpr int ReadWaitMs = 400;
 constexpr uint8_t PhoneInCode = 0x07;
 
 bool has(const QByteArray &data, int offset)
 {
     return data.size() > offset;
+}
+
+AudioChannels::Sources sources()
+{
+    AudioChannels::Sources sources;
+    sources.count = AudioSourceCount;
+    sources.name = [](int index) {
+        const AudioSource &source = AudioSources[index];
+        return QString::fromLatin1(source.code == PhoneInCode ? S::PhoneIn : source.name);
+    };
+    sources.indexOf = audioSourceIndex;
+    sources.send = [](RVX5ALL_workdata *link, int channel, int index) {
+        if (channel == 0)
+            link->SendCMDCH1(index);
+        else
+            link->SendCMDCH2(index);
+    };
+    // This unit takes the levels as the sliders give them, unscaled.
+    sources.levelScale = 1.0;
+    return sources;
 }
 
 } // namespace
@@ -85,58 +102,38 @@ RVX5370::~RVX5370() = default;
 void RVX5370::initUpper()
 {
     m_ftbBlink = new KeyBlink(ui->btn_ftb, KeySheet::GradientRed);
-    const std::pair<QPushButton *, void (RVX5370::*)()> keys[] = {
-        {ui->btn_rec, &RVX5370::on_btn_rec_clicked}, {ui->btn_rtmp, &RVX5370::on_btn_rtmp_clicked},
-        {ui->btn_ftb, &RVX5370::on_btn_ftb_clicked}, {ui->btn_still, &RVX5370::on_btn_still_clicked},
-        {ui->btn_bar, &RVX5370::on_btn_bar_clicked}, {ui->btn_pause, &RVX5370::on_btn_pause_clicked},
-        {ui->btn_ds, &RVX5370::on_btn_ds_clicked},
-    };
-    for (const auto &[key, press] : keys) {
-        setKeySheet(key, QString::fromLatin1(KeySheet::GradientOff));
-        connect(key, &QPushButton::clicked, this, press);
-    }
+    LampKeys::wire(this, {{ui->btn_rec, &RVX5370::on_btn_rec_clicked},
+                          {ui->btn_rtmp, &RVX5370::on_btn_rtmp_clicked},
+                          {ui->btn_ftb, &RVX5370::on_btn_ftb_clicked},
+                          {ui->btn_still, &RVX5370::on_btn_still_clicked},
+                          {ui->btn_bar, &RVX5370::on_btn_bar_clicked},
+                          {ui->btn_pause, &RVX5370::on_btn_pause_clicked},
+                          {ui->btn_ds, &RVX5370::on_btn_ds_clicked}});
 }
 
 void RVX5370::initBelow()
 {
-    const std::pair<QPushButton *, void (RVX5370::*)()> keys[] = {
-        {ui->btn_f1, &RVX5370::on_btn_f1_clicked},   {ui->btn_ch1, &RVX5370::on_btn_ch1_clicked},
-        {ui->btn_set, &RVX5370::on_btn_set_clicked}, {ui->btn_mute, &RVX5370::on_btn_mute_clicked},
-        {ui->btn_ch2, &RVX5370::on_btn_ch2_clicked},
-    };
-    for (const auto &[key, press] : keys) {
-        setKeySheet(key, QString::fromLatin1(KeySheet::GradientOff));
-        connect(key, &QPushButton::clicked, this, press);
-    }
+    LampKeys::wire(this, {{ui->btn_f1, &RVX5370::on_btn_f1_clicked},
+                          {ui->btn_ch1, &RVX5370::on_btn_ch1_clicked},
+                          {ui->btn_set, &RVX5370::on_btn_set_clicked},
+                          {ui->btn_mute, &RVX5370::on_btn_mute_clicked},
+                          {ui->btn_ch2, &RVX5370::on_btn_ch2_clicked}});
     connect(ui->slider_ch1, &QSlider::valueChanged, this, &RVX5370::set_audio_vol);
     connect(ui->slider_ch2, &QSlider::valueChanged, this, &RVX5370::set_audio_vol);
     m_audioMode = new AudioModeKey(ui->btn_afv, ui->btn_ch1, ui->btn_ch2, m_link, this);
-    showSource(0, 0);
-    showSource(1, 0);
-
-    auto *pgm = new QButtonGroup(this);
-    auto *pvw = new QButtonGroup(this);
-    QPushButton *const pgmKeys[] = {ui->btn_pgm1, ui->btn_pgm2, ui->btn_pgm3, ui->btn_pgm4};
-    QPushButton *const pvwKeys[] = {ui->btn_pvw1, ui->btn_pvw2, ui->btn_pvw3, ui->btn_pvw4};
-    for (int i = 0; i < 4; ++i) {
-        pgm->addButton(pgmKeys[i], i + 1);
-        pvw->addButton(pvwKeys[i], i + 1);
-    }
-    auto *transitions = new QButtonGroup(this);
-    transitions->addButton(ui->btn_mix_t, 1);
-    transitions->addButton(ui->btn_fade, 2);
-    transitions->addButton(ui->btn_wipe, 4);
+    m_audio = new AudioChannels(this, m_link, {ui->btn_ch1, ui->label_ch1, ui->slider_ch1},
+                                {ui->btn_ch2, ui->label_ch2, ui->slider_ch2}, sources());
 
     FrontPanel8000::Keys keys8000;
-    keys8000.pgm = pgm;
-    keys8000.pvw = pvw;
+    keys8000.pgm = FrontPanel8000::inputRow(this, {ui->btn_pgm1, ui->btn_pgm2, ui->btn_pgm3, ui->btn_pgm4});
+    keys8000.pvw = FrontPanel8000::inputRow(this, {ui->btn_pvw1, ui->btn_pvw2, ui->btn_pvw3, ui->btn_pvw4});
     keys8000.cut = ui->btn_cut;
     keys8000.autoKey = ui->btn_auto;
     keys8000.fader = ui->slider_video;
-    keys8000.transitions = transitions;
+    keys8000.transitions = FrontPanel8000::transitionRow(this, ui->btn_mix_t, ui->btn_fade, ui->btn_wipe);
     FrontPanel8000::Hooks hooks;
-    hooks.digitRow = pvw;
-    hooks.shiftDigitRow = pgm;
+    hooks.digitRow = keys8000.pvw;
+    hooks.shiftDigitRow = keys8000.pgm;
     m_front = new FrontPanel8000(this, m_link, keys8000, hooks);
 
     m_insets = new InsetKeys(ui->btn_pip, ui->btn_key, ui->btn_pop, m_link, this);
@@ -166,12 +163,7 @@ bool RVX5370::ftbBlinking() const
 
 void RVX5370::on_btn_rec_clicked()
 {
-    const bool on = LampKeys::toggle(m_recOn, ui->btn_rec, KeySheet::GradientRed);
-    if (!on) {
-        m_pauseOn = false;
-        setKeySheet(ui->btn_pause, QString::fromLatin1(KeySheet::GradientOff));
-    }
-    m_link->SendCMDREC(on ? 1 : 0);
+    m_link->SendCMDREC(LampKeys::toggleRecord(m_recOn, ui->btn_rec, m_pauseOn, ui->btn_pause) ? 1 : 0);
 }
 
 void RVX5370::on_btn_rtmp_clicked()
@@ -181,10 +173,7 @@ void RVX5370::on_btn_rtmp_clicked()
 
 void RVX5370::on_btn_ftb_clicked()
 {
-    if (LampKeys::toggle(m_ftbOn, ui->btn_ftb, KeySheet::GradientRed))
-        m_ftbBlink->start();
-    else
-        m_ftbBlink->stop();
+    m_ftbBlink->toggle(m_ftbOn);
     m_link->SendCMDFTB();
 }
 
@@ -237,39 +226,19 @@ void RVX5370::on_btn_set_clicked()
     showSubWidget(m_set, m_f1);
 }
 
-void RVX5370::showSource(int channel, int index)
-{
-    m_source[channel] = index;
-    const AudioSource &source = AudioSources[index];
-    (channel == 0 ? ui->label_ch1 : ui->label_ch2)
-        ->setText(QString::fromLatin1(source.code == PhoneInCode ? S::PhoneIn : source.name));
-}
-
-void RVX5370::nextSource(int channel)
-{
-    LampKeys::flash(this, channel == 0 ? ui->btn_ch1 : ui->btn_ch2, KeyWaitMs, [this, channel] {
-        showSource(channel, (m_source[channel] + 1) % AudioSourceCount);
-        if (channel == 0)
-            m_link->SendCMDCH1(m_source[0]);
-        else
-            m_link->SendCMDCH2(m_source[1]);
-    });
-}
-
 void RVX5370::on_btn_ch1_clicked()
 {
-    nextSource(0);
+    m_audio->press(0);
 }
 
 void RVX5370::on_btn_ch2_clicked()
 {
-    nextSource(1);
+    m_audio->press(1);
 }
 
 void RVX5370::set_audio_vol()
 {
-    // This unit takes the levels as the sliders give them, unscaled.
-    m_link->SendCMDLeftSliderVOL(uint8_t(ui->slider_ch1->value()), uint8_t(ui->slider_ch2->value()), 0, 100);
+    m_audio->sendLevels();
 }
 
 void RVX5370::setPIPSZ_Style(int size)
@@ -291,39 +260,12 @@ void RVX5370::setRATE_Style(int rate)
 void RVX5370::m_on_toRead_5370Dtat(const QByteArray &data)
 {
     using FrameCodec::byteAt;
-    // What the unit reports is shown, never sent back: the sliders keep quiet meanwhile.
-    const QSignalBlocker quiet1(ui->slider_ch1);
-    const QSignalBlocker quiet2(ui->slider_ch2);
-
-    if (has(data, State::Pgm))
-        m_front->set_PGMCH_Style(byteAt(data, State::Pgm));
-    if (has(data, State::Pvw))
-        m_front->set_PVWCH_Style(byteAt(data, State::Pvw));
+    m_front->showReport(data, wipeTypeFromReport);
     if (has(data, State::AudioMode))
         m_audioMode->show(byteAt(data, State::AudioMode));
-    const State::Offset sources[2][2] = {{State::Ch1Source, State::Ch1Level},
-                                         {State::Ch2Source, State::Ch2Level}};
-    for (int channel = 0; channel < 2; ++channel) {
-        if (has(data, sources[channel][0])) {
-            const int index = audioSourceIndex(byteAt(data, sources[channel][0]));
-            if (index >= 0)
-                showSource(channel, index);
-        }
-        if (has(data, sources[channel][1]))
-            (channel == 0 ? ui->slider_ch1 : ui->slider_ch2)->setValue(byteAt(data, sources[channel][1]));
-    }
-    if (has(data, State::Transition))
-        m_front->showTransition(byteAt(data, State::Transition));
-    if (has(data, State::Wipe))
-        m_front->showWipe(wipeTypeFromReport(byteAt(data, State::Wipe)));
-    if (has(data, State::Ftb)) {
-        // Off is shown and remembered, but a blink already running goes on until FTB is pressed.
-        m_ftbOn = byteAt(data, State::Ftb) != 0;
-        if (m_ftbOn)
-            m_ftbBlink->start();
-        else
-            setKeySheet(ui->btn_ftb, QString::fromLatin1(KeySheet::GradientOff));
-    }
+    m_audio->showReport(data);
+    if (has(data, State::Ftb))
+        m_ftbBlink->showReported(m_ftbOn, byteAt(data, State::Ftb) != 0);
     if (has(data, State::Pip))
         m_insets->showPip(byteAt(data, State::Pip) != 0);
     if (has(data, State::PipSize)) {
@@ -334,14 +276,10 @@ void RVX5370::m_on_toRead_5370Dtat(const QByteArray &data)
     if (has(data, State::PipV + 1))
         m_pipBox->set_H_Vposition_Style(FrameCodec::bigEndianAt(data, State::PipH),
                                         FrameCodec::bigEndianAt(data, State::PipV));
-    if (has(data, State::Still)) {
-        m_stillOn = byteAt(data, State::Still) != 0;
-        setLamp(ui->btn_still, m_stillOn, KeySheet::GradientRed, KeySheet::GradientOff);
-    }
-    if (has(data, State::Mute)) {
-        m_muteOn = byteAt(data, State::Mute) != 0;
-        setLamp(ui->btn_mute, m_muteOn, KeySheet::GradientRed, KeySheet::GradientOff);
-    }
+    if (has(data, State::Still))
+        LampKeys::showReported(m_stillOn, ui->btn_still, byteAt(data, State::Still) != 0);
+    if (has(data, State::Mute))
+        LampKeys::showReported(m_muteOn, ui->btn_mute, byteAt(data, State::Mute) != 0);
     if (has(data, State::Rate)) {
         const uint8_t rate = byteAt(data, State::Rate);
         setRATE_Style(rate);

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 
+class AudioChannels;
 class AudioModeKey;
 class F1QWidget;
 class FrontPanel8000;
@@ -66,9 +67,6 @@ public slots:
 private:
     void initUpper();
     void initBelow();
-    // Shows the CH1 or CH2 source of list position `index` on its label.
-    void showSource(int channel, int index);
-    void nextSource(int channel);
     void showSubWidget(QWidget *shown, QWidget *hidden);
 
     std::unique_ptr<Ui::RVX5370> ui;
@@ -80,6 +78,7 @@ private:
     KeyBlink *m_ftbBlink = nullptr;
     InsetKeys *m_insets = nullptr;
     AudioModeKey *m_audioMode = nullptr;
+    AudioChannels *m_audio = nullptr;
     bool m_ftbOn = false;
     bool m_stillOn = false;
     bool m_muteOn = false;
@@ -87,5 +86,4 @@ private:
     bool m_pauseOn = false;
     bool m_rtmpOn = false;
     bool m_barOn = false;
-    int m_source[2] = {0, 0};
 };

@@ -1,5 +1,7 @@
 #include "frontpanel8000.h"
 
+#include "SwitcherData/framecodec.h"
+#include "SwitcherData/protocol.h"
 #include "SwitcherData/rvx5all_workdata.h"
 #include "common/delay.h"
 #include "common/keysheet.h"
@@ -113,6 +115,39 @@ void FrontPanel8000::autoLamp(bool lit)
 {
     if (m_keys.autoKey)
         setLamp(m_keys.autoKey, lit, KeySheet::GradientRed, KeySheet::GradientOff);
+}
+
+QButtonGroup *FrontPanel8000::inputRow(QObject *owner, std::initializer_list<QAbstractButton *> keys)
+{
+    auto *row = new QButtonGroup(owner);
+    int id = 0;
+    for (QAbstractButton *key : keys)
+        row->addButton(key, ++id);
+    return row;
+}
+
+QButtonGroup *FrontPanel8000::transitionRow(QObject *owner, QAbstractButton *mix, QAbstractButton *fade,
+                                            QAbstractButton *wipe)
+{
+    auto *row = new QButtonGroup(owner);
+    row->addButton(mix, 1);
+    row->addButton(fade, 2);
+    row->addButton(wipe, 4);
+    return row;
+}
+
+void FrontPanel8000::showReport(const QByteArray &data, int (*wipeType)(uint8_t reported))
+{
+    using FrameCodec::byteAt;
+    using namespace Protocol;
+    if (m_keys.pgm && data.size() > State::Pgm)
+        set_PGMCH_Style(byteAt(data, State::Pgm));
+    if (m_keys.pvw && data.size() > State::Pvw)
+        set_PVWCH_Style(byteAt(data, State::Pvw));
+    if (data.size() > State::Transition)
+        showTransition(byteAt(data, State::Transition));
+    if (data.size() > State::Wipe)
+        showWipe(wipeType(byteAt(data, State::Wipe)));
 }
 
 void FrontPanel8000::set_PGMCH_Style(uint8_t ch)

@@ -3,8 +3,11 @@
 #include <QObject>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 
+class QAbstractButton;
 class QButtonGroup;
+class QByteArray;
 class QKeyEvent;
 class QPushButton;
 class QSlider;
@@ -50,6 +53,12 @@ public:
     static constexpr int FaderTop = 127;
     static constexpr int WipeSteps = 4;
 
+    // A bus row: the keys numbered from 1 in order.
+    static QButtonGroup *inputRow(QObject *owner, std::initializer_list<QAbstractButton *> keys);
+    // MIX, FADE and WIPE with their ids.
+    static QButtonGroup *transitionRow(QObject *owner, QAbstractButton *mix, QAbstractButton *fade,
+                                       QAbstractButton *wipe);
+
     // Watches `panel`'s keyboard and wires the keys' clicks; the panel owns this object.
     FrontPanel8000(QWidget *panel, RVX5ALL_workdata *link, Keys keys, Hooks hooks);
 
@@ -74,6 +83,9 @@ public:
     void showTransition(uint8_t type);
     void showWipe(int transitionType);
     int wipeIndex() const { return m_wipeIndex; }
+    // The buses (where the panel has them), the transition and the wipe of the unit's state
+    // report; `wipeType` reads the unit's wipe code as a transition type.
+    void showReport(const QByteArray &data, int (*wipeType)(uint8_t reported));
 
     void on_btn_cut_clicked();
     void on_btn_auto_clicked();

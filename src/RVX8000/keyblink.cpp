@@ -2,6 +2,7 @@
 
 #include "common/delay.h"
 #include "common/keysheet.h"
+#include "lampkeys.h"
 
 #include <QPointer>
 #include <QPushButton>
@@ -12,6 +13,24 @@ KeyBlink::KeyBlink(QPushButton *key, const char *litSheet)
 {
     m_timer->setInterval(PeriodMs);
     connect(m_timer, &QTimer::timeout, this, &KeyBlink::tick);
+}
+
+bool KeyBlink::toggle(bool &on)
+{
+    if (LampKeys::toggle(on, m_key, m_litSheet))
+        start();
+    else
+        stop();
+    return on;
+}
+
+void KeyBlink::showReported(bool &on, bool reported)
+{
+    on = reported;
+    if (on)
+        start();
+    else
+        setKeySheet(m_key, QString::fromLatin1(KeySheet::GradientOff));
 }
 
 void KeyBlink::start()

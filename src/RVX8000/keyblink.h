@@ -16,6 +16,12 @@ public:
 
     KeyBlink(QPushButton *key, const char *litSheet);
 
+    // The key's press: flips `on`; the key is lit and blinks while on, and stops when off.
+    bool toggle(bool &on);
+    // The unit's report: on starts the blink; off is shown and remembered, but a blink already
+    // running goes on until the key is pressed.
+    void showReported(bool &on, bool reported);
+
     void start();
     void stop();
     bool isActive() const;

@@ -1,0 +1,71 @@
+#include "audiochannels.h"
+
+#include "SwitcherData/framecodec.h"
+#include "SwitcherData/protocol.h"
+#include "SwitcherData/rvx5all_workdata.h"
+#include "lampkeys.h"
+
+#include <QLabel>
+#include <QSignalBlocker>
+#include <QSlider>
+
+using namespace Protocol;
+
+AudioChannels::AudioChannels(QWidget *panel, RVX5ALL_workdata *link, Channel ch1, Channel ch2,
+                             Sources sources)
+    : QObject(panel), m_panel(panel), m_link(link), m_channels{ch1, ch2}, m_sources(std::move(sources))
+{
+    show(0, 0);
+    show(1, 0);
+}
+
+void AudioChannels::show(int channel, int index)
+{
+    m_source[channel] = index;
+    m_channels[channel].name->setText(m_sources.name(index));
+}
+
+void AudioChannels::press(int channel)
+{
+    LampKeys::flash(m_panel, m_channels[channel].key, KeyWaitMs, [this, channel] {
+        show(channel, (m_source[channel] + 1) % m_sources.count);
+        m_sources.send(m_link, channel, m_source[channel]);
+    });
+}
+
+void AudioChannels::showLevels()
+{
+    for (const Channel &channel : m_channels) {
+        if (channel.levelText)
+            channel.levelText->setText(QStringLiteral("%1").arg(channel.level->value()));
+    }
+}
+
+void AudioChannels::sendLevels()
+{
+    showLevels();
+    const double scale = m_sources.levelScale;
+    m_link->SendCMDLeftSliderVOL(uint8_t(m_channels[0].level->value() * scale),
+                                 uint8_t(m_channels[1].level->value() * scale), 0, 100);
+}
+
+void AudioChannels::showReport(const QByteArray &data)
+{
+    using FrameCodec::byteAt;
+    // What the unit reports is shown, never sent back: the sliders keep quiet meanwhile.
+    const QSignalBlocker quiet1(m_channels[0].level);
+    const QSignalBlocker quiet2(m_channels[1].level);
+    const State::Offset offsets[2][2] = {{State::Ch1Source, State::Ch1Level},
+                                         {State::Ch2Source, State::Ch2Level}};
+    for (int channel = 0; channel < 2; ++channel) {
+        if (data.size() > offsets[channel][0]) {
+            const int index = m_sources.indexOf(byteAt(data, offsets[channel][0]));
+            if (index >= 0)
+                show(channel, index);
+        }
+        if (data.size() > offsets[channel][1]) {
+            m_channels[channel].level->setValue(byteAt(data, offsets[channel][1]));
+            showLevels();
+        }
+    }
+}
