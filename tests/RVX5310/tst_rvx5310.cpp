@@ -1,6 +1,7 @@
 // The RVX5310 panel offscreen: its keys on the wire (literal frames), the unit's state shown
 // with only the format list's echo sent back, the PIP settings and the format list in place,
 // CUT, AUTO and the T-bar, the FTB rule, and the keyboard against the clicks it stands for.
+#include "../RVX8000/rig8000.h"
 #include "RVX5310/rvx5310dialog.h"
 #include "RVX8000/frontpanel8000.h"
 #include "RVX8000/pip_body.h"
@@ -17,13 +18,10 @@
 #include <QSpinBox>
 #include <QtTest>
 
+using namespace Rig8000;
+
 namespace {
 
-// Frames to A5 FF, by what they carry.
-const char ReadState[] = "a56c1400a5ff01000000000000000000491303ae";
-const char Cut[] = "a56c1400a5ff01000000000000000000834d03ae";
-const char Auto[] = "a56c1400a5ff01000000000000000000844e03ae";
-const char SetWipe[] = "a56c1400a5ff010000000000000000008f5903ae";
 const char PipOn[] = "a56c1500a5ff0100000000000000000086015203ae";
 
 // A unit at rest: PGM 1, PVW 2, MIX, CH1 IN1 at 50, CH2 IN2 at 60, FADE, wipe U, FTB off,
@@ -32,56 +30,12 @@ const char Rest[] = "0102010332043c020200000000020200000000000007000000";
 
 QByteArray payload(std::initializer_list<std::pair<int, int>> changes)
 {
-    QByteArray p = QByteArray::fromHex(Rest);
-    for (const auto &[at, value] : changes)
-        p[at] = char(value);
-    return p;
+    return Rig8000::payload(Rest, changes);
 }
 
-bool isRed(const QWidget *key)
+struct Rig : PanelRig<RVX5310Dialog>
 {
-    return key->styleSheet().contains(QLatin1String("stop: 0 #D22E00"));
-}
-bool isGreen(const QWidget *key)
-{
-    return key->styleSheet().contains(QLatin1String("stop: 0 #19FA00"));
-}
-bool isOff(const QWidget *key)
-{
-    return key->styleSheet().contains(QLatin1String("stop: 0.6 #f6f7fa"));
-}
-
-struct Rig
-{
-    Rig()
-    {
-        panel.DevTypeID(QStringLiteral("127.0.0.2"), 0xA5, 0xFF, QStringLiteral("127.0.0.3"), 0xE0, 0xFF);
-        panel.show();
-        sent();
-    }
-    QPushButton *key(const QString &name) const { return panel.findChild<QPushButton *>(name); }
-    QSlider *slider(const char *name) const { return panel.findChild<QSlider *>(QLatin1String(name)); }
-    QString text(const char *name) const { return panel.findChild<QLabel *>(QLatin1String(name))->text(); }
     QWidget *pipArea() const { return panel.pipBody()->parentWidget(); }
-    // Everything the panel built since the last call, in order.
-    QList<QByteArray> sent()
-    {
-        QList<QByteArray> out;
-        for (const QList<QVariant> &args : qAsConst(spy))
-            out << args.at(0).toByteArray();
-        spy.clear();
-        return out;
-    }
-    void state(const QByteArray &data) { emit panel.link()->on_signals_3210Data(data); }
-    // Clicks the keys named, blank-separated, in order.
-    void press(const QString &keys)
-    {
-        for (const QString &name : keys.split(QLatin1Char(' '), Qt::SkipEmptyParts))
-            key(name)->click();
-    }
-
-    RVX5310Dialog panel;
-    QSignalSpy spy{panel.link(), &RVX5ALL_workdata::showCurrentData};
 };
 
 } // namespace

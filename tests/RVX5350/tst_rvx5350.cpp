@@ -1,6 +1,7 @@
 // The RVX5350 panel offscreen: its keys on the wire (literal frames), the two inputs and their
 // boxes, the RESO/RATE/CH cycles, the unit's own wipe coding against the WIPE key's cycle, the
 // blinking STILL and its state rule, the SET strip with its clock, and the keyboard.
+#include "../RVX8000/rig8000.h"
 #include "RVX5350/rvx5350.h"
 #include "RVX8000/frontpanel8000.h"
 #include "RVX8000/pipgro.h"
@@ -18,11 +19,10 @@
 #include <QToolButton>
 #include <QtTest>
 
+using namespace Rig8000;
+
 namespace {
 
-const char ReadState[] = "a56c1400a5ff01000000000000000000491303ae";
-const char SetWipe[] = "a56c1400a5ff010000000000000000008f5903ae";
-const char Auto[] = "a56c1400a5ff01000000000000000000844e03ae";
 const QString OnAir = QStringLiteral("QGroupBox{border:1px solid red;}");
 const QString OffAir = QStringLiteral("QGroupBox{border:1px solid white;}");
 
@@ -32,23 +32,7 @@ const char Rest[] = "0100010332043c020000000000020000000000000007000000";
 
 QByteArray payload(std::initializer_list<std::pair<int, int>> changes)
 {
-    QByteArray p = QByteArray::fromHex(Rest);
-    for (const auto &[at, value] : changes)
-        p[at] = char(value);
-    return p;
-}
-
-bool isRed(const QWidget *key)
-{
-    return key->styleSheet().contains(QLatin1String("stop: 0 #D22E00"));
-}
-bool isGreen(const QWidget *key)
-{
-    return key->styleSheet().contains(QLatin1String("stop: 0 #19FA00"));
-}
-bool isOff(const QWidget *key)
-{
-    return key->styleSheet().contains(QLatin1String("stop: 0.6 #f6f7fa"));
+    return Rig8000::payload(Rest, changes);
 }
 
 // Calls `seen` at each resize of the watched widget.
@@ -70,38 +54,12 @@ private:
     std::function<void()> m_seen;
 };
 
-struct Rig
+struct Rig : PanelRig<RVX5350, QAbstractButton>
 {
-    Rig()
-    {
-        panel.DevTypeID(QStringLiteral("127.0.0.2"), 0xA5, 0xFF, QStringLiteral("127.0.0.3"), 0xE0, 0xFF);
-        panel.show();
-        sent();
-    }
-    QAbstractButton *key(const QString &name) const { return panel.findChild<QAbstractButton *>(name); }
-    QString text(const char *name) const { return panel.findChild<QLabel *>(QLatin1String(name))->text(); }
-    QSlider *slider(const char *name) const { return panel.findChild<QSlider *>(QLatin1String(name)); }
     QString box(const char *name) const
     {
         return panel.findChild<QGroupBox *>(QLatin1String(name))->styleSheet();
     }
-    QList<QByteArray> sent()
-    {
-        QList<QByteArray> out;
-        for (const QList<QVariant> &args : qAsConst(spy))
-            out << args.at(0).toByteArray();
-        spy.clear();
-        return out;
-    }
-    void state(const QByteArray &data) { emit panel.link()->on_signals_3210Data(data); }
-    void press(const QString &keys)
-    {
-        for (const QString &name : keys.split(QLatin1Char(' '), Qt::SkipEmptyParts))
-            key(name)->click();
-    }
-
-    RVX5350 panel;
-    QSignalSpy spy{panel.link(), &RVX5ALL_workdata::showCurrentData};
 };
 
 } // namespace

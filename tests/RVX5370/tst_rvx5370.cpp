@@ -1,6 +1,7 @@
 // The RVX5370 panel offscreen: its keys on the wire (literal frames), the unit's state shown
 // without a word sent back, the F1 and SET sub-widgets, the settings window's signals, AUTO,
 // CUT and the T-bar, and the keyboard against the clicks it stands for.
+#include "../RVX8000/rig8000.h"
 #include "RVX5370/rvx5370.h"
 #include "RVX8000/f1qwidget.h"
 #include "RVX8000/frontpanel8000.h"
@@ -17,13 +18,9 @@
 #include <QTimer>
 #include <QtTest>
 
-namespace {
+using namespace Rig8000;
 
-// Frames to A5 FF, by what they carry.
-const char ReadState[] = "a56c1400a5ff01000000000000000000491303ae";
-const char Cut[] = "a56c1400a5ff01000000000000000000834d03ae";
-const char Auto[] = "a56c1400a5ff01000000000000000000844e03ae";
-const char SetWipe[] = "a56c1400a5ff010000000000000000008f5903ae";
+namespace {
 
 // A unit at rest: PGM 1, PVW 2, MIX, CH1 IN1 at 50, CH2 IN2 at 60, FADE, wipe U, FTB off,
 // PIP off, border 0/0/2, size L at 0/0, STILL off, rate 0, 1080P60, mute off.
@@ -31,57 +28,10 @@ const char Rest[] = "0102010332043c020200000000020200000000000007000000";
 
 QByteArray payload(std::initializer_list<std::pair<int, int>> changes, const char *base = Rest)
 {
-    QByteArray p = QByteArray::fromHex(base);
-    for (const auto &[at, value] : changes)
-        p[at] = char(value);
-    return p;
+    return Rig8000::payload(base, changes);
 }
 
-bool isRed(const QWidget *key)
-{
-    return key->styleSheet().contains(QLatin1String("stop: 0 #D22E00"));
-}
-bool isGreen(const QWidget *key)
-{
-    return key->styleSheet().contains(QLatin1String("stop: 0 #19FA00"));
-}
-bool isOff(const QWidget *key)
-{
-    return key->styleSheet().contains(QLatin1String("stop: 0.6 #f6f7fa"));
-}
-
-struct Rig
-{
-    Rig()
-    {
-        panel.DevTypeID(QStringLiteral("127.0.0.2"), 0xA5, 0xFF, QStringLiteral("127.0.0.3"), 0xE0, 0xFF);
-        panel.show();
-        sent();
-    }
-    QPushButton *key(const QString &name) const { return panel.findChild<QPushButton *>(name); }
-    QLabel *label(const char *name) const { return panel.findChild<QLabel *>(QLatin1String(name)); }
-    QSlider *slider(const char *name) const { return panel.findChild<QSlider *>(QLatin1String(name)); }
-    QString text(const char *name) const { return label(name)->text(); }
-    // Everything the panel built since the last call, in order.
-    QList<QByteArray> sent()
-    {
-        QList<QByteArray> out;
-        for (const QList<QVariant> &args : qAsConst(spy))
-            out << args.at(0).toByteArray();
-        spy.clear();
-        return out;
-    }
-    void state(const QByteArray &data) { emit panel.link()->on_signals_3210Data(data); }
-    // Clicks the keys named, blank-separated, in order.
-    void press(const QString &keys)
-    {
-        for (const QString &name : keys.split(QLatin1Char(' '), Qt::SkipEmptyParts))
-            key(name)->click();
-    }
-
-    RVX5370 panel;
-    QSignalSpy spy{panel.link(), &RVX5ALL_workdata::showCurrentData};
-};
+using Rig = PanelRig<RVX5370>;
 
 } // namespace
 

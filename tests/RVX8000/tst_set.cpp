@@ -2,6 +2,7 @@
 // the wire, the labels and the keyboard.
 #include "RVX8000/set.h"
 #include "SwitcherData/rvx5all_workdata.h"
+#include "rig8000.h"
 #include "testframes.h"
 
 #include <QDateTime>
@@ -16,13 +17,9 @@
 #include <QVBoxLayout>
 #include <QtTest>
 
-namespace {
+using namespace Rig8000;
 
-const QString Unlit = QStringLiteral(
-    "background-color: qlineargradient(x1: 0, y1: 0, x2: 0, y2: 1,  stop: 0 #dadbde,stop: 0.4 #E4DBE8,stop: "
-    "0.6 #f6f7fa,stop: 1 #D0D1D4);;color: rgb(0,0,0);border-radius: 7px;border: 2px groove "
-    "gray;border-style: "
-    "outset;");
+namespace {
 
 // The strip in a dialog beside a number field: the worst host for Return.
 struct Rig
@@ -37,14 +34,7 @@ struct Rig
     }
     QPushButton *key(const char *name) { return strip->findChild<QPushButton *>(QLatin1String(name)); }
     QString label(const char *name) { return strip->findChild<QLabel *>(QLatin1String(name))->text(); }
-    QList<QByteArray> sent()
-    {
-        QList<QByteArray> out;
-        for (const QList<QVariant> &args : qAsConst(spy))
-            out << args.at(0).toByteArray();
-        spy.clear();
-        return out;
-    }
+    QList<QByteArray> sent() { return takeFrames(spy); }
 
     RVX5ALL_workdata link;
     QSignalSpy spy{&link, &RVX5ALL_workdata::showCurrentData};
@@ -53,20 +43,6 @@ struct Rig
     Set *strip = new Set(&host, &link);
     QSignalSpy size{strip, &Set::setPIPSZ_Style};
 };
-
-bool litWhilePressed(QPushButton *key)
-{
-    bool fired = false;
-    bool lit = false;
-    QTimer::singleShot(60, key, [&] {
-        fired = true;
-        lit = key->styleSheet() != Unlit;
-    });
-    key->click();
-    if (!QTest::qWaitFor([&] { return fired; }))
-        return false;
-    return lit;
-}
 
 const QRegularExpression DottedDate(QStringLiteral("^\\d{4}\\.\\d{2}\\.\\d{2}$"));
 const QRegularExpression Time(QStringLiteral("^\\d{2}:\\d{2}:\\d{2}$"));

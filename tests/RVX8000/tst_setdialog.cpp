@@ -2,6 +2,7 @@
 // signals the panel listens to, the dead PIP_S key, the labels and the keyboard.
 #include "RVX8000/setdialog.h"
 #include "SwitcherData/rvx5all_workdata.h"
+#include "rig8000.h"
 #include "testframes.h"
 
 #include <QElapsedTimer>
@@ -11,14 +12,9 @@
 #include <QTimer>
 #include <QtTest>
 
-namespace {
+using namespace Rig8000;
 
-// The sheet of a key that is not lit.
-const QString Unlit = QStringLiteral(
-    "background-color: qlineargradient(x1: 0, y1: 0, x2: 0, y2: 1,  stop: 0 #dadbde,stop: 0.4 #E4DBE8,stop: "
-    "0.6 #f6f7fa,stop: 1 #D0D1D4);;color: rgb(0,0,0);border-radius: 7px;border: 2px groove "
-    "gray;border-style: "
-    "outset;");
+namespace {
 
 struct Rig
 {
@@ -31,14 +27,7 @@ struct Rig
     }
     QPushButton *key(const char *name) { return dialog.findChild<QPushButton *>(QLatin1String(name)); }
     QString label(const char *name) { return dialog.findChild<QLabel *>(QLatin1String(name))->text(); }
-    QList<QByteArray> sent()
-    {
-        QList<QByteArray> out;
-        for (const QList<QVariant> &args : qAsConst(spy))
-            out << args.at(0).toByteArray();
-        spy.clear();
-        return out;
-    }
+    QList<QByteArray> sent() { return takeFrames(spy); }
 
     RVX5ALL_workdata link;
     QSignalSpy spy{&link, &RVX5ALL_workdata::showCurrentData};
@@ -56,22 +45,6 @@ QList<int> ints(QSignalSpy &spy)
         out << args.at(0).toInt();
     spy.clear();
     return out;
-}
-
-// Presses the key and tells whether it was lit while its press ran. A key that does nothing
-// returns at once; the probe still gets its turn before the answer.
-bool litWhilePressed(QPushButton *key)
-{
-    bool fired = false;
-    bool lit = false;
-    QTimer::singleShot(60, key, [&] {
-        fired = true;
-        lit = key->styleSheet() != Unlit;
-    });
-    key->click();
-    if (!QTest::qWaitFor([&] { return fired; }))
-        return false;
-    return lit;
 }
 
 } // namespace

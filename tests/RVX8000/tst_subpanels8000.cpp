@@ -7,6 +7,7 @@
 #include "RVX8000/resobody.h"
 #include "SwitcherData/rvx5all_workdata.h"
 #include "modalanswer.h"
+#include "rig8000.h"
 #include "testframes.h"
 
 #include <QComboBox>
@@ -22,14 +23,7 @@ namespace {
 struct Link
 {
     Link() { link.get_DevTypeID(QStringLiteral("127.0.0.2"), 0xA5, 0xFF); }
-    QList<QByteArray> sent()
-    {
-        QList<QByteArray> out;
-        for (const QList<QVariant> &args : qAsConst(spy))
-            out << args.at(0).toByteArray();
-        spy.clear();
-        return out;
-    }
+    QList<QByteArray> sent() { return Rig8000::takeFrames(spy); }
     RVX5ALL_workdata link;
     QSignalSpy spy{&link, &RVX5ALL_workdata::showCurrentData};
 };
