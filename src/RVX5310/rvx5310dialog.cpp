@@ -6,6 +6,7 @@
 #include "RVX8000/insetkeys.h"
 #include "RVX8000/keyblink.h"
 #include "RVX8000/lampkeys.h"
+#include "RVX8000/panelsetup8000.h"
 #include "RVX8000/pip_body.h"
 #include "RVX8000/resobody.h"
 #include "SwitcherData/framecodec.h"
@@ -34,22 +35,6 @@ bool has(const QByteArray &data, int offset)
     return data.size() > offset;
 }
 
-AudioChannels::Sources sources()
-{
-    AudioChannels::Sources sources;
-    sources.count = AudioSourceCount;
-    sources.name = [](int index) { return QString::fromLatin1(AudioSources[index].name); };
-    sources.indexOf = audioSourceIndex;
-    sources.send = [](RVX5ALL_workdata *link, int channel, int index) {
-        if (channel == 0)
-            link->SendCMDCH1(index);
-        else
-            link->SendCMDCH2(index);
-    };
-    sources.levelScale = LevelScale;
-    return sources;
-}
-
 // Puts `sub` into `area`, filling it.
 void embed(QWidget *area, QWidget *sub)
 {
@@ -63,23 +48,18 @@ void embed(QWidget *area, QWidget *sub)
 RVX5310Dialog::RVX5310Dialog(QWidget *parent) : QDialog(parent), ui(std::make_unique<Ui::RVX5310Dialog>())
 {
     ui->setupUi(this);
-    setWindowTitle(QString::fromLatin1(S::WindowTitle));
-    setStyleSheet(QString::fromLatin1(S::Window));
-    setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+    PanelSetup8000::dressWindow(this, S::WindowTitle, S::Window, false);
     m_link = new RVX5ALL_workdata(this);
     initPIP();
     initRESO();
 
-    for (QWidget *label : {ui->label_title, ui->label_version, ui->label_ch1, ui->label_ch2})
-        label->setStyleSheet(QString::fromLatin1(S::White));
+    PanelSetup8000::style({ui->label_title, ui->label_version, ui->label_ch1, ui->label_ch2}, S::White);
     ui->label_pgm->setStyleSheet(QString::fromLatin1(S::Red));
     ui->label_pvw->setStyleSheet(QString::fromLatin1(S::Green));
     ui->label_rtmp->setStyleSheet(QString::fromLatin1(S::RedSpaced));
     ui->label_pop->setStyleSheet(QString::fromLatin1(S::GreenSpaced));
-    for (QWidget *box : {ui->g_upper, ui->g_below})
-        box->setStyleSheet(QString::fromLatin1(S::GroupBox));
-    for (QWidget *area : {ui->area_reso, ui->area_pip})
-        area->setStyleSheet(QString::fromLatin1(S::SubPanelFrame));
+    PanelSetup8000::style({ui->g_upper, ui->g_below}, S::GroupBox);
+    PanelSetup8000::style({ui->area_reso, ui->area_pip}, S::SubPanelFrame);
     ui->slider_ch1->setStyleSheet(QString::fromLatin1(S::Slider));
     ui->slider_ch2->setStyleSheet(QString::fromLatin1(S::Slider));
     ui->slider_video->setStyleSheet(QString::fromLatin1(S::Tbar));
@@ -145,8 +125,9 @@ void RVX5310Dialog::initMiddle()
     m_audioMode = new AudioModeKey(ui->btn_afv, ui->btn_mix, ui->btn_ch1, ui->btn_ch2, m_link, this);
     connect(ui->slider_ch1, &QSlider::valueChanged, this, &RVX5310Dialog::set_audio_vol);
     connect(ui->slider_ch2, &QSlider::valueChanged, this, &RVX5310Dialog::set_audio_vol);
-    m_audio = new AudioChannels(this, m_link, {ui->btn_ch1, ui->label_ch1, ui->slider_ch1},
-                                {ui->btn_ch2, ui->label_ch2, ui->slider_ch2}, sources());
+    m_audio =
+        new AudioChannels(this, m_link, {ui->btn_ch1, ui->label_ch1, ui->slider_ch1},
+                          {ui->btn_ch2, ui->label_ch2, ui->slider_ch2}, AudioChannels::mainList(LevelScale));
 }
 
 void RVX5310Dialog::initPGM_PVWCH()

@@ -6,6 +6,7 @@
 #include "RVX8000/insetkeys.h"
 #include "RVX8000/keyblink.h"
 #include "RVX8000/lampkeys.h"
+#include "RVX8000/panelsetup8000.h"
 #include "RVX8000/pipgro.h"
 #include "RVX8000/set.h"
 #include "SwitcherData/framecodec.h"
@@ -30,28 +31,10 @@ constexpr int ReadWaitMs = 400;
 // SET starts the strip's clock and shows the strip a second later, when the first tick is due.
 constexpr int SetOpenMs = 1000;
 constexpr int RateCount = 3;
-// The unit's audio levels run to 127, its sliders to 100.
-constexpr double LevelScale = 1.27;
 
 bool has(const QByteArray &data, int offset)
 {
     return data.size() > offset;
-}
-
-AudioChannels::Sources sources()
-{
-    AudioChannels::Sources sources;
-    sources.count = AudioSource5350Count;
-    sources.name = [](int index) { return QString::fromLatin1(AudioSources5350[index].name); };
-    sources.indexOf = audioSource5350Index;
-    sources.send = [](RVX5ALL_workdata *link, int channel, int index) {
-        if (channel == 0)
-            link->SendCMDCH1_for5350(index);
-        else
-            link->SendCMDCH2_for5350(index);
-    };
-    sources.levelScale = LevelScale;
-    return sources;
 }
 
 } // namespace
@@ -59,27 +42,20 @@ AudioChannels::Sources sources()
 RVX5350::RVX5350(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::RVX5350>())
 {
     ui->setupUi(this);
-    setWindowTitle(QString::fromLatin1(S::WindowTitle));
-    setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
-    setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QString::fromLatin1(S::Window));
+    PanelSetup8000::dressWindow(this, S::WindowTitle, S::Window, true);
     m_link = new RVX5ALL_workdata(this);
 
     ui->pip_area->setStyleSheet(QString::fromLatin1(S::PreviewArea));
     m_pipBox = new PIPGro5350(m_link, ui->pip_area);
     m_pipBox->setStyleSheet(QString::fromLatin1(S::PreviewBox));
     m_set = new Set(ui->sub_area, m_link);
-    m_set->setObjectName(QString::fromLatin1(S::SetName));
-    m_set->setWindowTitle(QString::fromLatin1(S::SetTitle));
-    m_set->setFixedSize(300, 268);
-    m_set->hide();
+    PanelSetup8000::placeSub(m_set, S::SetName, S::SetTitle, QSize(300, 268));
 
-    for (QWidget *label : {ui->label_title, ui->label_version, ui->label_ch1, ui->label_ch2, ui->label_vol1,
-                           ui->label_vol2, ui->label_reso, ui->label_pip_sz})
-        label->setStyleSheet(QString::fromLatin1(S::White));
+    PanelSetup8000::style({ui->label_title, ui->label_version, ui->label_ch1, ui->label_ch2, ui->label_vol1,
+                           ui->label_vol2, ui->label_reso, ui->label_pip_sz},
+                          S::White);
     ui->label_rate->setStyleSheet(QString::fromLatin1(S::Green));
-    for (QWidget *box : {ui->g_upper, ui->g_transition, ui->g_right, ui->g_fader})
-        box->setStyleSheet(QString::fromLatin1(S::GroupBox));
+    PanelSetup8000::style({ui->g_upper, ui->g_transition, ui->g_right, ui->g_fader}, S::GroupBox);
 
     ui->slider_video->setStyleSheet(QString::fromLatin1(S::Tbar));
     initUpper();
@@ -102,7 +78,8 @@ void RVX5350::initUpper()
     connect(ui->slider_ch2, &QSlider::valueChanged, this, &RVX5350::set_audio_vol);
     m_audioMode = new AudioModeKey(ui->btn_afv, ui->btn_ch1, ui->btn_ch2, m_link, this);
     m_audio = new AudioChannels(this, m_link, {ui->btn_ch1, ui->label_ch1, ui->slider_ch1, ui->label_vol1},
-                                {ui->btn_ch2, ui->label_ch2, ui->slider_ch2, ui->label_vol2}, sources());
+                                {ui->btn_ch2, ui->label_ch2, ui->slider_ch2, ui->label_vol2},
+                                AudioChannels::list5350());
 }
 
 void RVX5350::initRight()

@@ -7,6 +7,7 @@
 #include "RVX8000/insetkeys.h"
 #include "RVX8000/keyblink.h"
 #include "RVX8000/lampkeys.h"
+#include "RVX8000/panelsetup8000.h"
 #include "RVX8000/pipgro.h"
 #include "RVX8000/setdialog.h"
 #include "SwitcherData/framecodec.h"
@@ -29,23 +30,15 @@ bool has(const QByteArray &data, int offset)
     return data.size() > offset;
 }
 
+// The main list, but for the phone input's own label; the unit takes the levels as the
+// sliders give them, unscaled.
 AudioChannels::Sources sources()
 {
-    AudioChannels::Sources sources;
-    sources.count = AudioSourceCount;
+    AudioChannels::Sources sources = AudioChannels::mainList(1.0);
     sources.name = [](int index) {
         const AudioSource &source = AudioSources[index];
         return QString::fromLatin1(source.code == PhoneInCode ? S::PhoneIn : source.name);
     };
-    sources.indexOf = audioSourceIndex;
-    sources.send = [](RVX5ALL_workdata *link, int channel, int index) {
-        if (channel == 0)
-            link->SendCMDCH1(index);
-        else
-            link->SendCMDCH2(index);
-    };
-    // This unit takes the levels as the sliders give them, unscaled.
-    sources.levelScale = 1.0;
     return sources;
 }
 
@@ -54,10 +47,7 @@ AudioChannels::Sources sources()
 RVX5370::RVX5370(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::RVX5370>())
 {
     ui->setupUi(this);
-    setWindowTitle(QString::fromLatin1(S::WindowTitle));
-    setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
-    setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QString::fromLatin1(S::Window));
+    PanelSetup8000::dressWindow(this, S::WindowTitle, S::Window, true);
     m_link = new RVX5ALL_workdata(this);
 
     ui->pip_area->setStyleSheet(QString::fromLatin1(S::PreviewArea));
@@ -65,27 +55,21 @@ RVX5370::RVX5370(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::RVX
     m_pipBox->setStyleSheet(QString::fromLatin1(S::PreviewBox));
     // Both sub-widgets take the same place on the panel; one at a time is shown.
     m_f1 = new F1QWidget(ui->sub_area, m_link);
-    m_f1->setObjectName(QString::fromLatin1(S::F1Name));
-    m_f1->setWindowTitle(QString::fromLatin1(S::F1Title));
-    m_f1->setFixedSize(300, 222);
-    m_f1->hide();
+    PanelSetup8000::placeSub(m_f1, S::F1Name, S::F1Title, QSize(300, 222));
     m_set = new SetDialog(ui->sub_area, m_link);
     // Drawn inside the panel, not as a window of its own: the panel keeps the keyboard.
     m_set->setWindowFlags(Qt::Widget);
     m_set->move(0, 0);
-    m_set->setObjectName(QString::fromLatin1(S::SetName));
-    m_set->setWindowTitle(QString::fromLatin1(S::SetTitle));
-    m_set->setFixedSize(300, 268);
-    m_set->hide();
+    PanelSetup8000::placeSub(m_set, S::SetName, S::SetTitle, QSize(300, 268));
 
-    for (QWidget *label :
-         {ui->label_title, ui->label_version, ui->label_ch1, ui->label_ch2, ui->label_reso, ui->label_pip_sz})
-        label->setStyleSheet(QString::fromLatin1(S::White));
+    PanelSetup8000::style(
+        {ui->label_title, ui->label_version, ui->label_ch1, ui->label_ch2, ui->label_reso, ui->label_pip_sz},
+        S::White);
     ui->label_pgm->setStyleSheet(QString::fromLatin1(S::Red));
     ui->label_pvw->setStyleSheet(QString::fromLatin1(S::Green));
     ui->label_rate->setStyleSheet(QString::fromLatin1(S::Green));
-    for (QWidget *box : {ui->g_upper, ui->g_audio, ui->g_transition, ui->g_pip, ui->g_bus, ui->g_fader})
-        box->setStyleSheet(QString::fromLatin1(S::GroupBox));
+    PanelSetup8000::style({ui->g_upper, ui->g_audio, ui->g_transition, ui->g_pip, ui->g_bus, ui->g_fader},
+                          S::GroupBox);
 
     ui->slider_video->setStyleSheet(QString::fromLatin1(S::Tbar));
     initUpper();

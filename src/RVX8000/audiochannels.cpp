@@ -11,6 +11,38 @@
 
 using namespace Protocol;
 
+AudioChannels::Sources AudioChannels::mainList(double levelScale)
+{
+    Sources sources;
+    sources.count = AudioSourceCount;
+    sources.name = [](int index) { return QString::fromLatin1(AudioSources[index].name); };
+    sources.indexOf = audioSourceIndex;
+    sources.send = [](RVX5ALL_workdata *link, int channel, int index) {
+        if (channel == 0)
+            link->SendCMDCH1(index);
+        else
+            link->SendCMDCH2(index);
+    };
+    sources.levelScale = levelScale;
+    return sources;
+}
+
+AudioChannels::Sources AudioChannels::list5350()
+{
+    Sources sources;
+    sources.count = AudioSource5350Count;
+    sources.name = [](int index) { return QString::fromLatin1(AudioSources5350[index].name); };
+    sources.indexOf = audioSource5350Index;
+    sources.send = [](RVX5ALL_workdata *link, int channel, int index) {
+        if (channel == 0)
+            link->SendCMDCH1_for5350(index);
+        else
+            link->SendCMDCH2_for5350(index);
+    };
+    sources.levelScale = 1.27;
+    return sources;
+}
+
 AudioChannels::AudioChannels(QWidget *panel, RVX5ALL_workdata *link, Channel ch1, Channel ch2,
                              Sources sources)
     : QObject(panel), m_panel(panel), m_link(link), m_channels{ch1, ch2}, m_sources(std::move(sources))

@@ -40,6 +40,11 @@ public:
 
     static constexpr int KeyWaitMs = 200;
 
+    // The source list most of the family shares, sent by the plain CH1/CH2 commands.
+    static Sources mainList(double levelScale);
+    // The RVX5350's own list and commands; its levels run to 127 against sliders to 100.
+    static Sources list5350();
+
     AudioChannels(QWidget *panel, RVX5ALL_workdata *link, Channel ch1, Channel ch2, Sources sources);
 
     // Steps channel 0 (CH1) or 1 (CH2) to its next source.
