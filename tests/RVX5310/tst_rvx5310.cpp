@@ -12,7 +12,6 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QSpinBox>
@@ -273,102 +272,37 @@ void TestRvx5310::shortPayloadTouchesOnlyWhatItCarries()
 
 void TestRvx5310::randomPayloadsSendNothing()
 {
-    Rig rig;
-    // Whatever is reported, of any length, is shown or ignored; with the shown format in its
-    // place nothing goes back.
-    QRandomGenerator random(0x5310);
-    for (int i = 0; i < 2000; ++i) {
-        QByteArray data(int(random.bounded(40)), Qt::Uninitialized);
-        for (char &c : data)
-            c = char(random.bounded(256));
+    // With the shown format in its place nothing goes back.
+    checkRandomPayloadsSendNothing<Rig>(0x5310, 2000, [](QByteArray &data) {
         if (data.size() > 21)
             data[21] = char(0x07);
-        rig.state(data);
-    }
-    QCOMPARE(rig.sent(), QList<QByteArray>());
+    });
 }
 
 void TestRvx5310::ftbStateRule()
 {
-    Rig rig;
-    rig.state(payload({{9, 1}}));
-    QVERIFY(rig.panel.ftbBlinking());
-    // Off is shown, but the blink started goes on until FTB is pressed twice.
-    rig.state(payload({{9, 0}}));
-    QVERIFY(isOff(rig.key("btn_ftb")));
-    QVERIFY(rig.panel.ftbBlinking());
-    rig.press("btn_ftb");
-    QVERIFY(isRed(rig.key("btn_ftb")) && rig.panel.ftbBlinking());
-    rig.press("btn_ftb");
-    QVERIFY(!rig.panel.ftbBlinking());
-    QVERIFY(isOff(rig.key("btn_ftb")));
+    checkFtbStateRule<Rig>(payload({{9, 1}}), payload({{9, 0}}));
 }
 
 void TestRvx5310::cutLampAndInset()
 {
-    Rig rig;
-    rig.state(hex("0102"));
-    rig.press("btn_cut");
-    QVERIFY(isRed(rig.key("btn_cut")));
-    QVERIFY(isRed(rig.key("btn_pgm2")) && isGreen(rig.key("btn_pvw1")));
-    QTRY_VERIFY(isOff(rig.key("btn_cut")));
-    // With PIP on a CUT changes the inset: the buses stay.
-    rig.press("btn_pip btn_cut");
-    QVERIFY(isRed(rig.key("btn_pgm2")) && isGreen(rig.key("btn_pvw1")));
-    QCOMPARE(rig.sent(), hexList(QByteArray(Cut) + ' ' + PipOn + ' ' + Cut));
+    checkCutLampAndInset<Rig>(PipOn);
 }
 
 void TestRvx5310::autoIgnoredMidTravel()
 {
-    Rig rig;
-    QSlider *tbar = rig.slider("slider_video");
-    tbar->setValue(64);
-    rig.sent();
-    rig.press("btn_auto");
-    QCOMPARE(rig.sent(), QList<QByteArray>());
-    QCOMPARE(tbar->value(), 64);
+    checkAutoOnlyFromAnEnd<Rig>();
 }
 
 void TestRvx5310::autoRunAndSwap()
 {
     Rig rig;
-    rig.state(payload({{0, 1}, {1, 2}, {10, 1}, {20, 2}}));
-    QSlider *tbar = rig.slider("slider_video");
-    int highest = 0;
-    connect(tbar, &QSlider::valueChanged, tbar, [&highest, tbar](int v) {
-        if (tbar->maximum() != 127)
-            highest = qMax(highest, v);
-    });
-    rig.press("btn_auto");
-    // Rate 2 runs the fader to 139, then the full range is back with the fader at the top; the
-    // unit heard AUTO only, and the buses changed places although PIP is on.
-    QCOMPARE(highest, 139);
-    QCOMPARE(tbar->maximum(), 127);
-    QCOMPARE(tbar->value(), 127);
-    QCOMPARE(rig.sent(), hexList(Auto));
-    QVERIFY(isRed(rig.key("btn_pgm2")) && isGreen(rig.key("btn_pvw1")));
-    QVERIFY(isOff(rig.key("btn_auto")));
+    checkAutoRun(rig, payload({{0, 1}, {1, 2}, {10, 1}, {20, 2}}), 139);
 }
 
 void TestRvx5310::tbarStrokes()
 {
-    Rig rig;
-    rig.state(hex("0102"));
-    QSlider *tbar = rig.slider("slider_video");
-    tbar->setValue(10);
-    QVERIFY(isRed(rig.key("btn_auto")));
-    tbar->setValue(127);
-    QVERIFY(isOff(rig.key("btn_auto")));
-    QVERIFY(isRed(rig.key("btn_pgm2")) && isGreen(rig.key("btn_pvw1")));
-    tbar->setValue(27);
-    tbar->setValue(0);
-    QVERIFY(isRed(rig.key("btn_pgm1")) && isGreen(rig.key("btn_pvw2")));
-    QCOMPARE(rig.sent(), hexList("a56c1600a5ff0100000000000000000082010a5903ae "
-                                 "a56c1600a5ff01000000000000000000820180cf03ae "
-                                 "a56c1600a5ff010000000000000000008200004e03ae "
-                                 "a56c1600a5ff01000000000000000000820064b203ae "
-                                 "a56c1600a5ff01000000000000000000820080ce03ae "
-                                 "a56c1600a5ff010000000000000000008201004f03ae"));
+    checkTbarStrokes<Rig>();
 }
 
 void TestRvx5310::resoHidesTheFormatList()
@@ -406,22 +340,7 @@ void TestRvx5310::keyboardAsClicks()
     QFETCH(int, key);
     QFETCH(int, modifiers);
     QFETCH(QString, click);
-    auto lamps = [](Rig &rig) {
-        QStringList out;
-        for (QPushButton *k : rig.panel.findChildren<QPushButton *>())
-            out << k->objectName() + QLatin1Char('=') + k->styleSheet();
-        return out;
-    };
-    Rig byKey;
-    Rig byClick;
-    for (Rig *rig : {&byKey, &byClick})
-        rig->state(hex("0102"));
-    QTest::keyClick(&byKey.panel, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
-    if (!click.isEmpty())
-        byClick.press(click);
-    QCOMPARE(byKey.sent(), byClick.sent());
-    QCOMPARE(lamps(byKey), lamps(byClick));
-    QVERIFY(byKey.panel.isVisible());
+    checkKeyAsClick<Rig>(key, modifiers, click);
 }
 
 void TestRvx5310::fieldsKeepTheirKeys()

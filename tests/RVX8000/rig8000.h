@@ -3,18 +3,22 @@
 // What the 8000-series widget tests share: the frames a link built, the key lamps by colour,
 // state payloads changed from a unit at rest, and a rig around a whole panel bound to A5 FF.
 #include "SwitcherData/rvx5all_workdata.h"
+#include "testframes.h"
 
 #include <QAbstractButton>
 #include <QByteArray>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QList>
 #include <QPushButton>
+#include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QString>
 #include <QTimer>
 #include <QWidget>
 #include <QtTest>
+#include <functional>
 #include <initializer_list>
 #include <utility>
 
@@ -81,6 +85,30 @@ inline bool litWhilePressed(QPushButton *key)
     return lit;
 }
 
+// A press of a settings key: lit for `waitMs`, then unlit, with `frames` (hex) on the wire
+// `spy` watches.
+inline void checkFlash(QPushButton *key, int waitMs, QSignalSpy &spy, const QByteArray &frames)
+{
+    QElapsedTimer took;
+    took.start();
+    QVERIFY(litWhilePressed(key));
+    QVERIFY(took.elapsed() >= waitMs * 95 / 100);
+    QCOMPARE(key->styleSheet(), Unlit);
+    QCOMPARE(takeFrames(spy), hexList(frames));
+}
+
+// The `count` keys under `parent` take no focus and are no default: Space or Return on the
+// keyboard never presses one behind the operator's back.
+inline void checkKeysLeaveTheKeyboard(QWidget *parent, int count)
+{
+    const QList<QPushButton *> keys = parent->findChildren<QPushButton *>();
+    QCOMPARE(keys.size(), count);
+    for (QPushButton *key : keys) {
+        QVERIFY2(!key->isDefault() && !key->autoDefault(), qPrintable(key->objectName()));
+        QCOMPARE(key->focusPolicy(), Qt::NoFocus);
+    }
+}
+
 // A panel shown and bound to A5 FF (its HIS board E0 FF), with what it sent on binding taken.
 template <class Panel, class Key = QPushButton> struct PanelRig
 {
@@ -110,5 +138,141 @@ template <class Panel, class Key = QPushButton> struct PanelRig
     Panel panel;
     QSignalSpy spy{panel.link(), &RVX5ALL_workdata::showCurrentData};
 };
+
+// The checks the panels with PGM and PVW rows share. Each is a whole test's body over a fresh
+// rig of the panel's own.
+
+// Whatever a unit or a stranger reports, of any length: shown or ignored, never answered.
+// `fix` may set bytes that would otherwise be answered.
+template <class Rig>
+void checkRandomPayloadsSendNothing(quint32 seed, int count,
+                                    const std::function<void(QByteArray &)> &fix = {})
+{
+    Rig rig;
+    QRandomGenerator random(seed);
+    for (int i = 0; i < count; ++i) {
+        QByteArray data(int(random.bounded(40)), Qt::Uninitialized);
+        for (char &c : data)
+            c = char(random.bounded(256));
+        if (fix)
+            fix(data);
+        rig.state(data);
+    }
+    QCOMPARE(rig.sent(), QList<QByteArray>());
+}
+
+// FTB reported on (`ftbOn`) blinks; off (`ftbOff`) is shown, but the blink started goes on
+// until FTB is pressed twice.
+template <class Rig> void checkFtbStateRule(const QByteArray &ftbOn, const QByteArray &ftbOff)
+{
+    Rig rig;
+    rig.state(ftbOn);
+    QVERIFY(rig.panel.ftbBlinking());
+    rig.state(ftbOff);
+    QVERIFY(isOff(rig.key("btn_ftb")));
+    QVERIFY(rig.panel.ftbBlinking());
+    rig.press("btn_ftb");
+    QVERIFY(isRed(rig.key("btn_ftb")));
+    QVERIFY(rig.panel.ftbBlinking());
+    rig.press("btn_ftb");
+    QVERIFY(!rig.panel.ftbBlinking());
+    QVERIFY(isOff(rig.key("btn_ftb")));
+}
+
+// CUT lights for a moment and swaps the buses; with PIP on (`pipOn` goes out) a CUT changes
+// the inset and the buses stay.
+template <class Rig> void checkCutLampAndInset(const char *pipOn)
+{
+    Rig rig;
+    rig.state(hex("0102"));
+    rig.press("btn_cut");
+    QVERIFY(isRed(rig.key("btn_cut")));
+    QVERIFY(isRed(rig.key("btn_pgm2")) && isGreen(rig.key("btn_pvw1")));
+    QTRY_VERIFY(isOff(rig.key("btn_cut")));
+    rig.press("btn_pip btn_cut");
+    QVERIFY(isRed(rig.key("btn_pgm2")) && isGreen(rig.key("btn_pvw1")));
+    QCOMPARE(rig.sent(), hexList(QByteArray(Cut) + ' ' + pipOn + ' ' + Cut));
+}
+
+// AUTO does nothing while the fader stands between its ends.
+template <class Rig> void checkAutoOnlyFromAnEnd()
+{
+    Rig rig;
+    QSlider *tbar = rig.slider("slider_video");
+    tbar->setValue(64);
+    rig.sent();
+    rig.press("btn_auto");
+    QCOMPARE(rig.sent(), QList<QByteArray>());
+    QCOMPARE(tbar->value(), 64);
+}
+
+// AUTO after `state` (PGM 1, PVW 2, PIP on): the run reaches `top`, the fader comes back to
+// its full range at the top, the unit hears AUTO only, and the buses change places although
+// PIP is on.
+template <class Rig> void checkAutoRun(Rig &rig, const QByteArray &state, int top)
+{
+    rig.state(state);
+    QSlider *tbar = rig.slider("slider_video");
+    int highest = 0;
+    // The run's own travel, before the fader gets its full range back.
+    const QMetaObject::Connection watch =
+        QObject::connect(tbar, &QSlider::valueChanged, tbar, [&highest, tbar](int v) {
+            if (tbar->maximum() != 127)
+                highest = qMax(highest, v);
+        });
+    rig.press("btn_auto");
+    QObject::disconnect(watch);
+    QCOMPARE(highest, top);
+    QCOMPARE(tbar->maximum(), 127);
+    QCOMPARE(tbar->value(), 127);
+    QCOMPARE(rig.sent(), hexList(Auto));
+    QVERIFY(isRed(rig.key("btn_pgm2")) && isGreen(rig.key("btn_pvw1")));
+    QVERIFY(isOff(rig.key("btn_auto")));
+}
+
+// T-bar strokes: away from an end lights AUTO, an end reached swaps the buses; each move goes
+// out as the fader's value.
+template <class Rig> void checkTbarStrokes()
+{
+    Rig rig;
+    rig.state(hex("0102"));
+    QSlider *tbar = rig.slider("slider_video");
+    tbar->setValue(10);
+    QVERIFY(isRed(rig.key("btn_auto")));
+    tbar->setValue(127);
+    QVERIFY(isOff(rig.key("btn_auto")));
+    QVERIFY(isRed(rig.key("btn_pgm2")) && isGreen(rig.key("btn_pvw1")));
+    tbar->setValue(27);
+    tbar->setValue(0);
+    QVERIFY(isRed(rig.key("btn_pgm1")) && isGreen(rig.key("btn_pvw2")));
+    QCOMPARE(rig.sent(), hexList("a56c1600a5ff0100000000000000000082010a5903ae "
+                                 "a56c1600a5ff01000000000000000000820180cf03ae "
+                                 "a56c1600a5ff010000000000000000008200004e03ae "
+                                 "a56c1600a5ff01000000000000000000820064b203ae "
+                                 "a56c1600a5ff01000000000000000000820080ce03ae "
+                                 "a56c1600a5ff010000000000000000008201004f03ae"));
+}
+
+// A key of the keyboard does what the click on `click` (none: nothing) does, on the wire and
+// on every lamp.
+template <class Rig> void checkKeyAsClick(int key, int modifiers, const QString &click)
+{
+    auto lamps = [](Rig &rig) {
+        QStringList out;
+        for (QPushButton *k : rig.panel.template findChildren<QPushButton *>())
+            out << k->objectName() + QLatin1Char('=') + k->styleSheet();
+        return out;
+    };
+    Rig byKey;
+    Rig byClick;
+    for (Rig *rig : {&byKey, &byClick})
+        rig->state(hex("0102"));
+    QTest::keyClick(&byKey.panel, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+    if (!click.isEmpty())
+        byClick.press(click);
+    QCOMPARE(byKey.sent(), byClick.sent());
+    QCOMPARE(lamps(byKey), lamps(byClick));
+    QVERIFY(byKey.panel.isVisible());
+}
 
 } // namespace Rig8000

@@ -7,7 +7,6 @@
 
 #include <QDateTime>
 #include <QDialog>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -142,13 +141,7 @@ void TestSet::keysFlashForTheirWait()
     QFETCH(QByteArray, frames);
 
     Rig rig;
-    QPushButton *button = rig.key(key.constData());
-    QElapsedTimer took;
-    took.start();
-    QVERIFY(litWhilePressed(button));
-    QVERIFY(took.elapsed() >= waitMs * 95 / 100);
-    QCOMPARE(button->styleSheet(), Unlit);
-    QCOMPARE(rig.sent(), hexList(frames));
+    checkFlash(rig.key(key.constData()), waitMs, rig.spy, frames);
     QCOMPARE(rig.size.count(), 0);
 }
 
@@ -166,12 +159,7 @@ void TestSet::keyboardClicksNoKey()
 {
     Rig rig;
     rig.strip->setPIP_size_unlock_falg_slots(true);
-    const QList<QPushButton *> keys = rig.strip->findChildren<QPushButton *>();
-    QCOMPARE(keys.size(), 9);
-    for (QPushButton *key : keys) {
-        QVERIFY2(!key->isDefault() && !key->autoDefault(), qPrintable(key->objectName()));
-        QCOMPARE(key->focusPolicy(), Qt::NoFocus);
-    }
+    checkKeysLeaveTheKeyboard(rig.strip, 9);
     // Return in the host's field commits the field and nothing else.
     QSignalSpy committed(rig.field, &QSpinBox::editingFinished);
     rig.field->setFocus();

@@ -5,7 +5,6 @@
 #include "rig8000.h"
 #include "testframes.h"
 
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -149,13 +148,7 @@ void TestSetDialog::keysFlashForTheirWait()
     QFETCH(QByteArray, frames);
 
     Rig rig;
-    QPushButton *button = rig.key(key.constData());
-    QElapsedTimer took;
-    took.start();
-    QVERIFY(litWhilePressed(button));
-    QVERIFY(took.elapsed() >= waitMs * 95 / 100);
-    QCOMPARE(button->styleSheet(), Unlit);
-    QCOMPARE(rig.sent(), hexList(frames));
+    checkFlash(rig.key(key.constData()), waitMs, rig.spy, frames);
     QCOMPARE(rig.size.count() + rig.rate.count() + rig.reso.count(), 0);
 }
 
@@ -186,13 +179,7 @@ void TestSetDialog::keyboardClicksNoKey()
     Rig rig;
     rig.dialog.setPIP_size_unlock_falg_slots(true);
     rig.dialog.activateWindow();
-    const QList<QPushButton *> keys = rig.dialog.findChildren<QPushButton *>();
-    QCOMPARE(keys.size(), 9);
-    for (QPushButton *key : keys) {
-        QVERIFY2(!key->isDefault() && !key->autoDefault(), qPrintable(key->objectName()));
-        // Space on a focused key would press it behind the operator's back.
-        QCOMPARE(key->focusPolicy(), Qt::NoFocus);
-    }
+    checkKeysLeaveTheKeyboard(&rig.dialog, 9);
     for (Qt::Key k : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space})
         QTest::keyClick(&rig.dialog, k);
     QVERIFY(rig.sent().isEmpty());
