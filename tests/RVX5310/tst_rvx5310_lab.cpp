@@ -1,6 +1,7 @@
 // End to end in the lab: the search window opens an emulated RVX5310; the panel shows the
 // unit's state; a bus change and a CUT, PIP with its size and the output format change the
 // unit; after the panel has been told otherwise, DS reads the unit's state back.
+#include "../RVX8000/lab8000.h"
 #include "RVX5310/rvx5310dialog.h"
 #include "RVX8000/pip_body.h"
 #include "RVX8000/resobody.h"
@@ -37,25 +38,12 @@ private slots:
 
 void TestRvx5310Lab::openChangeReadBack()
 {
-    const QStringList units = qEnvironmentVariable("LAB_UNITS").split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    QCOMPARE(units.size(), 1);
-    const QString unit = units.first();
-
     showsearch window;
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QListWidget *list = window.deviceList();
-    QTRY_COMPARE_WITH_TIMEOUT(list->count(), 1, 10000);
-    const QPoint at = list->visualItemRect(list->item(0)).center();
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
-
+    QString unit;
     QPointer<RVX5310Dialog> panel;
-    for (QWidget *w : QApplication::topLevelWidgets())
-        if (auto *p = qobject_cast<RVX5310Dialog *>(w))
-            panel = p;
-    QVERIFY(panel);
-    QVERIFY(panel->isVisible());
+    Lab8000::openOnlyUnit(window, unit, panel);
+    if (QTest::currentTestFailed())
+        return;
     QVERIFY(!window.isVisible());
     auto key = [&panel](const char *name) { return panel->findChild<QPushButton *>(QLatin1String(name)); };
 

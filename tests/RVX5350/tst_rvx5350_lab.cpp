@@ -1,6 +1,7 @@
 // End to end in the lab: the search window opens an emulated RVX5350; the panel shows the
 // unit's input, and the other input, a RESO press and a drag of the PIP preview change the
 // unit, which a state read (DS) brings back after the panel has been told otherwise.
+#include "../RVX8000/lab8000.h"
 #include "RVX5350/rvx5350.h"
 #include "RVX8000/pipgro.h"
 #include "SwitcherData/rvx5all_workdata.h"
@@ -23,26 +24,12 @@ private slots:
 
 void TestRvx5350Lab::openChangeReadBack()
 {
-    const QStringList units = qEnvironmentVariable("LAB_UNITS").split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    QCOMPARE(units.size(), 1);
-    const QString unit = units.first();
-
     showsearch window;
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QListWidget *list = window.deviceList();
-    QTRY_COMPARE_WITH_TIMEOUT(list->count(), 1, 10000);
-    QListWidgetItem *item = list->item(0);
-    const QPoint at = list->visualItemRect(item).center();
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
-
+    QString unit;
     QPointer<RVX5350> panel;
-    for (QWidget *w : QApplication::topLevelWidgets())
-        if (auto *p = qobject_cast<RVX5350 *>(w))
-            panel = p;
-    QVERIFY(panel);
-    QVERIFY(panel->isVisible());
+    Lab8000::openOnlyUnit(window, unit, panel);
+    if (QTest::currentTestFailed())
+        return;
     QSignalSpy states(panel->link(), &RVX5ALL_workdata::on_signals_3210Data);
     QTRY_VERIFY_WITH_TIMEOUT(states.count() >= 1, 5000);
     // The unit has one of its two inputs on air, and the panel shows which.
@@ -63,16 +50,7 @@ void TestRvx5350Lab::openChangeReadBack()
 
     // Drag the preview box by the mouse: 90 right, 50 down.
     PIPGro *box = panel->pipBox();
-    const QPoint grab = box->mapToGlobal(QPoint(10, 10));
-    QMouseEvent press(QEvent::MouseButtonPress, QPoint(10, 10), grab, Qt::LeftButton, Qt::LeftButton,
-                      Qt::NoModifier);
-    QApplication::sendEvent(box, &press);
-    QMouseEvent move(QEvent::MouseMove, QPoint(100, 60), grab + QPoint(90, 50), Qt::NoButton, Qt::LeftButton,
-                     Qt::NoModifier);
-    QApplication::sendEvent(box, &move);
-    QMouseEvent release(QEvent::MouseButtonRelease, QPoint(100, 60), grab + QPoint(90, 50), Qt::LeftButton,
-                        Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(box, &release);
+    Lab8000::drag(box, QPoint(90, 50));
     const QPoint dragged = box->pos();
     QTRY_VERIFY_WITH_TIMEOUT(LabState::logCount(QStringLiteral("^rx unit=%1 .*cmd=0xa1").arg(unit)) >= 1,
                              5000);

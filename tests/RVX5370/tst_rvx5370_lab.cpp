@@ -1,6 +1,7 @@
 // End to end in the lab: the search window opens an emulated RVX5370; the panel shows the
 // unit's state and serial, and a drag of the PIP preview moves the unit's PIP, which a state
 // read (DS) brings back after the panel has been told otherwise.
+#include "../RVX8000/lab8000.h"
 #include "RVX5370/rvx5370.h"
 #include "RVX8000/pipgro.h"
 #include "RVX8000/setdialog.h"
@@ -24,26 +25,12 @@ private slots:
 
 void TestRvx5370Lab::openShowDragReadBack()
 {
-    const QStringList units = qEnvironmentVariable("LAB_UNITS").split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    QCOMPARE(units.size(), 1);
-    const QString unit = units.first();
-
     showsearch window;
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QListWidget *list = window.deviceList();
-    QTRY_COMPARE_WITH_TIMEOUT(list->count(), 1, 10000);
-    QListWidgetItem *item = list->item(0);
-    const QPoint at = list->visualItemRect(item).center();
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
-
+    QString unit;
     QPointer<RVX5370> panel;
-    for (QWidget *w : QApplication::topLevelWidgets())
-        if (auto *p = qobject_cast<RVX5370 *>(w))
-            panel = p;
-    QVERIFY(panel);
-    QVERIFY(panel->isVisible());
+    Lab8000::openOnlyUnit(window, unit, panel);
+    if (QTest::currentTestFailed())
+        return;
     QVERIFY(!window.isVisible());
 
     // The first state read answers with the long reply: its serial reaches SET, its state the panel.
@@ -63,16 +50,7 @@ void TestRvx5370Lab::openShowDragReadBack()
     // Drag the preview box by the mouse, the way an operator does: 60 right, 40 down.
     PIPGro *box = panel->pipBox();
     const QPoint start = box->pos();
-    const QPoint grab = box->mapToGlobal(QPoint(10, 10));
-    QMouseEvent press(QEvent::MouseButtonPress, QPoint(10, 10), grab, Qt::LeftButton, Qt::LeftButton,
-                      Qt::NoModifier);
-    QApplication::sendEvent(box, &press);
-    QMouseEvent move(QEvent::MouseMove, QPoint(70, 50), grab + QPoint(60, 40), Qt::NoButton, Qt::LeftButton,
-                     Qt::NoModifier);
-    QApplication::sendEvent(box, &move);
-    QMouseEvent release(QEvent::MouseButtonRelease, QPoint(70, 50), grab + QPoint(60, 40), Qt::LeftButton,
-                        Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(box, &release);
+    Lab8000::drag(box, QPoint(60, 40));
     const QPoint dragged = box->pos();
     QVERIFY(dragged != start);
     QTRY_VERIFY_WITH_TIMEOUT(LabState::logCount(QStringLiteral("^rx unit=%1 .*cmd=0xa1").arg(unit)) >= 1,
