@@ -145,12 +145,14 @@ template <typename Link> void sharedWireRows()
         "a56c2000e0ff01000000000000000000240000000000000000000000003503ae", &W::SendCMD_Read_His_IP);
 }
 
-// Runs one wire row: the label logged (or, for "-", no line of the link's category), the frames
-// shown, and the same frames on the board they are meant for, none on the other.
-template <typename Link>
-void checkOnTheWire(Rig<Link> &rig, const char *category, const Call<Link> &call, const QString &label,
-                    const QByteArray &frames)
+// Runs the current row of a wire table (see wireColumns) on a link logging under `category`: the label logged
+// (or, for "-", no line of the link's category), the frames shown, and the same frames on the board they are
+// meant for, none on the other.
+template <typename Link> void checkOnTheWire(Rig<Link> &rig, const char *category)
 {
+    QFETCH(Call<Link>, call);
+    QFETCH(QString, label);
+    QFETCH(QByteArray, frames);
     const QByteArrayList expected = hexList(frames);
     QSignalSpy shown(rig.link.get(), &Link::showCurrentData);
 
@@ -230,13 +232,16 @@ template <typename Link> void deliver(Rig<Link> &rig, const QByteArrayList &data
     QTRY_VERIFY(!socket->hasPendingDatagrams());
 }
 
-// What the link signals for the datagrams, in the order it signals: "<signal>:<hex payload>",
-// with signal one of state, serial, his, url, 3410.
-template <typename Link> void decode(Rig<Link> &rig, const QByteArrayList &datagrams, QStringList *got)
+// Runs the current row of a decode table (see sharedDecodeRows): what the link signals for the
+// datagrams, in the order it signals, as "<signal>:<hex payload>" with signal one of state,
+// serial, his, url, 3410.
+template <typename Link> void checkDecode(Rig<Link> &rig)
 {
+    QFETCH(QByteArrayList, datagrams);
+    QStringList got;
     QObject context;
-    auto record = [got](const char *name) {
-        return [got, name](const QByteArray &d) { *got << QString::fromLatin1(name) + ':' + d.toHex(); };
+    auto record = [&got](const char *name) {
+        return [&got, name](const QByteArray &d) { got << QString::fromLatin1(name) + ':' + d.toHex(); };
     };
     using W = Link;
     QObject::connect(rig.link.get(), &W::on_signals_3210Data, &context, record("state"));
@@ -245,6 +250,7 @@ template <typename Link> void decode(Rig<Link> &rig, const QByteArrayList &datag
     QObject::connect(rig.link.get(), &W::on_signals_3210HIS_URL_Data, &context, record("url"));
     QObject::connect(rig.link.get(), &W::on_signals_3410Data, &context, record("3410"));
     deliver(rig, datagrams);
+    QTEST(got, "signals");
 }
 
 inline QStringList emits(const char *signal, const QByteArray &payload)

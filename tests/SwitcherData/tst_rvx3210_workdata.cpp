@@ -21,13 +21,13 @@ private slots:
     void cleanup() { m_rig.close(); }
 
     void commandOnTheWire_data();
-    void commandOnTheWire();
+    void commandOnTheWire() { LinkTest::checkOnTheWire(m_rig, "kova.rvx3210"); }
     void setIpMovesLaterCommands() { LinkTest::checkSetIpMovesLaterCommands(m_rig); }
     void setHisIpStoresTextsAndMoves();
     void urlFrame();
 
     void decode_data();
-    void decode();
+    void decode() { LinkTest::checkDecode(m_rig); }
     void stallAt1057();
     void releasePortFreesIt();
 
@@ -77,14 +77,6 @@ void TestRvx3210Link::commandOnTheWire_data()
         [](W &w) { w.SendCMD_Set_HIS_DNS(hex("08080404"), "8.8.4.4"); });
 }
 
-void TestRvx3210Link::commandOnTheWire()
-{
-    QFETCH(Call, call);
-    QFETCH(QString, label);
-    QFETCH(QByteArray, frames);
-    LinkTest::checkOnTheWire(m_rig, "kova.rvx3210", call, label, frames);
-}
-
 void TestRvx3210Link::setHisIpStoresTextsAndMoves()
 {
     LinkTest::checkSetHisIpMoves(m_rig, [this](WireCapture &moved) {
@@ -120,14 +112,6 @@ void TestRvx3210Link::decode_data()
         << QByteArrayList{f3410} << emits("3410", f3410) + emits("state", Record);
     const QByteArray other3410 = reply(0xA5FF, 0x30, hex("01"), 0x27);
     QTest::newRow("rvx3410 other frame") << QByteArrayList{other3410} << emits("3410", other3410);
-}
-
-void TestRvx3210Link::decode()
-{
-    QFETCH(QByteArrayList, datagrams);
-    QStringList got;
-    LinkTest::decode(m_rig, datagrams, &got);
-    QTEST(got, "signals");
 }
 
 void TestRvx3210Link::stallAt1057()

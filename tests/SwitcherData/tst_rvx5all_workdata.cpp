@@ -22,12 +22,12 @@ private slots:
     void cleanup() { m_rig.close(); }
 
     void commandOnTheWire_data();
-    void commandOnTheWire();
+    void commandOnTheWire() { LinkTest::checkOnTheWire(m_rig, "kova.rvx5all"); }
     void setIpMovesLaterCommands() { LinkTest::checkSetIpMovesLaterCommands(m_rig); }
     void hisAddressAndDns();
 
     void decode_data();
-    void decode();
+    void decode() { LinkTest::checkDecode(m_rig); }
 
 private:
     LinkTest::Rig<Link> m_rig;
@@ -98,14 +98,6 @@ void TestRvx5AllWorkdata::commandOnTheWire_data()
         "a56c1500e0ff010000000000000000006a037303ae", [](W &w) { w.SendCMD_Read_Url(3); });
 }
 
-void TestRvx5AllWorkdata::commandOnTheWire()
-{
-    QFETCH(Call, call);
-    QFETCH(QString, label);
-    QFETCH(QByteArray, frames);
-    LinkTest::checkOnTheWire(m_rig, "kova.rvx5all", call, label, frames);
-}
-
 void TestRvx5AllWorkdata::hisAddressAndDns()
 {
     m_rig.link->SendCMD_Set_HIS_DNS(hex("08080404"), "8.8.4.4");
@@ -128,14 +120,6 @@ void TestRvx5AllWorkdata::decode_data()
     // The 8000 series drops a long reply that has no record piece.
     QTest::newRow("long form of exactly 17 pieces is dropped")
         << QByteArrayList{LinkTest::stateReply(LinkTest::longBody("SN-0042", 17) + "x")} << QStringList{};
-}
-
-void TestRvx5AllWorkdata::decode()
-{
-    QFETCH(QByteArrayList, datagrams);
-    QStringList got;
-    LinkTest::decode(m_rig, datagrams, &got);
-    QTEST(got, "signals");
 }
 
 QTEST_GUILESS_MAIN(TestRvx5AllWorkdata)
