@@ -2,6 +2,7 @@
 
 #include "emulatorlog.h"
 #include "familyregistry.h"
+#include "nextdatagram.h"
 #include "unitplan.h"
 
 #include <QDir>
@@ -118,17 +119,11 @@ void EmulatedUnit::answerSearch(const QHostAddress &to, quint16 port)
 void EmulatedUnit::readPending(Board board)
 {
     QUdpSocket *socket = board == Board::Main ? m_main : m_his;
-    while (socket->hasPendingDatagrams()) {
-        const qint64 size = socket->pendingDatagramSize();
-        QByteArray datagram(int(qMax<qint64>(size, 0)), '\0');
-        QHostAddress from;
-        quint16 port = 0;
-        const qint64 got = socket->readDatagram(datagram.data(), datagram.size(), &from, &port);
-        if (got < 0)
-            break;
-        datagram.truncate(int(got));
+    QByteArray datagram;
+    QHostAddress from;
+    quint16 port = 0;
+    while (socket->hasPendingDatagrams() && nextDatagram(socket, &datagram, &from, &port))
         receive(board, datagram, from, port);
-    }
 }
 
 void EmulatedUnit::receive(Board board, const QByteArray &datagram, const QHostAddress &from, quint16 port)

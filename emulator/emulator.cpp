@@ -2,6 +2,7 @@
 
 #include "emuframe.h"
 #include "emulatorlog.h"
+#include "nextdatagram.h"
 
 #include <QUdpSocket>
 
@@ -35,15 +36,10 @@ bool Emulator::start(QString *error)
 
 void Emulator::readBroadcast()
 {
-    while (m_wildcard->hasPendingDatagrams()) {
-        const qint64 size = m_wildcard->pendingDatagramSize();
-        QByteArray datagram(int(qMax<qint64>(size, 0)), '\0');
-        QHostAddress from;
-        quint16 port = 0;
-        const qint64 got = m_wildcard->readDatagram(datagram.data(), datagram.size(), &from, &port);
-        if (got < 0)
-            break;
-        datagram.truncate(int(got));
+    QByteArray datagram;
+    QHostAddress from;
+    quint16 port = 0;
+    while (m_wildcard->hasPendingDatagrams() && nextDatagram(m_wildcard, &datagram, &from, &port)) {
         m_log->line(EmulatorLog::frameLine("rx", QStringLiteral("*"), QStringLiteral("any"), datagram,
                                            QStringLiteral("from"),
                                            QStringLiteral("%1:%2").arg(from.toString()).arg(port)));
