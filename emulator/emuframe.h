@@ -52,6 +52,9 @@ struct Parsed
 // One datagram is one frame; anything else is reported as not framed.
 Parsed parse(const QByteArray &datagram);
 
+// A code as the log and state files name it: "0x0a".
+QString hexByte(int v);
+
 // Lower-case hexadecimal without separators ("0a0b0c"), as the log and state files use.
 QString hex(const QByteArray &bytes);
 

@@ -8,6 +8,8 @@
 
 namespace {
 
+using EmuFrame::hexByte;
+
 constexpr uint8_t CmdReadState = 0x49;
 constexpr uint8_t CmdSetAddress = 0x05;
 constexpr int LeverTop = 125;
@@ -15,11 +17,6 @@ constexpr int LeverTop = 125;
 int word(const QByteArray &data)
 {
     return EmuFrame::byteAt(data, 0) | (EmuFrame::byteAt(data, 1) << 8);
-}
-
-QString hexByte(int v)
-{
-    return QStringLiteral("0x%1").arg(v, 2, 16, QLatin1Char('0'));
 }
 
 QString wipeName(int pattern)
@@ -60,9 +57,7 @@ QList<Reply> Rvx3220Behaviour::handle(Board board, uint8_t command, const QByteA
     m_decoded = command == CmdReadState ? QStringLiteral("read state") : apply(command, data);
     if (m_decoded.isEmpty()) {
         m_decoded = QStringLiteral("unknown ") + hexByte(command);
-        // Each code once: a stream of unknown frames must not grow the unit or its state file.
-        if (!m_unknown.contains(hexByte(command)))
-            m_unknown << hexByte(command);
+        noteUnknown(hexByte(command));
     }
     // Beside the frame log (which has the bytes), what the unit made of them.
     qInfo().noquote() << "decoded unit=" + unit().mainIp.toString() << m_decoded;
@@ -239,8 +234,7 @@ StateLines Rvx3220Behaviour::state() const
     };
     if (!m_requestedIp.isEmpty())
         lines.append({"requested_ip", m_requestedIp});
-    if (!m_unknown.isEmpty())
-        lines.append({"unknown", m_unknown.join(QLatin1Char(' '))});
+    appendUnknown(lines);
     return lines;
 }
 

@@ -4,7 +4,6 @@
 
 #include <QMap>
 #include <QString>
-#include <QStringList>
 #include <cstdint>
 
 // An RVX3220 unit: a main board only. It takes every panel command and keeps the state the
@@ -63,5 +62,4 @@ private:
     int m_popV = 0;
     QString m_requestedIp;
     QString m_decoded;
-    QStringList m_unknown;
 };

@@ -40,11 +40,6 @@ template <size_t N> bool contains(const uint8_t (&table)[N], uint8_t value)
     return false;
 }
 
-QString hexByte(uint8_t b)
-{
-    return QStringLiteral("0x%1").arg(b, 2, 16, QLatin1Char('0'));
-}
-
 } // namespace
 
 Rvx5AllBehaviour::Model Rvx5AllBehaviour::modelOf(uint8_t childType)
@@ -142,9 +137,7 @@ void Rvx5AllBehaviour::putBar(int busField, uint8_t on, uint8_t *kept)
 
 void Rvx5AllBehaviour::unknownCommand(Board board, uint8_t command)
 {
-    const QString code = (board == Board::His ? QStringLiteral("his:") : QString()) + hexByte(command);
-    if (!m_unknown.contains(code))
-        m_unknown << code;
+    noteUnknown((board == Board::His ? QStringLiteral("his:") : QString()) + EmuFrame::hexByte(command));
 }
 
 bool Rvx5AllBehaviour::applyMain(uint8_t command, const QByteArray &data)
@@ -272,8 +265,7 @@ StateLines Rvx5AllBehaviour::state() const
     lines.append({"pop_v", num(m_popV)});
     lines.append({"rotate", num(m_rotated)});
     lines.append({"resets", num(m_resets)});
-    if (!m_unknown.isEmpty())
-        lines.append({"unknown", m_unknown.join(QLatin1Char(' '))});
+    appendUnknown(lines);
     return lines;
 }
 

@@ -2,8 +2,6 @@
 
 #include "recordbehaviour.h"
 
-#include <QStringList>
-
 // An 8000-series unit (RVX5310, RVX5370, RVX5350). Its state record has the RVX3210 layout up
 // to the output format and reports audio mute at byte 24, 25 bytes in all:
 //   0 PGM, 1 PVW (1-4, 9 = bar; the RVX5350 has inputs 1 and 2 only), 2 AFV 0 / MIX 1,
@@ -77,5 +75,4 @@ private:
     uint8_t m_pvwBeforeBar = 2;
     bool m_rotated = false;
     int m_resets = 0;
-    QStringList m_unknown; // each unknown code once, so a stream of them stays bounded
 };

@@ -45,3 +45,15 @@ void UnitBehaviour::stateChanged()
     if (m_changed)
         m_changed();
 }
+
+void UnitBehaviour::noteUnknown(const QString &code)
+{
+    if (!m_unknown.contains(code))
+        m_unknown << code;
+}
+
+void UnitBehaviour::appendUnknown(StateLines &lines) const
+{
+    if (!m_unknown.isEmpty())
+        lines.append({"unknown", m_unknown.join(QLatin1Char(' '))});
+}

@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QPair>
 #include <QString>
+#include <QStringList>
 #include <functional>
 
 // Which of a unit's two network endpoints a frame arrived at or leaves from.
@@ -65,8 +66,14 @@ protected:
     void send(const Reply &reply);
     void stateChanged();
 
+    // A code the unit did not know, kept once: a stream of unknown frames must not grow the
+    // unit or its state file. appendUnknown() lists them under "unknown".
+    void noteUnknown(const QString &code);
+    void appendUnknown(StateLines &lines) const;
+
 private:
     UnitConfig m_unit;
     std::function<void(const Reply &)> m_send;
     std::function<void()> m_changed;
+    QStringList m_unknown;
 };
