@@ -151,24 +151,6 @@ QString Rvx3220Behaviour::apply(uint8_t command, const QByteArray &data)
         if (m_pop)
             m_pip = 0;
         return QStringLiteral("POP %1").arg(d1);
-    case 0xA8:
-        m_popWindow = d1;
-        return QStringLiteral("POP window %1").arg(d1);
-    case 0xA9:
-        m_popBorder = d1;
-        return QStringLiteral("POP border %1").arg(d1);
-    case 0xAA:
-        m_popColor = d1;
-        return QStringLiteral("POP colour %1").arg(d1);
-    case 0xAB:
-        m_popWidth = d1;
-        return QStringLiteral("POP width %1").arg(d1);
-    case 0xAC:
-        m_popH = word(data);
-        return QStringLiteral("POP H %1").arg(m_popH);
-    case 0xAD:
-        m_popV = word(data);
-        return QStringLiteral("POP V %1").arg(m_popV);
     case 0xB8:
         // One code for both channels' volumes: the source code says which.
         m_volumes.insert(d1, d2);
@@ -193,7 +175,7 @@ QString Rvx3220Behaviour::apply(uint8_t command, const QByteArray &data)
                             .arg(EmuFrame::byteAt(data, 3));
         return QStringLiteral("address %1").arg(m_requestedIp);
     default:
-        return QString();
+        return m_popSettings.apply(command, data) ? m_popSettings.describe(command) : QString();
     }
 }
 
@@ -224,14 +206,9 @@ StateLines Rvx3220Behaviour::state() const
         {"pip_h", num(m_pipH)},
         {"pip_v", num(m_pipV)},
         {"pop", num(m_pop)},
-        {"pop_window", num(m_popWindow)},
-        {"pop_border", num(m_popBorder)},
-        {"pop_color", num(m_popColor)},
-        {"pop_width", num(m_popWidth)},
-        {"pop_h", num(m_popH)},
-        {"pop_v", num(m_popV)},
-        {"decoded", m_decoded},
     };
+    m_popSettings.appendState(lines);
+    lines.append({"decoded", m_decoded});
     if (!m_requestedIp.isEmpty())
         lines.append({"requested_ip", m_requestedIp});
     appendUnknown(lines);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "popsettings.h"
 #include "unitbehaviour.h"
 
 #include <QMap>
@@ -54,12 +55,7 @@ private:
     int m_pipH = 0;
     int m_pipV = 0;
     int m_pop = 0;
-    int m_popWindow = 1;
-    int m_popBorder = 0;
-    int m_popColor = 0;
-    int m_popWidth = 2;
-    int m_popH = 0;
-    int m_popV = 0;
+    PopSettings m_popSettings{1, 0, 0, 2, 0, 0};
     QString m_requestedIp;
     QString m_decoded;
 };

@@ -144,7 +144,6 @@ bool Rvx5AllBehaviour::applyMain(uint8_t command, const QByteArray &data)
 {
     const uint8_t d0 = EmuFrame::byteAt(data, 0);
     const uint8_t d1 = EmuFrame::byteAt(data, 1);
-    const int word = d0 | (d1 << 8); // positions arrive low byte first
 
     switch (command) {
     case 0x86:
@@ -191,24 +190,6 @@ bool Rvx5AllBehaviour::applyMain(uint8_t command, const QByteArray &data)
         if (d0)
             setField(PipState, 0);
         break;
-    case 0xA8:
-        m_popWindow = d0;
-        break;
-    case 0xA9:
-        m_popBorder = d0;
-        break;
-    case 0xAA:
-        m_popColor = d0;
-        break;
-    case 0xAB:
-        m_popWidth = d0;
-        break;
-    case 0xAC:
-        m_popH = word;
-        break;
-    case 0xAD:
-        m_popV = word;
-        break;
     case 0xB2:
         m_recording = d0 != 0;
         m_paused = false;
@@ -239,7 +220,7 @@ bool Rvx5AllBehaviour::applyMain(uint8_t command, const QByteArray &data)
         powerUp();
         break;
     default:
-        return applyCommon(command, data);
+        return m_popSettings.apply(command, data) || applyCommon(command, data);
     }
     return true;
 }
@@ -257,12 +238,7 @@ StateLines Rvx5AllBehaviour::state() const
     lines.append({"pause", num(m_paused)});
     lines.append({"stream", num(m_stream)});
     lines.append({"pop", num(m_pop)});
-    lines.append({"pop_window", num(m_popWindow)});
-    lines.append({"pop_border", num(m_popBorder)});
-    lines.append({"pop_color", num(m_popColor)});
-    lines.append({"pop_width", num(m_popWidth)});
-    lines.append({"pop_h", num(m_popH)});
-    lines.append({"pop_v", num(m_popV)});
+    m_popSettings.appendState(lines);
     lines.append({"rotate", num(m_rotated)});
     lines.append({"resets", num(m_resets)});
     appendUnknown(lines);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "popsettings.h"
 #include "recordbehaviour.h"
 
 // An 8000-series unit (RVX5310, RVX5370, RVX5350). Its state record has the RVX3210 layout up
@@ -65,12 +66,7 @@ private:
     bool m_paused = false;
     uint8_t m_stream = 0;
     uint8_t m_pop = 0;
-    uint8_t m_popWindow = 0;
-    uint8_t m_popBorder = 0;
-    uint8_t m_popColor = 0;
-    uint8_t m_popWidth = 0;
-    int m_popH = 0;
-    int m_popV = 0;
+    PopSettings m_popSettings;
     uint8_t m_pgmBeforeBar = 1;
     uint8_t m_pvwBeforeBar = 2;
     bool m_rotated = false;
