@@ -8,6 +8,7 @@
 #include "RVX8000/lampkeys.h"
 #include "RVX8000/panelsetup8000.h"
 #include "RVX8000/pip_body.h"
+#include "RVX8000/report8000.h"
 #include "RVX8000/resobody.h"
 #include "SwitcherData/framecodec.h"
 #include "SwitcherData/protocol.h"
@@ -272,14 +273,9 @@ void RVX5310Dialog::on_toRead_5370Dtat(const QByteArray &data)
     using FrameCodec::byteAt;
     // What the unit reports is shown, never sent back (but for the format list, whose change
     // the unit expects to hear again).
-    m_front->showReport(data, wipeTypeFromReport);
-    if (has(data, State::AudioMode))
-        m_audioMode->show(byteAt(data, State::AudioMode));
-    m_audio->showReport(data);
+    showSharedReport(data, wipeTypeFromReport, m_front, m_audioMode, m_audio, m_insets);
     if (has(data, State::Ftb))
         m_ftbBlink->showReported(m_ftbOn, byteAt(data, State::Ftb) != 0);
-    if (has(data, State::Pip))
-        m_insets->showPip(byteAt(data, State::Pip) != 0);
     if (has(data, State::PipBorderEnable))
         m_pip->set_BorderEnable_Style(byteAt(data, State::PipBorderEnable));
     if (has(data, State::PipBorderColor))

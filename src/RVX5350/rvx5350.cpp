@@ -8,6 +8,7 @@
 #include "RVX8000/lampkeys.h"
 #include "RVX8000/panelsetup8000.h"
 #include "RVX8000/pipgro.h"
+#include "RVX8000/report8000.h"
 #include "RVX8000/set.h"
 #include "SwitcherData/framecodec.h"
 #include "SwitcherData/protocol.h"
@@ -262,12 +263,7 @@ void RVX5350::m_on_toRead_5370Dtat(const QByteArray &data)
     if (has(data, State::Pgm))
         showInput(byteAt(data, State::Pgm));
     // This unit numbers its wipe directions its own way.
-    m_front->showReport(data, wipeTypeFromReport5350);
-    if (has(data, State::AudioMode))
-        m_audioMode->show(byteAt(data, State::AudioMode));
-    m_audio->showReport(data);
-    if (has(data, State::Pip))
-        m_insets->showPip(byteAt(data, State::Pip) != 0);
+    showSharedReport(data, wipeTypeFromReport5350, m_front, m_audioMode, m_audio, m_insets);
     if (has(data, State::PipSize)) {
         const uint8_t size = byteAt(data, State::PipSize);
         setPIPSZ_Style(size);

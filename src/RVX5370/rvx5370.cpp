@@ -9,6 +9,7 @@
 #include "RVX8000/lampkeys.h"
 #include "RVX8000/panelsetup8000.h"
 #include "RVX8000/pipgro.h"
+#include "RVX8000/report8000.h"
 #include "RVX8000/setdialog.h"
 #include "SwitcherData/framecodec.h"
 #include "SwitcherData/protocol.h"
@@ -244,14 +245,9 @@ void RVX5370::setRATE_Style(int rate)
 void RVX5370::m_on_toRead_5370Dtat(const QByteArray &data)
 {
     using FrameCodec::byteAt;
-    m_front->showReport(data, wipeTypeFromReport);
-    if (has(data, State::AudioMode))
-        m_audioMode->show(byteAt(data, State::AudioMode));
-    m_audio->showReport(data);
+    showSharedReport(data, wipeTypeFromReport, m_front, m_audioMode, m_audio, m_insets);
     if (has(data, State::Ftb))
         m_ftbBlink->showReported(m_ftbOn, byteAt(data, State::Ftb) != 0);
-    if (has(data, State::Pip))
-        m_insets->showPip(byteAt(data, State::Pip) != 0);
     if (has(data, State::PipSize)) {
         const uint8_t size = byteAt(data, State::PipSize);
         setPIPSZ_Style(size);
