@@ -152,20 +152,8 @@ void TestRvx5310::insetsAndPipSettings()
 
 void TestRvx5310::sourcesCycleBack()
 {
-    Rig rig;
-    QCOMPARE(rig.text("label_ch1"), QStringLiteral("AUX_IN"));
-    QStringList labels;
-    for (int i = 0; i < 7; ++i) {
-        rig.press("btn_ch1");
-        labels << rig.text("label_ch1");
-    }
-    QCOMPARE(labels, (QStringList{"IN1", "IN2", "IN3", "IN4", "MIC_IN1", "MIC_IN2", "AUX_IN"}));
-    QCOMPARE(rig.sent(),
-             hexList("a56c1500a5ff01000000000000000000b9038703ae a56c1500a5ff01000000000000000000b9048803ae "
-                     "a56c1500a5ff01000000000000000000b9058903ae a56c1500a5ff01000000000000000000b9068a03ae "
-                     "a56c1500a5ff01000000000000000000b9088c03ae a56c1500a5ff01000000000000000000b9008403ae "
-                     "a56c1500a5ff01000000000000000000b9078b03ae"));
-    QVERIFY(isOff(rig.key("btn_ch1")));
+    checkMainSourcesCycleBack<Rig>(QStringLiteral("AUX_IN"),
+                                   {"IN1", "IN2", "IN3", "IN4", "MIC_IN1", "MIC_IN2", "AUX_IN"});
 }
 
 void TestRvx5310::levelsScaled()
@@ -348,10 +336,9 @@ void TestRvx5310::fieldsKeepTheirKeys()
     Rig rig;
     QVERIFY(QTest::qWaitForWindowActive(&rig.panel));
     QCOMPARE(QApplication::focusWidget(), &rig.panel);
-    for (QPushButton *key : rig.panel.findChildren<QPushButton *>()) {
-        QCOMPARE(key->focusPolicy(), Qt::NoFocus);
-        QVERIFY(!key->autoDefault() && !key->isDefault());
-    }
+    checkKeysLeaveTheKeyboard(&rig.panel, -1);
+    if (QTest::currentTestFailed())
+        return;
     rig.press("btn_pip");
     rig.state(payload({{10, 1}, {14, 1}}));
     rig.sent();

@@ -157,20 +157,8 @@ void TestRvx5370::insetsExclusive()
 
 void TestRvx5370::sourcesCycleBack()
 {
-    Rig rig;
-    QCOMPARE(rig.text("label_ch1"), QStringLiteral("PHONE_IN"));
-    QStringList labels;
-    for (int i = 0; i < 7; ++i) {
-        rig.press("btn_ch1");
-        labels << rig.text("label_ch1");
-    }
-    QCOMPARE(labels, (QStringList{"IN1", "IN2", "IN3", "IN4", "MIC_IN1", "MIC_IN2", "PHONE_IN"}));
-    QCOMPARE(rig.sent(),
-             hexList("a56c1500a5ff01000000000000000000b9038703ae a56c1500a5ff01000000000000000000b9048803ae "
-                     "a56c1500a5ff01000000000000000000b9058903ae a56c1500a5ff01000000000000000000b9068a03ae "
-                     "a56c1500a5ff01000000000000000000b9088c03ae a56c1500a5ff01000000000000000000b9008403ae "
-                     "a56c1500a5ff01000000000000000000b9078b03ae"));
-    QVERIFY(isOff(rig.key("btn_ch1")));
+    checkMainSourcesCycleBack<Rig>(QStringLiteral("PHONE_IN"),
+                                   {"IN1", "IN2", "IN3", "IN4", "MIC_IN1", "MIC_IN2", "PHONE_IN"});
 }
 
 void TestRvx5370::levelsUnscaled()
@@ -448,11 +436,7 @@ void TestRvx5370::focusOnOpen()
     Rig rig;
     QVERIFY(QTest::qWaitForWindowActive(&rig.panel));
     QCOMPARE(QApplication::focusWidget(), &rig.panel);
-    // No key takes the focus away from the panel or is pressed by Return.
-    for (QPushButton *key : rig.panel.findChildren<QPushButton *>()) {
-        QCOMPARE(key->focusPolicy(), Qt::NoFocus);
-        QVERIFY(!key->autoDefault() && !key->isDefault());
-    }
+    checkKeysLeaveTheKeyboard(&rig.panel, -1);
 }
 
 void TestRvx5370::anyPayloadSendsNothing()

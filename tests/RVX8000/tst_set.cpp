@@ -119,19 +119,12 @@ void TestSet::pipSizeOnlyWhileUnlocked()
 
 void TestSet::keysFlashForTheirWait_data()
 {
-    QTest::addColumn<QByteArray>("key");
-    QTest::addColumn<int>("waitMs");
-    QTest::addColumn<QByteArray>("frames");
-
-    QTest::newRow("RESET") << QByteArray("btn_reset") << 200
-                           << QByteArray("a56c1400a5ff010000000000000000000bd502ae");
-    QTest::newRow("fan") << QByteArray("btn_fan") << 600 << QByteArray();
-    QTest::newRow("DISK") << QByteArray("btn_disk") << 200 << QByteArray();
-    QTest::newRow("LEUEL") << QByteArray("btn_leuel") << 200 << QByteArray();
-    QTest::newRow("RATE+") << QByteArray("btn_rate_add") << 200 << QByteArray();
-    QTest::newRow("RATE-") << QByteArray("btn_rate_sub") << 200 << QByteArray();
-    QTest::newRow("ADDR+") << QByteArray("btn_addr_add") << 200 << QByteArray();
-    QTest::newRow("ADDR-") << QByteArray("btn_addr_sub") << 200 << QByteArray();
+    flashTable({{"DISK", "btn_disk"},
+                {"LEUEL", "btn_leuel"},
+                {"RATE+", "btn_rate_add"},
+                {"RATE-", "btn_rate_sub"},
+                {"ADDR+", "btn_addr_add"},
+                {"ADDR-", "btn_addr_sub"}});
 }
 
 void TestSet::keysFlashForTheirWait()

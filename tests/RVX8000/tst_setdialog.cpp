@@ -128,17 +128,7 @@ void TestSetDialog::pipSizeOnlyWhileUnlocked()
 
 void TestSetDialog::keysFlashForTheirWait_data()
 {
-    QTest::addColumn<QByteArray>("key");
-    QTest::addColumn<int>("waitMs");
-    QTest::addColumn<QByteArray>("frames");
-
-    QTest::newRow("RESET") << QByteArray("btn_reset") << 200
-                           << QByteArray("a56c1400a5ff010000000000000000000bd502ae");
-    QTest::newRow("fan") << QByteArray("btn_fan") << 600 << QByteArray();
-    QTest::newRow("MicVol") << QByteArray("btn_micvol") << 200 << QByteArray();
-    QTest::newRow("key") << QByteArray("btn_key") << 200 << QByteArray();
-    QTest::newRow("L_1") << QByteArray("btn_l_1") << 200 << QByteArray();
-    QTest::newRow("L_2") << QByteArray("btn_l_2") << 200 << QByteArray();
+    flashTable({{"MicVol", "btn_micvol"}, {"key", "btn_key"}, {"L_1", "btn_l_1"}, {"L_2", "btn_l_2"}});
 }
 
 void TestSetDialog::keysFlashForTheirWait()
