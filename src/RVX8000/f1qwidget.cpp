@@ -16,7 +16,7 @@ void lamp(QPushButton *key, bool lit)
 } // namespace
 
 F1QWidget::F1QWidget(QWidget *parent, RVX5ALL_workdata *model)
-    : QWidget(parent), ui(std::make_unique<Ui::F1QWidget>()), m_model(model)
+    : QWidget(parent), ui(std::make_unique<Ui::F1QWidget>()), m_link(model)
 {
     ui->setupUi(this);
     ui->label_IP->setStyleSheet(QString::fromLatin1(White));

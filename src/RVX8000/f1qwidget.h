@@ -44,5 +44,5 @@ private:
     void flash(void (F1QWidget::*lamp)(bool));
 
     std::unique_ptr<Ui::F1QWidget> ui;
-    [[maybe_unused]] RVX5ALL_workdata *m_model;
+    [[maybe_unused]] RVX5ALL_workdata *m_link;
 };

@@ -41,17 +41,17 @@ const PIPGro::Geometry PIPGro::Geometry5350 = {{{
 PIPGro::PIPGro(RVX5ALL_workdata *model, QWidget *parent) : PIPGro(Geometry5370, model, parent) {}
 
 PIPGro::PIPGro(const Geometry &geometry, RVX5ALL_workdata *model, QWidget *parent)
-    : QToolButton(parent), m_geometry(geometry), m_model(model)
+    : QToolButton(parent), m_geometry(geometry), m_link(model)
 {
     resize(row().box);
 }
 
 void PIPGro::DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5)
 {
-    if (!m_model)
+    if (!m_link)
         return;
-    m_model->get_DevTypeID(ip, b4, b5);
-    m_model->get_HISTypeID(hisIp, h4, h5);
+    m_link->get_DevTypeID(ip, b4, b5);
+    m_link->get_HISTypeID(hisIp, h4, h5);
 }
 
 QPoint PIPGro::clamped(QPoint p) const
@@ -99,12 +99,12 @@ void PIPGro::mouseMoveEvent(QMouseEvent *event)
     const QPoint at = clamped(pos() + event->globalPos() - m_lastGlobal);
     m_lastGlobal = event->globalPos();
     move(at);
-    if (!m_model)
+    if (!m_link)
         return;
     // Every move sends both, even when the box stands at a limit and nothing changed.
     const SizeRow &r = row();
-    m_model->SendCMDPIP_H_Position(uint16_t(truncated(at.x() * r.hFactor / r.hDivisor)));
-    m_model->SendCMDPIP_V_Position(uint16_t(truncated(at.y() * r.vFactor / r.vDivisor)));
+    m_link->SendCMDPIP_H_Position(uint16_t(truncated(at.x() * r.hFactor / r.hDivisor)));
+    m_link->SendCMDPIP_V_Position(uint16_t(truncated(at.y() * r.vFactor / r.vDivisor)));
 }
 
 void PIPGro::mouseReleaseEvent(QMouseEvent *event)

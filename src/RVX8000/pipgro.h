@@ -70,7 +70,7 @@ private:
     QPoint clamped(QPoint p) const;
 
     const Geometry m_geometry;
-    RVX5ALL_workdata *m_model;
+    RVX5ALL_workdata *m_link;
     int m_size = 0;
     bool m_dragging = false;
     QPoint m_lastGlobal;

@@ -5,7 +5,7 @@
 #include "ui_resobody.h"
 
 Resobody::Resobody(QWidget *parent, RVX5ALL_workdata *model)
-    : QWidget(parent), ui(std::make_unique<Ui::Resobody>()), m_model(model)
+    : QWidget(parent), ui(std::make_unique<Ui::Resobody>()), m_link(model)
 {
     ui->setupUi(this);
     for (const Protocol::OutputFormat &format : Protocol::OutputFormats)
@@ -24,7 +24,7 @@ QComboBox *Resobody::formatList() const
 void Resobody::coboxIndexChanged_PGMOUT(int index)
 {
     if (index >= 0 && index < Protocol::OutputFormatCount)
-        m_model->SendCMDF1(index);
+        m_link->SendCMDF1(index);
 }
 
 void Resobody::setPGMState(int code)

@@ -31,5 +31,5 @@ public slots:
 
 private:
     std::unique_ptr<Ui::Resobody> ui;
-    RVX5ALL_workdata *m_model;
+    RVX5ALL_workdata *m_link;
 };

@@ -32,8 +32,8 @@ void SetDialog::on_btn_reso_clicked()
     m_keys.step(ui->btn_reso, m_reso, ResoCount, [this](int index) {
         // The panel relabels from this signal; it carries the format's code, not its position.
         emit setRATE_Style(Protocol::outputFormatCode(index));
-        if (m_keys.model())
-            m_keys.model()->SendCMDF1(index);
+        if (m_keys.link())
+            m_keys.link()->SendCMDF1(index);
     });
 }
 
@@ -41,8 +41,8 @@ void SetDialog::on_btn_rate_clicked()
 {
     m_keys.step(ui->btn_rate, m_rate, RateCount, [this](int index) {
         emit setRATE_Style(index);
-        if (m_keys.model())
-            m_keys.model()->SendCMDRATE(uint8_t(index));
+        if (m_keys.link())
+            m_keys.link()->SendCMDRATE(uint8_t(index));
     });
 }
 

@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QWidget>
 
-SettingKeys::SettingKeys(QWidget *owner, RVX5ALL_workdata *model) : m_owner(owner), m_model(model) {}
+SettingKeys::SettingKeys(QWidget *owner, RVX5ALL_workdata *model) : m_owner(owner), m_link(model) {}
 
 void SettingKeys::lamp(QPushButton *key, bool lit)
 {
@@ -43,8 +43,8 @@ void SettingKeys::pressPipSize(QPushButton *key, const std::function<void(int)> 
         return;
     step(key, m_pipSize, PipSizeCount, [this, announce](int index) {
         announce(index);
-        if (m_model)
-            m_model->SendCMDPIP_Border_Size(uint8_t(index));
+        if (m_link)
+            m_link->SendCMDPIP_Border_Size(uint8_t(index));
     });
 }
 
@@ -53,8 +53,8 @@ void SettingKeys::pressReset(QPushButton *key) const
     lightWaitActUnlight(
         m_owner, KeyWaitMs, [key](bool lit) { lamp(key, lit); },
         [this] {
-            if (m_model)
-                m_model->SendCMDRESET();
+            if (m_link)
+                m_link->SendCMDRESET();
         });
 }
 

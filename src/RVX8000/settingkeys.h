@@ -24,7 +24,7 @@ public:
     // `owner` holds the keys; a press that frees it during the wait sends nothing.
     SettingKeys(QWidget *owner, RVX5ALL_workdata *model);
 
-    RVX5ALL_workdata *model() const { return m_model; }
+    RVX5ALL_workdata *link() const { return m_link; }
 
     static void lamp(QPushButton *key, bool lit);
     static void unlight(std::initializer_list<QPushButton *> keys);
@@ -54,7 +54,7 @@ public:
 
 private:
     QWidget *m_owner;
-    RVX5ALL_workdata *m_model;
+    RVX5ALL_workdata *m_link;
     int m_pipSize = 2;
     bool m_pipSizeUnlocked = false;
 };
