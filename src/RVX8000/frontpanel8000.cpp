@@ -5,20 +5,14 @@
 #include "SwitcherData/rvx5all_workdata.h"
 #include "common/delay.h"
 #include "common/keysheet.h"
+#include "common/panelkeys.h"
 #include "common/tbarsequencer.h"
 
 #include <QAbstractButton>
-#include <QAbstractSpinBox>
-#include <QApplication>
 #include <QButtonGroup>
-#include <QComboBox>
-#include <QKeyEvent>
-#include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QSlider>
-#include <QTextEdit>
 #include <QTimer>
 
 namespace {
@@ -31,17 +25,13 @@ constexpr const char *WipeTexts[FrontPanel8000::WipeSteps] = {"WIPE-L", "WIPE-U"
 constexpr uint8_t WipeTypes[FrontPanel8000::WipeSteps] = {5, 3, 6, 4};
 constexpr char WipePlain[] = "WIPE";
 constexpr int Mix = 1, Fade = 2, Wipe = 4;
-// X11 key codes of the digit row 1-9: with Shift most layouts report a symbol, not a digit.
-constexpr quint32 X11Digit1 = 10, X11Digit9 = 18;
-
-bool typingField(const QWidget *w)
+// The keys of a bus row by their number from 1; the bars (BarId) are no input and get no digit.
+QList<QAbstractButton *> numberedKeys(const QButtonGroup *row)
 {
-    if (!w)
-        return false;
-    if (auto *combo = qobject_cast<const QComboBox *>(w))
-        return combo->isEditable();
-    return qobject_cast<const QLineEdit *>(w) || qobject_cast<const QAbstractSpinBox *>(w) ||
-           qobject_cast<const QTextEdit *>(w) || qobject_cast<const QPlainTextEdit *>(w);
+    QList<QAbstractButton *> keys;
+    for (int id = 1; row && id < FrontPanel8000::BarId && row->button(id); ++id)
+        keys << row->button(id);
+    return keys;
 }
 
 } // namespace
@@ -91,12 +81,12 @@ FrontPanel8000::FrontPanel8000(QWidget *panel, RVX5ALL_workdata *link, Keys keys
     cutLamp(false);
     autoLamp(false);
 
-    // Shortcuts work as soon as the panel is up, not after a first click into it, and again
-    // after a key is pressed while a field was being typed in.
-    m_panel->setFocusPolicy(Qt::StrongFocus);
-    m_panel->installEventFilter(this);
-    for (QAbstractButton *key : m_panel->findChildren<QAbstractButton *>())
-        connect(key, &QAbstractButton::pressed, m_panel, [panel = m_panel] { panel->setFocus(); });
+    PanelKeys::Keys shortcuts;
+    shortcuts.cut = m_keys.cut;
+    shortcuts.autoKey = m_keys.autoKey;
+    shortcuts.preview = numberedKeys(m_hooks.digitRow);
+    shortcuts.program = numberedKeys(m_hooks.shiftDigitRow);
+    new PanelKeys(m_panel, std::move(shortcuts));
 }
 
 void FrontPanel8000::lightGroup(QButtonGroup *group, int id, const char *litSheet)
@@ -286,56 +276,4 @@ void FrontPanel8000::showWipe(int transitionType)
             return;
         }
     }
-}
-
-bool FrontPanel8000::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched != m_panel)
-        return false;
-    switch (event->type()) {
-    case QEvent::Show:
-    case QEvent::MouseButtonPress: // on the background, or passed up by a label or a frame
-        m_panel->setFocus();
-        return false;
-    case QEvent::KeyPress:
-        return panelKey(static_cast<QKeyEvent *>(event));
-    default:
-        return false;
-    }
-}
-
-bool FrontPanel8000::panelKey(QKeyEvent *press)
-{
-    // A panel is left by its close key only; Esc from a field that let it pass ends here too.
-    if (press->key() == Qt::Key_Escape)
-        return true;
-    // A held key is one press; a field being typed in keeps its keys.
-    if (press->isAutoRepeat() || typingField(QApplication::focusWidget()))
-        return false;
-    QAbstractButton *key = nullptr;
-    switch (press->key()) {
-    case Qt::Key_Space:
-        key = m_keys.cut;
-        break;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        key = m_keys.autoKey;
-        break;
-    default: {
-        const bool shift = press->modifiers() & Qt::ShiftModifier;
-        int digit = 0;
-        if (press->key() >= Qt::Key_1 && press->key() <= Qt::Key_9)
-            digit = press->key() - Qt::Key_0;
-        else if (shift && press->nativeScanCode() >= X11Digit1 && press->nativeScanCode() <= X11Digit9)
-            digit = int(press->nativeScanCode() - X11Digit1) + 1;
-        QButtonGroup *row = shift ? m_hooks.shiftDigitRow : m_hooks.digitRow;
-        if (digit && digit != BarId && row)
-            key = row->button(digit);
-        break;
-    }
-    }
-    if (!key)
-        return false;
-    key->click();
-    return true;
 }

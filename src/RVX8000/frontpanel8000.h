@@ -8,7 +8,6 @@
 class QAbstractButton;
 class QButtonGroup;
 class QByteArray;
-class QKeyEvent;
 class QPushButton;
 class QSlider;
 class QTimer;
@@ -17,11 +16,10 @@ class TbarSequencer;
 
 // What the 8000-series front panels share on their video side: the PGM and PVW lamps, CUT
 // with its 300 ms lamp, AUTO with the fader run whose length follows the rate, the T-bar's
-// strokes, the MIX/FADE/WIPE keys with the wipe direction cycle, and the keyboard (Space CUT,
-// Return/Enter AUTO, digits PVW, Shift+digit PGM; Esc does nothing). A panel hands over the
-// keys it has; a key it lacks stays null and its part does nothing. The keyboard is the
-// panel's while no text or number field has the focus; pressing a key or the panel's
-// background takes the focus back from a field.
+// strokes, the MIX/FADE/WIPE keys with the wipe direction cycle, and the keyboard of every
+// front panel (PanelKeys: Space CUT, Return/Enter AUTO, digits the digit row, Shift+digit the
+// other; Esc does nothing). A panel hands over the keys it has; a key it lacks stays null and
+// its part does nothing.
 class FrontPanel8000 : public QObject
 {
     Q_OBJECT
@@ -59,7 +57,7 @@ public:
     static QButtonGroup *transitionRow(QObject *owner, QAbstractButton *mix, QAbstractButton *fade,
                                        QAbstractButton *wipe);
 
-    // Watches `panel`'s keyboard and wires the keys' clicks; the panel owns this object.
+    // Wires the keys' clicks and gives `panel` its keyboard; the panel owns this object.
     FrontPanel8000(QWidget *panel, RVX5ALL_workdata *link, Keys keys, Hooks hooks);
 
     // Lamps, also from the unit's state. Any value is stored; only a key's id lights it.
@@ -95,15 +93,11 @@ public:
     bool autoRunning() const { return m_autoRunning; }
     QTimer *cutTimer() const { return m_cutTimer; }
 
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
 private:
     void lightGroup(QButtonGroup *group, int id, const char *litSheet);
     void cutLamp(bool lit);
     void autoLamp(bool lit);
     void showWipeKey();
-    bool panelKey(QKeyEvent *press);
     // Runs the fader over the rate's range to the far end and back to the full range.
     void btnAuto_and_slider();
 

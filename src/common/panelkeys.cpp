@@ -33,10 +33,16 @@ PanelKeys::PanelKeys(QWidget *panel, Keys keys) : QObject(panel), m_panel(panel)
 {
     nameShortcut(m_keys.cut, tr("CUT (Space)"));
     nameShortcut(m_keys.autoKey, tr("AUTO (Return or Enter)"));
-    for (int i = 0; i < m_keys.preview.size(); ++i)
-        nameShortcut(m_keys.preview.at(i), tr("Preview input %1 (%1)").arg(i + 1));
-    for (int i = 0; i < m_keys.program.size(); ++i)
-        nameShortcut(m_keys.program.at(i), tr("Program input %1 (Shift+%1)").arg(i + 1));
+    if (m_keys.preview == m_keys.program) {
+        // One row of inputs (the RVX5350): a digit puts that input on air, with Shift or not.
+        for (int i = 0; i < m_keys.program.size(); ++i)
+            nameShortcut(m_keys.program.at(i), tr("Input %1 on air (%1 or Shift+%1)").arg(i + 1));
+    } else {
+        for (int i = 0; i < m_keys.preview.size(); ++i)
+            nameShortcut(m_keys.preview.at(i), tr("Preview input %1 (%1)").arg(i + 1));
+        for (int i = 0; i < m_keys.program.size(); ++i)
+            nameShortcut(m_keys.program.at(i), tr("Program input %1 (Shift+%1)").arg(i + 1));
+    }
     m_panel->setFocusPolicy(Qt::StrongFocus);
     m_panel->installEventFilter(this);
 }

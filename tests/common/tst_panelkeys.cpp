@@ -13,6 +13,9 @@
 #include "RVX3220/pvw.h"
 #include "RVX3220/rvx3220ui.h"
 #include "RVX3410/rvx3410ui.h"
+#include "RVX5310/rvx5310dialog.h"
+#include "RVX5350/rvx5350.h"
+#include "RVX5370/rvx5370.h"
 #include "modalanswer.h"
 #include "testframes.h"
 #include "wirecapture.h"
@@ -25,7 +28,11 @@
 #include <QSlider>
 #include <QSpinBox>
 #include <QtTest>
+#include <functional>
 #include <memory>
+
+using Opener = std::function<QWidget *()>;
+Q_DECLARE_METATYPE(Opener)
 
 namespace {
 
@@ -131,6 +138,8 @@ private slots:
     void focusAndTooltips();
     void noDefaultKeys_data();
     void noDefaultKeys();
+    void tooltips8000_data();
+    void tooltips8000();
 
 private:
     // What the panels sent since the last call, their state reads left out.
@@ -462,6 +471,40 @@ void TestPanelKeys::noDefaultKeys()
             defaults << key->objectName() + QLatin1Char('/') + key->text() + QLatin1Char('/') +
                             key->toolTip();
     QCOMPARE(defaults, QStringList());
+}
+
+// The 8000-series panels name the same shortcuts; the bars are no input and get no digit, and
+// the RVX5350's one row of inputs answers a digit with Shift or without.
+void TestPanelKeys::tooltips8000_data()
+{
+    QTest::addColumn<Opener>("open");
+    QTest::addColumn<QStringList>("keys");
+    QTest::addColumn<QStringList>("tips");
+    QTest::newRow("RVX5310") << Opener([] { return new RVX5310Dialog; })
+                             << QStringList{"btn_cut", "btn_auto", "btn_pvw4", "btn_pgm2", "btn_pvw_bar"}
+                             << QStringList{"CUT (Space)", "AUTO (Return or Enter)", "Preview input 4 (4)",
+                                            "Program input 2 (Shift+2)", ""};
+    QTest::newRow("RVX5370") << Opener([] { return new RVX5370; })
+                             << QStringList{"btn_cut", "btn_pvw1", "btn_pgm4", "btn_bar"}
+                             << QStringList{"CUT (Space)", "Preview input 1 (1)", "Program input 4 (Shift+4)",
+                                            ""};
+    QTest::newRow("RVX5350") << Opener([] { return new RVX5350; })
+                             << QStringList{"btn_auto", "btn_in1", "btn_in2"}
+                             << QStringList{"AUTO (Return or Enter)", "Input 1 on air (1 or Shift+1)",
+                                            "Input 2 on air (2 or Shift+2)"};
+}
+
+void TestPanelKeys::tooltips8000()
+{
+    QFETCH(Opener, open);
+    QFETCH(QStringList, keys);
+    QFETCH(QStringList, tips);
+    std::unique_ptr<QWidget> panel(open());
+    for (int i = 0; i < keys.size(); ++i) {
+        auto *key = panel->findChild<QAbstractButton *>(keys.at(i));
+        QVERIFY2(key, qPrintable(keys.at(i)));
+        QCOMPARE(key->toolTip(), tips.at(i));
+    }
 }
 
 QTEST_MAIN(TestPanelKeys)
