@@ -6,7 +6,7 @@
 #include "RVX3210/rvx3210ui.h"
 #include "app/showsearch.h"
 #include "common/delay.h"
-#include "rvx3210_workdata.h"
+#include "SwitcherData/rvx3210_workdata.h"
 
 #include <QApplication>
 #include <QDialog>

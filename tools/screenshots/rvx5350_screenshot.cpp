@@ -3,7 +3,7 @@
 // Opens the unit from the search window, puts input 2 on air, PIP on at size M, a wipe and a
 // format, opens SET and waits for its clock to tick, then writes rvx5350-set.png once the
 // unit's state has come back. Not a test.
-#include "../RVX8000/shot8000.h"
+#include "shot8000.h"
 #include "RVX5350/rvx5350.h"
 #include "RVX8000/set.h"
 
