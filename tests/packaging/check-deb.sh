@@ -54,7 +54,7 @@ for clause in "${clauses[@]}"; do
 done
 
 # lintian: no errors (warnings are printed).
-lintian --fail-on error --no-tag-display-limit "$deb" || fail "lintian reports errors"
+lintian --fail-on error --tag-display-limit 0 "$deb" || fail "lintian reports errors"
 
 # A private root with a database of its own; the host's packages stay untouched.
 root="$work/root"
