@@ -1,32 +1,16 @@
 #pragma once
 
+#include "RVX8000/styles8000.h"
+
 // Looks and texts of the RVX5350 panel, kept verbatim in one place.
 namespace Rvx5350Styles {
 
-inline constexpr char WindowTitle[] = "KOVA";
-inline constexpr char Window[] = "QWidget{background-color:rgb(32,30,32);border:0px solid white;}";
-inline constexpr char GroupBox[] =
-    "QGroupBox{font-size:18px;font-weight:bold;margin-top:2ex;color:#898989;border:2px solid "
-    "rgb(137,137,137);border-radius:15px}QGroupBox::title{subcontrol-origin: margin;subcontrol-position:top "
-    "centre;padding:3 3px;}";
+using namespace Styles8000;
+
 inline constexpr char OnAirBox[] = "QGroupBox{border:1px solid red;}";
 inline constexpr char OffAirBox[] = "QGroupBox{border:1px solid white;}";
-// The preview stands for the whole output picture; the box in it for the PIP window.
-inline constexpr char PreviewArea[] =
-    "QFrame#pip_area{background-color:rgb(12,12,14);border:1px solid rgb(137,137,137);}";
-inline constexpr char PreviewBox[] = "QToolButton{background-color:rgb(59,115,160);border:1px solid white;}";
-inline constexpr char Tbar[] =
-    "QSlider::groove:vertical{background:rgb(45,152,255);width:4px;}QSlider::handle:vertical{background:"
-    "qlineargradient(x1:0,y1:0,x2:0,y2:1,stop:0 #dadbde,stop:1 #808080);height:22px;margin:0 "
-    "-14px;border-radius:"
-    "4px;}";
-inline constexpr char White[] = "color:white";
-inline constexpr char Green[] = "color:green";
 
-inline constexpr char SetName[] = "setWidget";
-inline constexpr char SetTitle[] = "SET";
 // "RARE" is how this unit's panel spells it.
 inline constexpr const char *RateTexts[] = {"RARE1", "RARE2", "RARE3"};
-inline constexpr const char *PipSizeTexts[] = {"PIP_SZ:S", "PIP_SZ:M", "PIP_SZ:L"};
 
 } // namespace Rvx5350Styles

@@ -1,34 +1,16 @@
 #pragma once
 
+#include "RVX8000/styles8000.h"
+
 // Looks and texts of the RVX5370 panel, kept verbatim in one place.
 namespace Rvx5370Styles {
 
-inline constexpr char WindowTitle[] = "KOVA";
-inline constexpr char Window[] = "QWidget{background-color:rgb(32,30,32);border:0px solid white;}";
-inline constexpr char GroupBox[] =
-    "QGroupBox{font-size:18px;font-weight:bold;margin-top:2ex;color:#898989;border:2px solid "
-    "rgb(137,137,137);border-radius:15px}QGroupBox::title{subcontrol-origin: margin;subcontrol-position:top "
-    "centre;padding:3 3px;}";
-// The preview stands for the whole output picture; the box in it for the PIP window.
-inline constexpr char PreviewArea[] =
-    "QFrame#pip_area{background-color:rgb(12,12,14);border:1px solid rgb(137,137,137);}";
-inline constexpr char PreviewBox[] = "QToolButton{background-color:rgb(59,115,160);border:1px solid white;}";
-inline constexpr char Tbar[] =
-    "QSlider::groove:vertical{background:rgb(45,152,255);width:4px;}QSlider::handle:vertical{background:"
-    "qlineargradient(x1:0,y1:0,x2:0,y2:1,stop:0 #dadbde,stop:1 #808080);height:22px;margin:0 "
-    "-14px;border-radius:"
-    "4px;}";
-inline constexpr char White[] = "color:white";
-inline constexpr char Red[] = "color:red";
-inline constexpr char Green[] = "color:green";
+using namespace Styles8000;
 
 inline constexpr char F1Name[] = "f1Widget";
 inline constexpr char F1Title[] = "F1";
-inline constexpr char SetName[] = "setWidget";
-inline constexpr char SetTitle[] = "SET";
 // "RARE" is how this unit's panel spells it.
 inline constexpr const char *RateTexts[] = {"RARE:1", "RARE:2", "RARE:3"};
-inline constexpr const char *PipSizeTexts[] = {"PIP_SZ:S", "PIP_SZ:M", "PIP_SZ:L"};
 // Source code 0x07 is a telephone socket on this unit.
 inline constexpr char PhoneIn[] = "PHONE_IN";
 
