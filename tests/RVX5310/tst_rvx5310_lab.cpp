@@ -47,13 +47,19 @@ void TestRvx5310Lab::openChangeReadBack()
     QVERIFY(!window.isVisible());
     auto key = [&panel](const char *name) { return panel->findChild<QPushButton *>(QLatin1String(name)); };
 
-    // The unit heard the panel's first read and its state lights the buses.
-    QSignalSpy states(panel->link(), &RVX5ALL_workdata::on_signals_3210Data);
-    QTRY_VERIFY_WITH_TIMEOUT(states.count() >= 1, 5000);
-    const QMap<QString, QString> first = LabState::read(unit);
+    // The unit heard the panel's first read and its state lights the buses. Waited for on the
+    // panel: the reply may have been read while the panel was being opened.
+    QMap<QString, QString> first;
+    QByteArray pgmKey;
+    auto firstShown = [&] {
+        first = LabState::read(unit);
+        pgmKey = "btn_pgm" + first.value(QStringLiteral("pgm")).toLatin1();
+        const QPushButton *lit = key(pgmKey.constData());
+        return lit && red(lit);
+    };
+    QTRY_VERIFY2_WITH_TIMEOUT(firstShown(), pgmKey.constData(), 5000);
     QCOMPARE(first.value(QStringLiteral("reads")), QStringLiteral("1"));
-    const QByteArray pgmKey = "btn_pgm" + first.value(QStringLiteral("pgm")).toLatin1();
-    QVERIFY2(red(key(pgmKey.constData())), pgmKey.constData());
+    QSignalSpy states(panel->link(), &RVX5ALL_workdata::on_signals_3210Data);
 
     // Inputs 3 and 4, then CUT: the unit swaps them. PIP at size Large, and 1080P50 out.
     key("btn_pgm3")->click();

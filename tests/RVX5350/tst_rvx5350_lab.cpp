@@ -30,9 +30,10 @@ void TestRvx5350Lab::openChangeReadBack()
     Lab8000::openOnlyUnit(window, unit, panel);
     if (QTest::currentTestFailed())
         return;
+    // The unit has one of its two inputs on air, and the panel shows which. (Waited for on the
+    // panel: the reply may have been read while the panel was being opened.)
+    QTRY_VERIFY_WITH_TIMEOUT(panel->inputOnAir() != 0, 5000);
     QSignalSpy states(panel->link(), &RVX5ALL_workdata::on_signals_3210Data);
-    QTRY_VERIFY_WITH_TIMEOUT(states.count() >= 1, 5000);
-    // The unit has one of its two inputs on air, and the panel shows which.
     const int first = panel->inputOnAir();
     QVERIFY2(first == 1 || first == 2, qPrintable(QString::number(first)));
 
