@@ -21,8 +21,8 @@
 // Run only inside tests/netns-run.sh (see run.sh): it opens sockets on loopback.
 #include "RVX3210/below_widget.h"
 #include "RVX3210/rvx3210ui.h"
+#include "SwitcherData/rvx3210_workdata.h"
 #include "app/showsearch.h"
-#include "rvx3210_workdata.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -7,8 +7,8 @@
 //              buffer was set to the given size, as the kernel grants it under a lower
 //              net.core.rmem_max: 212992 is Debian's default limit. The limit itself is one for
 //              the whole machine (a namespace cannot lower it), so the bench asks for less.
+#include "SwitcherData/workdata.h"
 #include "app/showsearch.h"
-#include "workdata.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

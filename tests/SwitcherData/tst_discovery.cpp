@@ -1,8 +1,8 @@
 // Discovery through real sockets: the search leaves as a broadcast, replies come back from
 // stand-in units on loopback addresses, and the device table fills as the window expects.
 // Runs only inside a private network namespace (netns-run.sh).
+#include "SwitcherData/workdata.h"
 #include "testframes.h"
-#include "workdata.h"
 
 #include <QRandomGenerator>
 #include <QSignalSpy>

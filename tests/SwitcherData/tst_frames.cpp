@@ -1,6 +1,6 @@
 // Control-frame builders against byte vectors written out by hand from the wire format.
+#include "SwitcherData/workdata.h"
 #include "testframes.h"
-#include "workdata.h"
 
 #include <QDateTime>
 #include <QtTest>

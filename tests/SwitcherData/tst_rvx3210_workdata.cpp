@@ -1,5 +1,5 @@
+#include "SwitcherData/rvx3210_workdata.h"
 #include "linktest.h"
-#include "rvx3210_workdata.h"
 
 using Link = RVX3210_workdata;
 using Call = LinkTest::Call<Link>;

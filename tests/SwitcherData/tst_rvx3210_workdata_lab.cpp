@@ -1,5 +1,5 @@
+#include "SwitcherData/rvx3210_workdata.h"
 #include "labstate.h"
-#include "rvx3210_workdata.h"
 
 #include <QSignalSpy>
 #include <QtTest>

@@ -1,5 +1,5 @@
+#include "SwitcherData/rvx5all_workdata.h"
 #include "linktest.h"
-#include "rvx5all_workdata.h"
 
 using Link = RVX5ALL_workdata;
 using Call = LinkTest::Call<Link>;

@@ -1,8 +1,8 @@
 // What every link object shares, whatever its family: one socket, and a receive path that
 // nothing on the network can deafen, stall into growing, or use to hold the event loop.
-#include "rvx3210_workdata.h"
-#include "rvx3220_workdata.h"
-#include "rvx5all_workdata.h"
+#include "SwitcherData/rvx3210_workdata.h"
+#include "SwitcherData/rvx3220_workdata.h"
+#include "SwitcherData/rvx5all_workdata.h"
 #include "testframes.h"
 #include "wirecapture.h"
 
