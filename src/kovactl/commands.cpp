@@ -65,13 +65,13 @@ constexpr int TravelMax = 128;
 constexpr int Travel3220Max = 126;
 constexpr int BarInput = 9;
 
-struct Spec;
+struct CommandDef;
 
 } // namespace
 
 struct CallBuilder
 {
-    const Spec *spec;
+    const CommandDef *def;
     Family family;
     QStringList args;
     CommandCall call;
@@ -106,7 +106,7 @@ struct CallBuilder
 
 namespace {
 
-struct Spec
+struct CommandDef
 {
     const char *name;
     const char *args;
@@ -542,7 +542,7 @@ void url(CallBuilder &b)
 }
 
 // Every command some family's panel sends, in the order of the panels' rows.
-const Spec Commands[] = {
+const CommandDef Commands[] = {
     {"pgm", "INPUT", "put INPUT (1-4, bar; 1-2 on the RVX5350, 1-6 on the RVX3220) on the programme bus",
      Every, pgm},
     {"pvw", "INPUT", "put INPUT on the preview bus", Every, pvw},
@@ -594,9 +594,9 @@ const Spec Commands[] = {
     {"url", "SLOT NAME URL", "streaming URL slot 0-4 of the HIS board", Reporting, url},
 };
 
-const Spec *find(const QString &name)
+const CommandDef *find(const QString &name)
 {
-    for (const Spec &s : Commands) {
+    for (const CommandDef &s : Commands) {
         if (name == QLatin1String(s.name))
             return &s;
     }
@@ -613,7 +613,7 @@ QString joined(const QStringList &choices)
 void CallBuilder::lacks()
 {
     fail(CommandCall::Verdict::NotHere,
-         QStringLiteral("the %1 has no '%2' command").arg(familyName(family), QLatin1String(spec->name)));
+         QStringLiteral("the %1 has no '%2' command").arg(familyName(family), QLatin1String(def->name)));
 }
 
 bool CallBuilder::count(int n)
@@ -626,7 +626,7 @@ bool CallBuilder::countBetween(int lo, int hi)
     if (args.size() >= lo && args.size() <= hi)
         return true;
     fail(CommandCall::Verdict::BadUsage,
-         QStringLiteral("usage: %1 %2").arg(QLatin1String(spec->name), QLatin1String(spec->args)).trimmed());
+         QStringLiteral("usage: %1 %2").arg(QLatin1String(def->name), QLatin1String(def->args)).trimmed());
     return false;
 }
 
@@ -638,13 +638,13 @@ bool CallBuilder::number(int i, int lo, int hi, int *out, const QString &rangeTe
     const QString range = rangeText.isEmpty() ? QStringLiteral("%1-%2").arg(lo).arg(hi) : rangeText;
     if (!ok) {
         fail(CommandCall::Verdict::BadUsage,
-             QStringLiteral("%1: '%2' is not a number (%3)").arg(QLatin1String(spec->name), arg, range));
+             QStringLiteral("%1: '%2' is not a number (%3)").arg(QLatin1String(def->name), arg, range));
         return false;
     }
     if (v < lo || v > hi) {
         fail(CommandCall::Verdict::NotHere,
              QStringLiteral("%1: %2 is out of range on the %3 (%4)")
-                 .arg(QLatin1String(spec->name), arg, familyName(family), range));
+                 .arg(QLatin1String(def->name), arg, familyName(family), range));
         return false;
     }
     *out = v;
@@ -660,7 +660,7 @@ bool CallBuilder::choice(int i, const QStringList &choices, int *out)
     }
     fail(CommandCall::Verdict::NotHere,
          QStringLiteral("%1: the %2 takes %3, not '%4'")
-             .arg(QLatin1String(spec->name), familyName(family), joined(choices), args.at(i)));
+             .arg(QLatin1String(def->name), familyName(family), joined(choices), args.at(i)));
     return false;
 }
 
@@ -681,23 +681,23 @@ bool CallBuilder::address(int i, QByteArray *bytes)
         return true;
     }
     fail(CommandCall::Verdict::BadUsage,
-         QStringLiteral("%1: '%2' is no IPv4 address").arg(QLatin1String(spec->name), args.at(i)));
+         QStringLiteral("%1: '%2' is no IPv4 address").arg(QLatin1String(def->name), args.at(i)));
     return false;
 }
 
 CommandCall CommandCall::check(const QString &name, const QStringList &args, Family family)
 {
-    const Spec *spec = find(name);
-    if (!spec) {
+    const CommandDef *def = find(name);
+    if (!def) {
         CommandCall unknown;
         unknown.m_message = QStringLiteral("unknown command '%1' (kovactl --help lists them)").arg(name);
         return unknown;
     }
-    CallBuilder b{spec, family, args, CommandCall()};
-    if (!(spec->families & (1u << int(family))))
+    CallBuilder b{def, family, args, CommandCall()};
+    if (!(def->families & (1u << int(family))))
         b.lacks();
     else
-        spec->handler(b);
+        def->handler(b);
     if (!b.done)
         b.fail(Verdict::BadUsage, QStringLiteral("%1: not understood").arg(name));
     return b.call;
@@ -711,8 +711,8 @@ CommandCall CommandCall::checkAnyFamily(const QString &name, const QStringList &
         CommandCall c = check(name, args, f);
         if (c.m_verdict == Verdict::Ok || c.m_verdict == Verdict::Unknown)
             return c;
-        const Spec *spec = find(name);
-        if (!haveFirst && (spec->families & (1u << int(f)))) {
+        const CommandDef *def = find(name);
+        if (!haveFirst && (def->families & (1u << int(f)))) {
             first = c;
             haveFirst = true;
         }
@@ -731,7 +731,7 @@ void CommandCall::run(const Links &links) const
 QStringList CommandCall::listing()
 {
     QStringList out;
-    for (const Spec &s : Commands) {
+    for (const CommandDef &s : Commands) {
         QStringList fams;
         for (Family f : AllFamilies) {
             if (s.families & (1u << int(f)))

@@ -4,9 +4,9 @@
 #include "RVX3210/middle_widget.h"
 #include "RVX3210/plane_botton.h"
 #include "RVX3210/rvx3210ui.h"
+#include "SwitcherData/rvx3210_workdata.h"
 #include "app/showsearch.h"
 #include "common/delay.h"
-#include "SwitcherData/rvx3210_workdata.h"
 
 #include <QApplication>
 #include <QDialog>

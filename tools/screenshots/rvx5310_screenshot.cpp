@@ -3,8 +3,8 @@
 // Opens the unit from the search window, puts inputs on the buses, a wipe, REC and PIP on,
 // waits for the unit's state to come back, then writes rvx5310-panel.png (PIP settings shown)
 // and rvx5310-panel-nopip.png (PIP off, the settings hidden). Not a test.
-#include "shot8000.h"
 #include "RVX5310/rvx5310dialog.h"
+#include "shot8000.h"
 
 using namespace Shot8000;
 

@@ -3,9 +3,9 @@
 // Opens the unit from the search window, puts input 2 on air, PIP on at size M, a wipe and a
 // format, opens SET and waits for its clock to tick, then writes rvx5350-set.png once the
 // unit's state has come back. Not a test.
-#include "shot8000.h"
 #include "RVX5350/rvx5350.h"
 #include "RVX8000/set.h"
+#include "shot8000.h"
 
 #include <QLabel>
 #include <QSlider>

@@ -3,8 +3,8 @@
 // Opens the unit from the search window, puts inputs on the buses, PIP on and a wipe, waits for
 // the unit's state to come back, then writes rvx5370-set.png (SET open) and rvx5370-f1.png
 // (F1 open). Not a test.
-#include "shot8000.h"
 #include "RVX5370/rvx5370.h"
+#include "shot8000.h"
 
 using namespace Shot8000;
 
