@@ -32,10 +32,6 @@ private slots:
         m_link = std::make_unique<SWITCHER_DATA>();
         m_link->setSearcheQuipment();
     }
-    void mainAndHisRepliesBind();
-    void hisReplyBeforeMainIsLost();
-    void hisReplyMatchingTwoRecordsUpdatesBoth();
-    void splitDatagramIsJoined();
     void replies_data();
     void replies();
     void newSearchEmptiesTable();
@@ -51,107 +47,95 @@ private:
         QCOMPARE(unit.writeDatagram(data, QHostAddress::LocalHost, port), qint64(data.size()));
     }
 
+    // One line a record: address, name, class, number, child type and id, HIS address, HIS class
+    // and number.
+    QStringList table() const
+    {
+        QStringList out;
+        for (int i = 0; i < m_link->DevInfo_DATA_IDX(); ++i) {
+            const DevInfo_DATA &r = m_link->devices()[i];
+            const QByteArray main = QByteArray() + char(r.devClass) + char(r.devNum) + char(r.childType) +
+                                    QByteArray(reinterpret_cast<const char *>(r.unitId), 3);
+            out << QString("%1 %2 %3 %4 %5")
+                       .arg(SWITCHER_DATA::dottedIp(r.ip), nameOf(r), main.toHex(),
+                            SWITCHER_DATA::dottedIp(r.ip2),
+                            (QByteArray() + char(r.devClass2) + char(r.devNum2)).toHex());
+        }
+        return out;
+    }
+
     std::unique_ptr<SWITCHER_DATA> m_link;
 };
 
-void tst_Discovery::mainAndHisRepliesBind()
-{
-    QSignalSpy added(m_link.get(), &SWITCHER_DATA::sigend_datapack);
-    sendFrom("127.0.0.11", searchReply(0xA5, 0x21, "Studio A-V2", id(1, 2, 3)));
-    QTRY_COMPARE(added.count(), 1);
-    sendFrom("127.0.0.111", searchReply(0xE5, 0x21, "his-x", id(1, 2, 3)));
-    QTRY_VERIFY(m_link->devices()[0].ip2 != 0);
-
-    const DevInfo_DATA &rec = m_link->devices()[0];
-    QCOMPARE(m_link->DevInfo_DATA_IDX(), 1);
-    QCOMPARE(SWITCHER_DATA::dottedIp(rec.ip) + ' ' + SWITCHER_DATA::dottedIp(rec.ip2),
-             QString("127.0.0.11 127.0.0.111"));
-    QCOMPARE(nameOf(rec), QString("Studio A"));
-    QCOMPARE(QByteArray(reinterpret_cast<const char *>(&rec.devClass), 1) + char(rec.devNum) +
-                 char(rec.childType) + QByteArray(reinterpret_cast<const char *>(rec.unitId), 3) +
-                 char(rec.devClass2) + char(rec.devNum2),
-             hex("a5ff21010203e5ff"));
-    QCOMPARE(added.count(), 1); // a HIS reply adds no record and announces nothing
-}
-
-void tst_Discovery::hisReplyBeforeMainIsLost()
-{
-    QSignalSpy added(m_link.get(), &SWITCHER_DATA::sigend_datapack);
-    sendFrom("127.0.0.112", searchReply(0xE0, 0x21, "his-x", id(4, 5, 6)));
-    sendFrom("127.0.0.12", searchReply(0xA5, 0x24, "Late-1", id(4, 5, 6)));
-    QTRY_COMPARE(added.count(), 1);
-    QCOMPARE(m_link->devices()[0].ip2, 0u);
-    QCOMPARE(m_link->devices()[0].devClass2, uint8_t(0));
-}
-
-void tst_Discovery::hisReplyMatchingTwoRecordsUpdatesBoth()
-{
-    QSignalSpy added(m_link.get(), &SWITCHER_DATA::sigend_datapack);
-    sendFrom("127.0.0.13", searchReply(0xA5, 0x21, "Twin-1", id(7, 7, 7)));
-    sendFrom("127.0.0.14", searchReply(0xA5, 0x21, "Twin-2", id(7, 7, 7)));
-    sendFrom("127.0.0.15", searchReply(0xA5, 0x21, "Other-3", id(7, 7, 8)));
-    QTRY_COMPARE(added.count(), 3);
-    sendFrom("127.0.0.113", searchReply(0xE0, 0x21, "his-x", id(7, 7, 7)));
-    QTRY_VERIFY(m_link->devices()[1].ip2 != 0);
-    QCOMPARE(SWITCHER_DATA::dottedIp(m_link->devices()[0].ip2), QString("127.0.0.113"));
-    QCOMPARE(m_link->devices()[2].ip2, 0u);
-}
-
-void tst_Discovery::splitDatagramIsJoined()
-{
-    QSignalSpy added(m_link.get(), &SWITCHER_DATA::sigend_datapack);
-    const QByteArray whole = searchReply(0xA5, 0x26, "Split-9", id(9, 9, 9));
-    sendFrom("127.0.0.16", whole.left(19)); // too short to judge: kept
-    QTRY_VERIFY(!m_link->findChild<QUdpSocket *>()->hasPendingDatagrams());
-    QCOMPARE(added.count(), 0);
-    sendFrom("127.0.0.16", whole.mid(19));
-    QTRY_COMPARE(added.count(), 1);
-    QCOMPARE(nameOf(m_link->devices()[0]), QString("Split"));
-}
-
 void tst_Discovery::replies_data()
 {
-    QTest::addColumn<QByteArray>("datagram");
-    QTest::addColumn<QStringList>("names"); // the table after it and a good reply
-    const QByteArray good = searchReply(0xA5, 0x21, "Bad-1", id(1, 1, 1));
+    QTest::addColumn<QStringList>("from");
+    QTest::addColumn<QByteArrayList>("datagrams");
+    QTest::addColumn<QStringList>("table");
+
+    const QByteArray good = searchReply(0xA5, 0x21, "Good-1", id(5, 5, 5));
+    const QString goodLine = "127.0.0.18 Good a5ff21050505 0.0.0.0 0000";
+    // A rejected datagram must leave the buffer clear: the good reply right after binds alone.
+    auto rejected = [&](const char *name, const QByteArray &d) {
+        QTest::newRow(name) << QStringList{"127.0.0.17", "127.0.0.18"} << QByteArrayList{d, good}
+                            << QStringList{goodLine};
+    };
+    auto named = [&](const char *name, const QByteArray &field, const QString &shown) {
+        QTest::newRow(name) << QStringList{"127.0.0.17", "127.0.0.18"}
+                            << QByteArrayList{searchReply(0xA5, 0x21, field, id(6, 6, 6)), good}
+                            << QStringList{"127.0.0.17 " + shown + " a5ff21060606 0.0.0.0 0000", goodLine};
+    };
+
+    QTest::newRow("main, then its HIS board")
+        << QStringList{"127.0.0.11", "127.0.0.111"}
+        << QByteArrayList{searchReply(0xA5, 0x21, "Studio A-V2", id(1, 2, 3)),
+                          searchReply(0xE5, 0x21, "his-x", id(1, 2, 3))}
+        << QStringList{"127.0.0.11 Studio A a5ff21010203 127.0.0.111 e5ff"};
+    QTest::newRow("HIS before main is lost") << QStringList{"127.0.0.112", "127.0.0.12"}
+                                             << QByteArrayList{searchReply(0xE0, 0x21, "his-x", id(4, 5, 6)),
+                                                               searchReply(0xA5, 0x24, "Late-1", id(4, 5, 6))}
+                                             << QStringList{"127.0.0.12 Late a5ff24040506 0.0.0.0 0000"};
+    QTest::newRow("HIS matching two records updates both")
+        << QStringList{"127.0.0.13", "127.0.0.14", "127.0.0.15", "127.0.0.113"}
+        << QByteArrayList{searchReply(0xA5, 0x21, "Twin-1", id(7, 7, 7)),
+                          searchReply(0xA5, 0x21, "Twin-2", id(7, 7, 7)),
+                          searchReply(0xA5, 0x21, "Other-3", id(7, 7, 8)),
+                          searchReply(0xE0, 0x21, "h", id(7, 7, 7))}
+        << QStringList{"127.0.0.13 Twin a5ff21070707 127.0.0.113 e0ff",
+                       "127.0.0.14 Twin a5ff21070707 127.0.0.113 e0ff",
+                       "127.0.0.15 Other a5ff21070708 0.0.0.0 0000"};
+    const QByteArray whole = searchReply(0xA5, 0x26, "Split-9", id(9, 9, 9));
+    QTest::newRow("19 bytes, then the rest")
+        << QStringList{"127.0.0.16", "127.0.0.16"} << QByteArrayList{whole.left(19), whole.mid(19)}
+        << QStringList{"127.0.0.16 Split a5ff26090909 0.0.0.0 0000"};
+
     QByteArray badSum = good;
     badSum[badSum.size() - 3] = char(uint8_t(badSum.at(badSum.size() - 3)) + 1);
+    rejected("bad sum", badSum);
     QByteArray notSearch = good;
     notSearch[16] = char(0x49);
-    QByteArray badEnd = good;
-    badEnd[badEnd.size() - 1] = char(0xAD);
-    const QStringList rejected{"Good"};
-
-    QTest::newRow("bad sum") << badSum << rejected;
-    QTest::newRow("not a search reply") << notSearch << rejected;
-    QTest::newRow("no end byte") << badEnd << rejected;
+    rejected("not a search reply", notSearch);
+    rejected("no end byte", good.left(good.size() - 1) + char(0xAD));
     // Two frames in one datagram are joined and the joined sum cannot match.
-    QTest::newRow("two frames in one datagram")
-        << good + searchReply(0xA5, 0x21, "Bad-2", id(2, 2, 2)) << rejected;
-    QTest::newRow("oversized") << good + QByteArray(1100, '\0') << rejected;
-    QTest::newRow("only a name, no text") << searchReply(0xA5, 0x21, "-x", id(3, 3, 3)) << rejected;
-    QTest::newRow("wrong device number") << QByteArray(good).replace(5, 1, "\x01") << rejected;
-    QTest::newRow("name ended by dash")
-        << searchReply(0xA5, 0x21, "ABC-12", id(6, 6, 6)) << QStringList{"ABC", "Good"};
-    QTest::newRow("name with a blank")
-        << searchReply(0xA5, 0x21, "Main Hall-7", id(6, 6, 6)) << QStringList{"Main Hall", "Good"};
-    QTest::newRow("name longer than the record")
-        << searchReply(0xA5, 0x21, QByteArray(40, 'N').append("-1"), id(6, 6, 6))
-        << QStringList{QString(32, 'N'), "Good"};
+    rejected("two frames in one datagram", good + searchReply(0xA5, 0x21, "Bad-2", id(2, 2, 2)));
+    rejected("oversized", good + QByteArray(1100, '\0'));
+    rejected("only a name, no text", searchReply(0xA5, 0x21, "-x", id(3, 3, 3)));
+    rejected("wrong device number", QByteArray(good).replace(5, 1, "\x01"));
+    named("name ended by dash", "ABC-12", "ABC");
+    named("name with a blank", "Main Hall-7", "Main Hall");
+    named("name longer than the record", QByteArray(40, 'N').append("-1"), QString(32, 'N'));
 }
 
 void tst_Discovery::replies()
 {
-    QFETCH(QByteArray, datagram);
-    QFETCH(QStringList, names);
-    sendFrom("127.0.0.17", datagram);
-    // A rejected datagram must leave the buffer clear: a good reply right after binds on its own.
-    sendFrom("127.0.0.18", searchReply(0xA5, 0x21, "Good-1", id(5, 5, 5)));
-    QTRY_COMPARE(m_link->DevInfo_DATA_IDX(), names.size());
-    QStringList got;
-    for (int i = 0; i < names.size(); ++i)
-        got << nameOf(m_link->devices()[i]);
-    QCOMPARE(got, names);
+    QFETCH(QStringList, from);
+    QFETCH(QByteArrayList, datagrams);
+    QFETCH(QStringList, table);
+    QSignalSpy added(m_link.get(), &SWITCHER_DATA::sigend_datapack);
+    for (int i = 0; i < from.size(); ++i)
+        sendFrom(from[i], datagrams[i]);
+    QTRY_COMPARE(this->table(), table);
+    QCOMPARE(added.count(), table.size()); // a HIS reply adds no record and announces nothing
 }
 
 void tst_Discovery::newSearchEmptiesTable()
@@ -165,8 +149,7 @@ void tst_Discovery::newSearchEmptiesTable()
 
 void tst_Discovery::fullTableDropsFurtherReplies()
 {
-    // Fed straight to the decoder: a thousand datagrams would only test the kernel's
-    // receive buffer.
+    // Fed straight to the decoder: this many datagrams would only test the kernel's buffer.
     QSignalSpy added(m_link.get(), &SWITCHER_DATA::sigend_datapack);
     const QByteArray frame = searchReply(0xA5, 0x21, "Many-1", id(1, 0, 0));
     for (int i = 0; i < SWITCHER_DATA::MaxDevices + 5; ++i)
