@@ -6,9 +6,9 @@
 #include <QTimer>
 #include <functional>
 
-// While it lives, answers every modal window from inside that window's own event loop, so
-// nothing a test triggers can block it. Message boxes are recorded ("title|text") and
-// answered Yes; any other modal window goes to `other`, which must close it.
+// While it lives, answers every modal window from inside its own event loop. Message boxes are
+// recorded ("title|text") and answered Yes; any other modal window goes to `other` (once),
+// which must close it.
 class ModalWatch
 {
 public:
@@ -31,7 +31,6 @@ private:
             boxes << box->windowTitle() + QLatin1Char('|') + box->text();
             box->done(QMessageBox::Yes);
         } else if (m_other) {
-            // Once only. Boxes the handler opens are answered by the ticks of their own loops.
             auto other = m_other;
             m_other = nullptr;
             other(modal);

@@ -6,8 +6,8 @@
 #include <QStringList>
 #include <cstdint>
 
-// Helpers the tests share: frames built with the tests' own arithmetic (the byte layout is what
-// the tests exercise, the sum is only added here), and what a widget shows.
+// Frames built with the tests' own arithmetic (the layout is written out, only the sum is
+// computed), and what a widget shows.
 
 inline QByteArray hex(const char *h)
 {

@@ -1,8 +1,6 @@
-// Every caption of every panel and its dialogs measured against the room it was given (a fixed
-// size, a fixed geometry or a layout in a window of fixed size), offscreen with the fonts the
-// project installs: a caption wider than its label is cut on screen. And the panels on the
-// offscreen screen, smaller than the RVX3210 and RVX3410 panels: their title band and close key
-// stay on it.
+// Every caption of the panels and their dialogs against the room it was given, with the fonts
+// the project installs: a caption wider than its label is cut on screen. And panels larger
+// than the screen keep their title band and close key on it.
 #include "RVX3210/plane_botton.h"
 #include "RVX3210/rvx3210ui.h"
 #include "RVX3220/ipdialog.h"
@@ -24,9 +22,7 @@
 
 namespace {
 
-// Labels whose text is wider than the room they were given: by setFixedSize, by a geometry no
-// layout changes, or by a layout inside a window of fixed size. A label that wraps its text
-// is left to its height.
+// Labels whose text is wider than they are; a label that wraps is left to its height.
 QStringList overflowing(const QWidget *window, const QString &name)
 {
     QStringList cut;
@@ -45,8 +41,7 @@ QStringList overflowing(const QWidget *window, const QString &name)
 
 constexpr char LongIp[] = "IP:255.255.255.255";
 
-// The panel's settings strip, shown as its SET key shows it, with an eight-byte serial whose
-// every byte takes two hexadecimal digits, and the longest address.
+// The settings strip as its SET key shows it, with the longest serial and address.
 template <typename Strip> QWidget *settingsStrip(QWidget *panel)
 {
     auto *strip = panel->findChild<Strip *>();
@@ -89,8 +84,6 @@ void TestPanelFit::captionsFit_data()
         auto *panel = new RVX3220UI;
         return static_cast<QWidget *>(new IPDialog(panel, panel->link()));
     }) << "IP addr";
-    // The 8000 series, and its settings strips holding the longest serial and address a
-    // unit can report.
     QTest::newRow("RVX5310") << Opener([] { return new RVX5310Dialog; }) << "RVX5310";
     QTest::newRow("RVX5370") << Opener([] { return new RVX5370; }) << "RVX5370";
     QTest::newRow("RVX5350") << Opener([] { return new RVX5350; }) << "RVX5350";

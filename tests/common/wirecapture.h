@@ -10,9 +10,8 @@
 #include <functional>
 #include <utility>
 
-// Stands in for a unit on the loopback: listens on <address>:7000 next to the link's own
-// socket on port 7000, and hands back what arrived in order. A known marker frame sent
-// after an action bounds the capture, so "nothing was sent" needs no fixed wait.
+// A unit on the loopback: listens on <address>:7000 and hands back what arrived, in order. A
+// marker sent after an action bounds the capture, so "nothing was sent" needs no fixed wait.
 class WireCapture
 {
 public:
