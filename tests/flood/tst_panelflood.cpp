@@ -1,9 +1,7 @@
-// A unit (or anyone on the network) sending state replies faster than the panel can restyle
-// itself must not take the GUI thread from the operator: the socket is read a batch at a time,
-// the panel restyles once per batch for the newest state in it, the event loop runs between
-// batches, and after the stream the panel shows the newest state. The replies go in bursts
-// small enough for the kernel's default receive buffer, so every one arrives and the count
-// of passes is exact.
+// State replies faster than the panel can restyle must not take the GUI thread: the socket is
+// read a batch at a time, the panel restyles once per batch, the event loop runs between
+// batches, and the newest state is shown. Bursts fit the default receive buffer, so every reply
+// arrives and the count of passes is exact.
 #include "RVX3210/below_widget.h"
 #include "RVX3210/rvx3210ui.h"
 #include "SwitcherData/rvx3210_workdata.h"

@@ -1,10 +1,8 @@
-// Whatever a network sends, an open panel must neither crash nor read past what arrived.
-// Each panel family is bound to a unit that does not exist and fed, through its real socket,
-// malformed datagrams and well-summed frames whose payloads are cut short or lie about their
-// lengths. The checks that matter are made by the sanitizers this suite runs under; the test
-// itself asks that the panel is still there and still sends afterwards, and that no state it
-// was sent opened a warning: those are for the operator's input, and a modal box raised by
-// network data would stall a live panel (and a stream of them would stack).
+// Whatever a network sends, an open panel must neither crash nor read past what arrived: each
+// panel family is fed, through its real socket, noise and well-summed frames whose payloads are
+// cut short or lie about their lengths. The sanitizers catch the reads; the test asks that the
+// panel is still up and still sends, and that no warning box opened (a modal box raised by
+// network data would stall a live panel).
 #include "RVX3210/rvx3210ui.h"
 #include "RVX3220/rvx3220ui.h"
 #include "RVX3410/rvx3410ui.h"
