@@ -1,6 +1,5 @@
-// End to end in the lab: the real program's broadcast reaches the emulated units, and the
-// search window lists each of them with the label its model calls for. Runs on the operator
-// side of the lab (lab/lab.sh), which exports the emulator's log and the units' addresses.
+// End to end in the lab: the shipped program's broadcast reaches the emulated units, and the
+// search window lists each of them with the label its model calls for.
 #include "SwitcherData/workdata.h"
 #include "app/groupbox_right.h"
 #include "app/showsearch.h"
@@ -14,7 +13,7 @@
 #include <QtTest>
 
 // Search frames the emulator received and the replies it sent.
-int searchFramesLogged()
+static int searchFramesLogged()
 {
     return LabState::logCount("cmd=0xff .*sum=ok");
 }
@@ -40,7 +39,6 @@ void tst_E2eSearch::initTestCase()
 
 void tst_E2eSearch::programBroadcastReachesUnits()
 {
-    // The shipped program, started as an operator would: its first search must arrive.
     const int before = searchFramesLogged();
     QProcess kova;
     kova.setProgram(QStringLiteral(KOVA_BINARY));

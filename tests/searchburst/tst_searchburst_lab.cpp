@@ -1,8 +1,6 @@
-// Runs on the operator side of a lab with 512 emulated RVX3210 units, each with a HIS board
-// (see CMakeLists.txt). Their 1024 replies come within milliseconds of the search; the kernel
-// holds only a few hundred of them with the receive buffer a stock Debian grants, and the GUI
-// thread may be busy (building or painting the window) when they come. Every unit must still
-// be listed, each with its HIS board bound.
+// 512 emulated units with HIS boards answer one search within milliseconds: more replies than a
+// stock receive buffer holds, while the GUI thread is busy. Every unit must still be listed, each
+// with its HIS board bound.
 #include "SwitcherData/workdata.h"
 
 #include <QElapsedTimer>

@@ -1,7 +1,6 @@
-// The search from an operator PC with two network cards, in the lab: the default route leads
-// to an office network without units (its own namespace), the units sit behind the other link.
-// A broadcast that followed the routing table would reach only the office; the search must
-// leave by both links, once each, and list every unit.
+// An operator PC with two links: the default route leads to an office network without units,
+// the units sit behind the other. A broadcast following the routing table would reach only the
+// office; the search must leave by both links, once each, and list every unit.
 #include "SwitcherData/searchinterfaces.h"
 #include "SwitcherData/workdata.h"
 #include "labstate.h"
@@ -12,8 +11,7 @@
 
 namespace {
 
-// Broadcast datagrams the office namespace received with nobody listening: what of the search
-// reached the office network.
+// Broadcasts the office namespace received with nobody listening.
 int officeBroadcastsHeard()
 {
     QProcess cat;
