@@ -19,8 +19,7 @@ private slots:
     void cleanup();
     void labelsPerFilter_data();
     void labelsPerFilter();
-    void replyWhileAnotherFilterShowsReturnsToAll();
-    void searchClearsList();
+    void replyAndSearchUnderAFilter();
     void openOnce_data();
     void openOnce();
 
@@ -81,19 +80,15 @@ void tst_SearchWindow::labelsPerFilter()
     QCOMPARE(itemTexts(m_window->deviceList()), expected);
 }
 
-void tst_SearchWindow::replyWhileAnotherFilterShowsReturnsToAll()
+void tst_SearchWindow::replyAndSearchUnderAFilter()
 {
+    // A reply while a filter shows lists every unit again; the filter key stays checked.
     m_window->groupBox()->radio(2)->click();
-    QCOMPARE(m_window->deviceList()->count(), 1);
     addUnit("10.0.0.2", 0x21, "Bravo", 8);
     QTRY_COMPARE(m_window->deviceList()->count(), 8);
     QCOMPARE(m_window->deviceList()->item(1)->text(), QString("Bravo: 10.0.0.2"));
-    // The "all" key is not re-checked by a reply.
     QVERIFY(m_window->groupBox()->radio(2)->isChecked());
-}
-
-void tst_SearchWindow::searchClearsList()
-{
+    // A new search empties the list and the records, and checks "all".
     m_window->groupBox()->radio(1)->click();
     m_window->groupBox()->searchButton()->click();
     QCOMPARE(m_window->deviceList()->count(), 0);

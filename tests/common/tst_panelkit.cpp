@@ -98,10 +98,8 @@ private slots:
     void pipStateEcho();
 };
 
-// The window (400 x 300) at (100, 100) holds a strip (0,0 400x30) that holds a child
-// (0,20 50x10). `handle` names the widget the drag is installed on, `at` the one the events
-// go to; the press is at `press` there and global (500, 500), each move at a local and a
-// global point.
+// A window at (100, 100) holds a strip (0,0 400x30) holding a child (0,20 50x10). The drag is
+// installed on `handle`, events go to `at`; the press is global (500, 500).
 void TestPanelKit::dragMovesTarget_data()
 {
     QTest::addColumn<QString>("handle");
@@ -131,8 +129,7 @@ void TestPanelKit::dragMovesTarget_data()
     QTest::newRow("through an unhandled child")
         << "strip" << parent << 0 << "child" << QPoint(5, 5) << QList<QPoint>{{5, 5}}
         << QList<QPoint>{{520, 500}} << QPoint(20, 0) << QPoint();
-    // The search window: only the title band moves, and a move below it does not take the
-    // point either, so the next one inside covers the whole way.
+    // Only the title band drags; a move below it does not take the point either.
     QTest::newRow("band: below, then inside")
         << "window" << handle << 30 << "window" << p << QList<QPoint>{{10, 40}, {10, 10}}
         << QList<QPoint>{{540, 560}, {550, 505}} << QPoint(50, 5) << QPoint();
