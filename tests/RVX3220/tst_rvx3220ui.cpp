@@ -1,5 +1,5 @@
-// RVX3220 panel offscreen: lamps, the T-bar strokes and the insets, checked on the
-// wire through a stand-in unit at 127.0.0.2.
+// RVX3220 panel offscreen: lamps, the T-bar strokes and the insets, checked on the wire
+// through a stand-in unit at 127.0.0.2.
 #include "RVX3220/audio.h"
 #include "RVX3220/devlog.h"
 #include "RVX3220/ipdialog.h"
@@ -16,15 +16,12 @@
 
 #include <QButtonGroup>
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSlider>
 #include <QSpinBox>
 #include <QTimer>
 #include <QtTest>
-#include <functional>
-#include <memory>
 
 namespace {
 
@@ -59,34 +56,18 @@ class TestRvx3220Panel : public QObject
 {
     Q_OBJECT
 private slots:
-    void busKeys();
     void tbarStroke();
     void cutSwapsUnlessPip();
     void autoWaitsThenSwaps();
     void pipThenPop();
-    void popPositionNeedsWindow();
-    void popBorderButton();
+    void popInset();
     void pipSizeClampsPosition();
     void audio();
     void effects();
     void ipDialog_data();
     void ipDialog();
-    void settingsOpensIpDialog();
     void titleCloseQuitsEverything(); // last: it ends every event loop
 };
-
-void TestRvx3220Panel::busKeys()
-{
-    Rig rig;
-    rig.panel.pgm()->buttonGroup()->button(3)->click();
-    rig.panel.pvw()->buttonGroup()->button(6)->click();
-    QCOMPARE(rig.wire(), (QList<QByteArray>{hex("a56c1500a5ff0100000000000000000080034e03ae"),
-                                            hex("a56c1500a5ff0100000000000000000081065203ae")}));
-    QCOMPARE(rig.buses(), QStringLiteral("3/6"));
-    QVERIFY(lit(rig.panel.pgm()->buttonGroup()->button(3), ":/images/red/3.bmp"));
-    QVERIFY(lit(rig.panel.pgm()->buttonGroup()->button(1), ":/images/white/1.bmp"));
-    QVERIFY(lit(rig.panel.pvw()->buttonGroup()->button(6), ":/images/green/6.bmp"));
-}
 
 void TestRvx3220Panel::tbarStroke()
 {
@@ -94,37 +75,29 @@ void TestRvx3220Panel::tbarStroke()
     rig.panel.pgm()->setPGMCHstate(2);
     rig.panel.pvw()->setPVWCHstate(5);
     QSlider *tbar = rig.panel.tbar();
-
     QList<QByteArray> expected;
-    for (int v = 1; v <= 125; ++v) {
+    auto move = [&](int v, const QByteArray &frame) {
         tbar->setValue(v);
-        expected << lever(0, v);
-    }
+        expected << frame;
+    };
+    for (int v = 1; v <= 125; ++v)
+        move(v, lever(0, v));
     QVERIFY(lit(rig.panel.autoButton(), ":/images/red/AUTO.bmp"));
     QCOMPARE(rig.buses(), QStringLiteral("2/5"));
-    tbar->setValue(126);
-    expected << lever(1, 0);
+    move(126, lever(1, 0));
     QCOMPARE(rig.buses(), QStringLiteral("5/2"));
     QVERIFY(lit(rig.panel.autoButton(), ":/images/white/AUTO.bmp"));
-    for (int v = 125; v >= 2; --v) {
-        tbar->setValue(v);
-        expected << lever(1, 126 - v);
-    }
+    for (int v = 125; v >= 2; --v)
+        move(v, lever(1, 126 - v));
     QCOMPARE(rig.buses(), QStringLiteral("5/2"));
     // The return stroke ends at 1, one short of the bottom.
-    tbar->setValue(1);
-    expected << lever(1, 125);
+    move(1, lever(1, 125));
     QCOMPARE(rig.buses(), QStringLiteral("2/5"));
-    tbar->setValue(0);
-    expected << lever(0, 0);
+    move(0, lever(0, 0));
     QCOMPARE(rig.buses(), QStringLiteral("2/5"));
-    QVERIFY(lit(rig.panel.autoButton(), ":/images/white/AUTO.bmp"));
-
     // A second push swaps again.
-    tbar->setValue(126);
-    expected << lever(1, 0);
+    move(126, lever(1, 0));
     QCOMPARE(rig.buses(), QStringLiteral("5/2"));
-
     QCOMPARE(rig.wire(), expected);
 }
 
@@ -138,7 +111,9 @@ void TestRvx3220Panel::cutSwapsUnlessPip()
     rig.panel.cutButton()->click();
     QCOMPARE(rig.buses(), QStringLiteral("4/1"));
     QVERIFY(lit(rig.panel.cutButton(), ":/images/red/CUT.bmp"));
-    QCOMPARE(rig.panel.cutTimer()->interval(), 300);
+    QVERIFY(lit(rig.panel.pgm()->buttonGroup()->button(4), ":/images/red/4.bmp"));
+    QVERIFY(lit(rig.panel.pgm()->buttonGroup()->button(1), ":/images/white/1.bmp"));
+    QVERIFY(lit(rig.panel.pvw()->buttonGroup()->button(1), ":/images/green/1.bmp"));
     // A second cut late in the lamp's 300 ms starts them again.
     QTRY_VERIFY(rig.panel.cutTimer()->remainingTime() >= 0 && rig.panel.cutTimer()->remainingTime() < 200);
     rig.panel.cutButton()->click();
@@ -182,47 +157,40 @@ void TestRvx3220Panel::pipThenPop()
     Rig rig;
     rig.panel.pipButton()->click();
     QCOMPARE(rig.panel.width(), 1280);
-    QCOMPARE(rig.panel.titleBar()->width(), 1280);
     QVERIFY(rig.panel.pip()->isVisible());
     QVERIFY(lit(rig.panel.pipButton(), ":/images/red/PIP.bmp"));
-    QCOMPARE(rig.wire(), QList<QByteArray>{hex("a56c1500a5ff0100000000000000000086015203ae")});
-
+    QCOMPARE(rig.wire(), hexList("a56c1500a5ff0100000000000000000086015203ae"));
     // POP replaces PIP without a PIP-off frame.
     rig.panel.popButton()->click();
     QCOMPARE(rig.panel.width(), 1280);
-    QVERIFY(rig.panel.pip()->isHidden());
-    QVERIFY(rig.panel.pop()->isVisible());
+    QVERIFY(rig.panel.pip()->isHidden() && rig.panel.pop()->isVisible());
     QVERIFY(lit(rig.panel.pipButton(), ":/images/white/PIP.bmp"));
-    QVERIFY(lit(rig.panel.popButton(), ":/images/red/POP.bmp"));
-    QCOMPARE(rig.wire(), QList<QByteArray>{hex("a56c1500a5ff01000000000000000000a7017303ae")});
-
+    QCOMPARE(rig.wire(), hexList("a56c1500a5ff01000000000000000000a7017303ae"));
     rig.panel.popButton()->click();
     QCOMPARE(rig.panel.width(), 1000);
     QCOMPARE(rig.panel.titleBar()->width(), 1000);
     QVERIFY(rig.panel.pop()->isHidden());
-    QVERIFY(lit(rig.panel.popButton(), ":/images/white/POP.bmp"));
-    QCOMPARE(rig.wire(), QList<QByteArray>{hex("a56c1500a5ff01000000000000000000a7007203ae")});
-
     // PIP is off after POP took over, so the next PIP press turns it on again.
     rig.panel.pipButton()->click();
-    QCOMPARE(rig.wire(), QList<QByteArray>{hex("a56c1500a5ff0100000000000000000086015203ae")});
+    QCOMPARE(rig.wire(), hexList("a56c1500a5ff01000000000000000000a7007203ae "
+                                 "a56c1500a5ff0100000000000000000086015203ae"));
 }
 
-void TestRvx3220Panel::popPositionNeedsWindow()
+void TestRvx3220Panel::popInset()
 {
     Rig rig;
     rig.panel.popButton()->click();
     rig.wire();
     POP *pop = rig.panel.pop();
     {
+        // A position needs a window source first.
         ModalWatch watch;
         pop->hPosition()->setValue(100);
         pop->vPosition()->setValue(50);
-        QCOMPARE(watch.boxes, QStringList({QStringLiteral("Warning|please choose Window source"),
+        QCOMPARE(watch.boxes, (QStringList{QStringLiteral("Warning|please choose Window source"),
                                            QStringLiteral("Warning|please choose Window source")}));
     }
     QCOMPARE(rig.wire(), QList<QByteArray>{});
-
     pop->windowButton()->click();
     QCOMPARE(pop->windowButton()->text(), QStringLiteral("1"));
     QVERIFY(pop->POP_WindowMode());
@@ -235,43 +203,32 @@ void TestRvx3220Panel::popPositionNeedsWindow()
         pop->vPosition()->setValue(540);
         QCOMPARE(watch.boxes, QStringList());
     }
-    QCOMPARE(rig.wire(), (QList<QByteArray>{hex("a56c1500a5ff01000000000000000000a8017403ae"),
-                                            hex("a56c1500a5ff01000000000000000000a8027503ae"),
-                                            hex("a56c1600a5ff01000000000000000000acc0033b04ae"),
-                                            hex("a56c1600a5ff01000000000000000000ad1c029703ae")}));
-}
-
-void TestRvx3220Panel::popBorderButton()
-{
-    Rig rig;
-    QPushButton *border = rig.panel.pop()->borderButton();
-    QCOMPARE(border->text(), QStringLiteral("On")); // reads On while still off
+    // The border key reads On while still off; once pressed it names its state.
+    QPushButton *border = pop->borderButton();
+    QCOMPARE(border->text(), QStringLiteral("On"));
     border->click();
     QCOMPARE(border->text(), QStringLiteral("On"));
     border->click();
     QCOMPARE(border->text(), QStringLiteral("Off"));
-    QCOMPARE(rig.wire(), (QList<QByteArray>{hex("a56c1500a5ff01000000000000000000a9017503ae"),
-                                            hex("a56c1500a5ff01000000000000000000a9007403ae")}));
+    QCOMPARE(
+        rig.wire(),
+        hexList("a56c1500a5ff01000000000000000000a8017403ae a56c1500a5ff01000000000000000000a8027503ae "
+                "a56c1600a5ff01000000000000000000acc0033b04ae a56c1600a5ff01000000000000000000ad1c029703ae "
+                "a56c1500a5ff01000000000000000000a9017503ae a56c1500a5ff01000000000000000000a9007403ae"));
 }
 
 void TestRvx3220Panel::pipSizeClampsPosition()
 {
+    // The pane's commands on this link: Medium, H beyond it clamped to 1280, Small.
     Rig rig;
     PIP *pip = rig.panel.pip();
-    QCOMPARE(pip->hPosition()->maximum(), 960);
-    QCOMPARE(pip->vPosition()->maximum(), 540);
-
-    pip->sizeList()->setCurrentIndex(1); // Medium
-    QCOMPARE(pip->hPosition()->maximum(), 1280);
-    QCOMPARE(pip->vPosition()->maximum(), 720);
+    pip->sizeList()->setCurrentIndex(1);
     pip->hPosition()->setValue(1300);
-    QCOMPARE(pip->hPosition()->value(), 1280);
-    pip->sizeList()->setCurrentIndex(0); // Small
-    QCOMPARE(pip->hPosition()->maximum(), 1440);
-    QCOMPARE(pip->vPosition()->maximum(), 810);
-    QCOMPARE(rig.wire(), (QList<QByteArray>{hex("a56c1500a5ff01000000000000000000a2016e03ae"),
-                                            hex("a56c1600a5ff01000000000000000000a000057103ae"),
-                                            hex("a56c1500a5ff01000000000000000000a2006d03ae")}));
+    pip->sizeList()->setCurrentIndex(0);
+    QCOMPARE(
+        rig.wire(),
+        hexList("a56c1500a5ff01000000000000000000a2016e03ae a56c1600a5ff01000000000000000000a000057103ae "
+                "a56c1500a5ff01000000000000000000a2006d03ae"));
 }
 
 void TestRvx3220Panel::audio()
@@ -284,7 +241,7 @@ void TestRvx3220Panel::audio()
         ModalWatch watch;
         audio->ch2Volume()->setValue(70);
         audio->ch1Volume()->setValue(80);
-        QCOMPARE(watch.boxes, QStringList({QStringLiteral("Warning|please choose CH1 source"),
+        QCOMPARE(watch.boxes, (QStringList{QStringLiteral("Warning|please choose CH1 source"),
                                            QStringLiteral("Warning|please choose CH1 source")}));
     }
     QCOMPARE(rig.wire(), QList<QByteArray>{});
@@ -295,19 +252,15 @@ void TestRvx3220Panel::audio()
     audio->ch1Volume()->setValue(100);
     audio->pgmOut()->setCurrentIndex(3); // 1080I50, code 0x01
     audio->modeGroup()->button(1)->click();
-    QVERIFY(lit(audio->modeGroup()->button(1), ":/images/green/AFV.bmp"));
     audio->modeGroup()->button(2)->click();
     QVERIFY(lit(audio->modeGroup()->button(1), ":/images/white/AFV.bmp"));
     QVERIFY(lit(audio->modeGroup()->button(2), ":/images/green/MIX.bmp"));
-    QCOMPARE(rig.wire(), (QList<QByteArray>{
-                             hex("a56c1500a5ff01000000000000000000ba038803ae"),
-                             hex("a56c1600a5ff01000000000000000000b8033cc303ae"),
-                             hex("a56c1500a5ff01000000000000000000b9088c03ae"),
-                             hex("a56c1600a5ff01000000000000000000b80864f003ae"),
-                             hex("a56c1500a5ff01000000000000000000a3016f03ae"),
-                             hex("a56c1400a5ff01000000000000000000cc9603ae"),
-                             hex("a56c1400a5ff01000000000000000000cb9503ae"),
-                         }));
+    QCOMPARE(
+        rig.wire(),
+        hexList("a56c1500a5ff01000000000000000000ba038803ae a56c1600a5ff01000000000000000000b8033cc303ae "
+                "a56c1500a5ff01000000000000000000b9088c03ae a56c1600a5ff01000000000000000000b80864f003ae "
+                "a56c1500a5ff01000000000000000000a3016f03ae a56c1400a5ff01000000000000000000cc9603ae "
+                "a56c1400a5ff01000000000000000000cb9503ae"));
 }
 
 void TestRvx3220Panel::effects()
@@ -316,68 +269,42 @@ void TestRvx3220Panel::effects()
     QButtonGroup *keys = rig.panel.transitions()->buttonGroup();
     keys->button(5)->click(); // Left
     QVERIFY(lit(keys->button(5), ":/images/green/LEFT.bmp"));
-    QVERIFY(lit(keys->button(3), ":/images/white/up.bmp"));
-    QVERIFY(lit(keys->button(6), ":/images/white/Right.bmp"));
     keys->button(1)->click(); // MIX
     QVERIFY(lit(keys->button(1), ":/images/green/MIX.bmp"));
     QVERIFY(lit(keys->button(5), ":/images/white/Left.bmp"));
-    QCOMPARE(rig.wire(), (QList<QByteArray>{hex("a56c1400a5ff01000000000000000000905a03ae"),
-                                            hex("a56c1500a5ff0100000000000000000092238003ae"),
-                                            hex("a56c1400a5ff010000000000000000008e5803ae")}));
+    QCOMPARE(rig.wire(),
+             hexList("a56c1400a5ff01000000000000000000905a03ae a56c1500a5ff0100000000000000000092238003ae "
+                     "a56c1400a5ff010000000000000000008e5803ae"));
 }
 
+// Refused addresses: the dialog warns or stays silent, and nothing goes out (the accepted one
+// is driven by its Return key with the other panels' keys).
 void TestRvx3220Panel::ipDialog_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QStringList>("boxes");
-    QTest::addColumn<bool>("sent");
     const QStringList empty{QStringLiteral("Warning|Text cannot be empty")};
-    QTest::newRow("0.0.0.0") << QStringLiteral("0.0.0.0") << empty << false;
-    QTest::newRow("empty") << QString() << empty << false;
-    QTest::newRow("three parts") << QStringLiteral("10.1.2") << QStringList() << false;
-    QTest::newRow("empty part") << QStringLiteral("10..1.2") << QStringList() << false;
-    QTest::newRow("address") << QStringLiteral("127.0.0.3") << QStringList() << true;
+    QTest::newRow("0.0.0.0") << QStringLiteral("0.0.0.0") << empty;
+    QTest::newRow("empty") << QString() << empty;
+    QTest::newRow("three parts") << QStringLiteral("10.1.2") << QStringList();
+    QTest::newRow("empty part") << QStringLiteral("10..1.2") << QStringList();
 }
 
 void TestRvx3220Panel::ipDialog()
 {
     QFETCH(QString, text);
     QFETCH(QStringList, boxes);
-    QFETCH(bool, sent);
     Rig rig;
-    WireCapture moved(QStringLiteral("127.0.0.3"));
     IPDialog dialog(&rig.panel, rig.panel.link());
+    // It shows the unit's address, and only an address can be typed.
+    QTest::keyClicks(dialog.addressEdit(), QStringLiteral("x"));
     QCOMPARE(dialog.addressEdit()->text(), QStringLiteral("127.0.0.2"));
     dialog.addressEdit()->setText(text);
     ModalWatch watch;
     dialog.okButton()->click();
     QCOMPARE(watch.boxes, boxes);
-    if (sent) {
-        QCOMPARE(rig.unit.take(1),
-                 QList<QByteArray>{hex("a56c2000a5ff00000000000000000000057f00000300000000000000005c03ae")});
-        QCOMPARE(rig.panel.link()->unitAddress(), QStringLiteral("127.0.0.3"));
-    } else {
-        QCOMPARE(rig.wire(), QList<QByteArray>{});
-        QCOMPARE(rig.panel.link()->unitAddress(), QStringLiteral("127.0.0.2"));
-    }
-}
-
-void TestRvx3220Panel::settingsOpensIpDialog()
-{
-    Rig rig;
-    QString shown;
-    ModalWatch watch([&shown](QWidget *w) {
-        auto *dialog = qobject_cast<IPDialog *>(w);
-        QVERIFY(dialog);
-        shown = dialog->addressEdit()->text();
-        // Only an address can be typed.
-        QTest::keyClicks(dialog->addressEdit(), QStringLiteral("x"));
-        QCOMPARE(dialog->addressEdit()->text(), shown);
-        dialog->closeButton()->click();
-    });
-    rig.panel.settingsButton()->click();
-    QCOMPARE(shown, QStringLiteral("127.0.0.2"));
-    QVERIFY(rig.panel.findChildren<IPDialog *>().isEmpty()); // deleted once closed
+    QCOMPARE(rig.wire(), QList<QByteArray>{});
+    QCOMPARE(rig.panel.link()->unitAddress(), QStringLiteral("127.0.0.2"));
 }
 
 void TestRvx3220Panel::titleCloseQuitsEverything()

@@ -1,7 +1,6 @@
-// RVX3410 panel offscreen: the record bytes 26-28 and their fan-out, REC/PAUSE/STREAM/ROTATE
-// and the menu keys on the wire, and the delayed state read.
+// RVX3410 panel offscreen: the record bytes 26-28 and their lamps, REC/PAUSE/STREAM/ROTATE and
+// the menu keys on the wire, and the delayed state read.
 #include "RVX3210/below_widget.h"
-#include "RVX3210/plane_top.h"
 #include "RVX3210/upper_widget.h"
 #include "RVX3410/rvx3410ui.h"
 #include "RVX3410/rvx_3410_middle_widget.h"
@@ -11,36 +10,23 @@
 #include "wirecapture.h"
 
 #include <QComboBox>
-#include <QDialog>
 #include <QElapsedTimer>
-#include <QLabel>
 #include <QPushButton>
 #include <QSpinBox>
-#include <QTimer>
 #include <QtTest>
 
 namespace {
 
 // Not a frame: bounds a capture, so "nothing more was sent" needs no wait.
 const QByteArray Marker("end of capture");
-const QByteArray ReadState = QByteArray::fromHex("a56c1400a5ff01000000000000000000491303ae");
+const QByteArray ReadState = hex("a56c1400a5ff01000000000000000000491303ae");
 
-QList<QByteArray> frames(const QStringList &hexFrames)
+// A 29-byte record of a unit at rest, with bytes 9 and 26-28 as given.
+QByteArray record(uint8_t ftb, uint8_t b26, uint8_t b27, uint8_t b28)
 {
-    QList<QByteArray> out;
-    for (const QString &h : hexFrames)
-        out << QByteArray::fromHex(h.toLatin1());
-    return out;
-}
-
-// A 29-byte record of a unit at rest, with bytes 9, 21 and 26-28 as given.
-QByteArray record(uint8_t ftb, uint8_t b26, uint8_t b27, uint8_t b28, uint8_t output = 7)
-{
-    QByteArray r = QByteArray::fromHex("0102000732033201000000000002000000000000010700000000");
+    QByteArray r = hex("0102000732033201000000000002000000000000010700000000");
     r[9] = char(ftb);
-    r[21] = char(output);
-    r.append(char(b26)).append(char(b27)).append(char(b28));
-    return r;
+    return r.append(char(b26)).append(char(b27)).append(char(b28));
 }
 
 struct Rig
@@ -82,62 +68,46 @@ private slots:
     void menuKeys();
     void sourcesStartAtFirstEntry();
     void delayedRead();
-    void readKeyCancelsDelayedRead();
-    void returnKeyEmitsExit();
 };
 
 void TestRvx3410Panel::stateBytes_data()
 {
-    QTest::addColumn<uint8_t>("b26");
-    QTest::addColumn<uint8_t>("b27");
-    QTest::addColumn<uint8_t>("b28");
-    QTest::addColumn<QString>("on"); // of "rec pause stream rotate ftb"
-    auto row = [](const char *name, int b26, int b27, int b28, const char *on) {
-        QTest::newRow(name) << uint8_t(b26) << uint8_t(b27) << uint8_t(b28) << QString(on);
-    };
-    row("idle", 0x00, 0x00, 0x00, "");
-    row("recording", 0x08, 0x00, 0x00, "rec");
-    row("paused", 0x10, 0x00, 0x00, "rec pause");
+    QTest::addColumn<QByteArray>("bytes"); // 26, 27, 28
+    QTest::addColumn<QString>("on");       // of "rec pause stream rotate ftb"
+    QTest::newRow("idle") << hex("000000") << "";
+    QTest::newRow("paused") << hex("100000") << "rec pause";
     // Code 3 blinks FTB (read after the FTB byte 0, which stops it), not REC.
-    row("code 3", 0x18, 0x00, 0x00, "rec ftb");
-    row("other bits of 26", 0xE7, 0x00, 0x00, "");
-    row("recording among others", 0x0F, 0x00, 0x00, "rec");
-    row("streaming", 0x00, 0x04, 0x00, "stream");
-    row("all of 27 but bit 2", 0x00, 0xFB, 0x00, "");
-    row("rotated", 0x00, 0x00, 0x40, "rotate");
-    row("rotated, low bits set", 0x00, 0x00, 0x7F, "rotate");
-    row("bits 6-7 = 11", 0x00, 0x00, 0xC0, "");
-    row("bits 6-7 = 10", 0x00, 0x00, 0x80, "");
+    QTest::newRow("code 3") << hex("180000") << "rec ftb";
+    QTest::newRow("other bits of 26") << hex("e70000") << "";
+    QTest::newRow("recording among others") << hex("0f0000") << "rec";
+    QTest::newRow("all of 27 but bit 2") << hex("00fb00") << "";
+    QTest::newRow("streaming") << hex("000400") << "stream";
+    QTest::newRow("rotated, low bits set") << hex("00007f") << "rotate";
+    QTest::newRow("bits 6-7 = 11") << hex("0000c0") << "";
 }
 
 void TestRvx3410Panel::stateBytes()
 {
-    QFETCH(uint8_t, b26);
-    QFETCH(uint8_t, b27);
-    QFETCH(uint8_t, b28);
+    QFETCH(QByteArray, bytes);
     QFETCH(QString, on);
     const bool rec = on.contains("rec"), pause = on.contains("pause"), stream = on.contains("stream"),
                rotate = on.contains("rotate"), ftbBlinks = on.contains("ftb");
-
     Rig rig;
     rig.settle();
     RVX_3410_Upper_Widget *up = rig.panel.upperRow();
     // From everything lit and from everything dark, the record alone decides.
     for (const QByteArray &before : {record(0, 0x10, 0x04, 0x40), record(0, 0x00, 0x00, 0x00)}) {
         rig.panel.on_toRead_3210Dtat(before);
-        rig.panel.on_toRead_3210Dtat(record(0, b26, b27, b28));
-        QCOMPARE(up->f4On(), rec);
-        QCOMPARE(up->f5On(), pause);
-        QCOMPARE(up->f6On(), stream);
-        QCOMPARE(up->f8On(), rotate);
-        QCOMPARE(lit(up->btnF5(), "green/F5.bmp"), pause);
-        QCOMPARE(lit(up->btnF6(), "green/F6.bmp"), stream);
-        QCOMPARE(lit(up->btnF8(), "green/F8.bmp"), rotate);
+        rig.panel.on_toRead_3210Dtat(record(0, uint8_t(bytes[0]), uint8_t(bytes[1]), uint8_t(bytes[2])));
+        QCOMPARE((QList<bool>{up->f4On(), up->f5On(), up->f6On(), up->f8On()}),
+                 (QList<bool>{rec, pause, stream, rotate}));
+        QCOMPARE((QList<bool>{lit(up->btnF5(), "green/F5.bmp"), lit(up->btnF6(), "green/F6.bmp"),
+                              lit(up->btnF8(), "green/F8.bmp")}),
+                 (QList<bool>{pause, stream, rotate}));
         if (rec != ftbBlinks) // code 3 sets REC without touching its look
             QCOMPARE(lit(up->btnF4(), "red/F4.bmp"), rec);
         QCOMPARE(up->blinkTimer()->isActive(), ftbBlinks);
         QVERIFY(!up->recBlinkTimer()->isActive());
-        QVERIFY(!up->ftbOn());
     }
 }
 
@@ -157,95 +127,79 @@ void TestRvx3410Panel::shortRecordLeavesExtrasAlone()
 void TestRvx3410Panel::keys_data()
 {
     QTest::addColumn<QString>("presses");
-    QTest::addColumn<QStringList>("sent");
+    QTest::addColumn<QByteArray>("sent");
     QTest::addColumn<bool>("rec");
     QTest::addColumn<bool>("pause");
-
-    const QString recOn = "a56c1500a5ff01000000000000000000b2017e03ae";
-    const QString recOff = "a56c1500a5ff01000000000000000000b2007d03ae";
-    const QString pause = "a56c1400a5ff01000000000000000000c58f03ae";
-    QTest::newRow("pause alone") << "5" << QStringList() << false << false;
-    QTest::newRow("rec") << "4" << QStringList{recOn} << true << false;
-    QTest::newRow("rec, pause") << "45" << QStringList{recOn, pause} << true << true;
-    QTest::newRow("rec, pause, resume") << "455" << QStringList{recOn, pause, pause} << true << false;
-    QTest::newRow("stop ends the pause") << "454" << QStringList{recOn, pause, recOff} << false << false;
-    QTest::newRow("pause after stop") << "4545" << QStringList{recOn, pause, recOff} << false << false;
-    const QString rotate = "a56c1400a5ff01000000000000000000d59f03ae";
+    const QByteArray recOn = "a56c1500a5ff01000000000000000000b2017e03ae ";
+    const QByteArray recOff = "a56c1500a5ff01000000000000000000b2007d03ae ";
+    const QByteArray pause = "a56c1400a5ff01000000000000000000c58f03ae ";
+    const QByteArray rotate = "a56c1400a5ff01000000000000000000d59f03ae ";
+    QTest::newRow("pause alone") << "5" << QByteArray() << false << false;
+    QTest::newRow("rec, pause") << "45" << recOn + pause << true << true;
+    QTest::newRow("rec, pause, resume") << "455" << recOn + pause + pause << true << false;
+    QTest::newRow("pause after stop") << "4545" << recOn + pause + recOff << false << false;
     QTest::newRow("stream on, off") << "66"
-                                    << QStringList{"a56c1500a5ff0100000000000000000087015303ae",
-                                                   "a56c1500a5ff0100000000000000000087005203ae"}
+                                    << QByteArray("a56c1500a5ff0100000000000000000087015303ae "
+                                                  "a56c1500a5ff0100000000000000000087005203ae")
                                     << false << false;
-    QTest::newRow("rotate twice") << "88" << QStringList{rotate, rotate} << false << false;
+    QTest::newRow("rotate twice") << "88" << rotate + rotate << false << false;
 }
 
 void TestRvx3410Panel::keys()
 {
     QFETCH(QString, presses);
-    QFETCH(QStringList, sent);
+    QFETCH(QByteArray, sent);
     QFETCH(bool, rec);
     QFETCH(bool, pause);
-
     Rig rig;
     rig.settle();
     RVX_3410_Upper_Widget *up = rig.panel.upperRow();
-    bool stream = false;
-    bool rotate = false;
-    for (QChar key : presses) {
-        if (key == '4')
-            up->btnF4()->click();
-        else if (key == '5')
-            up->btnF5()->click();
-        else if (key == '6')
-            up->btnF6()->click(), stream = !stream;
-        else if (key == '8')
-            up->btnF8()->click(), rotate = !rotate;
-    }
-    QCOMPARE(rig.wire(), frames(sent));
-    QCOMPARE(up->f4On(), rec);
-    QCOMPARE(up->f5On(), pause);
-    QCOMPARE(lit(up->btnF4(), "red/F4.bmp"), rec);
-    QCOMPARE(lit(up->btnF5(), "green/F5.bmp"), pause);
-    QCOMPARE(up->f6On(), stream);
-    QCOMPARE(up->f8On(), rotate);
-    QCOMPARE(lit(up->btnF8(), "green/F8.bmp"), rotate);
+    const QMap<char, QPushButton *> key{
+        {'4', up->btnF4()}, {'5', up->btnF5()}, {'6', up->btnF6()}, {'8', up->btnF8()}};
+    for (QChar k : presses)
+        key[k.toLatin1()]->click();
+    QCOMPARE(rig.wire(), hexList(sent));
+    // STREAM and ROTATE are pressed twice or never: off again.
+    QCOMPARE((QList<bool>{up->f4On(), up->f5On(), up->f6On(), up->f8On()}),
+             (QList<bool>{rec, pause, false, false}));
+    QCOMPARE((QList<bool>{lit(up->btnF4(), "red/F4.bmp"), lit(up->btnF5(), "green/F5.bmp"),
+                          lit(up->btnF8(), "green/F8.bmp")}),
+             (QList<bool>{rec, pause, false}));
 }
 
 void TestRvx3410Panel::menuKeys_data()
 {
     QTest::addColumn<int>("key");
     QTest::addColumn<QString>("litPicture");
-    QTest::addColumn<QStringList>("onPress");
-    QTest::addColumn<QStringList>("onRelease");
-
-    QTest::newRow("up") << 0 << "green/Up.bmp" << QStringList{"a56c1600a5ff01000000000000000000d94101e703ae"}
-                        << QStringList{"a56c1600a5ff01000000000000000000d94100e603ae"};
+    QTest::addColumn<QByteArray>("onPress");
+    QTest::addColumn<QByteArray>("onRelease");
+    QTest::newRow("up") << 0 << "green/Up.bmp" << QByteArray("a56c1600a5ff01000000000000000000d94101e703ae")
+                        << QByteArray("a56c1600a5ff01000000000000000000d94100e603ae");
     // The menu key sends its press only.
     QTest::newRow("menu") << 1 << "rgb(41,129,36)"
-                          << QStringList{"a56c1600a5ff01000000000000000000d96b011104ae"} << QStringList();
+                          << QByteArray("a56c1600a5ff01000000000000000000d96b011104ae") << QByteArray();
     QTest::newRow("down") << 2 << "green/Down.bmp"
-                          << QStringList{"a56c1600a5ff01000000000000000000d94201e803ae"}
-                          << QStringList{"a56c1600a5ff01000000000000000000d94200e703ae"};
+                          << QByteArray("a56c1600a5ff01000000000000000000d94201e803ae")
+                          << QByteArray("a56c1600a5ff01000000000000000000d94200e703ae");
 }
 
 void TestRvx3410Panel::menuKeys()
 {
     QFETCH(int, key);
     QFETCH(QString, litPicture);
-    QFETCH(QStringList, onPress);
-    QFETCH(QStringList, onRelease);
-
+    QFETCH(QByteArray, onPress);
+    QFETCH(QByteArray, onRelease);
     Rig rig;
     rig.settle();
     RVX_3410_Middle_widget *mid = rig.panel.middleRow();
     QPushButton *button = QList<QPushButton *>{mid->btnMenuUp(), mid->btnMenu(), mid->btnMenuDown()}.at(key);
-    const QByteArray pictureName = litPicture.toLatin1();
-
+    const QByteArray picture = litPicture.toLatin1();
     QTest::mousePress(button, Qt::LeftButton);
-    QCOMPARE(rig.wire(), frames(onPress));
-    QVERIFY(lit(button, pictureName.constData()));
+    QCOMPARE(rig.wire(), hexList(onPress));
+    QVERIFY(lit(button, picture.constData()));
     QTest::mouseRelease(button, Qt::LeftButton);
-    QCOMPARE(rig.wire(), frames(onRelease));
-    QVERIFY(!lit(button, pictureName.constData()));
+    QCOMPARE(rig.wire(), hexList(onRelease));
+    QVERIFY(!lit(button, picture.constData()));
 }
 
 void TestRvx3410Panel::sourcesStartAtFirstEntry()
@@ -258,39 +212,26 @@ void TestRvx3410Panel::sourcesStartAtFirstEntry()
     rig.settle();
     // A source is chosen, so a level goes out without a warning.
     mid->ch1Volume()->setValue(30);
-    QCOMPARE(rig.wire(), frames({"a56c1500a5ff01000000000000000000ce1eb703ae"}));
+    QCOMPARE(rig.wire(), hexList("a56c1500a5ff01000000000000000000ce1eb703ae"));
 }
 
 void TestRvx3410Panel::delayedRead()
 {
     QElapsedTimer clock;
     clock.start();
-    Rig rig;
-    QVERIFY(rig.panel.upperRow()->stateReadTimer()->isActive());
-    QVERIFY(rig.unit.waitFor(1));
-    QVERIFY(rig.unit.waitFor(2, 6000));
-    // A coarse timer may fire up to 5 % early.
-    QVERIFY2(clock.elapsed() >= 2850, qPrintable(QString::number(clock.elapsed())));
-    QCOMPARE(rig.wire(), (QList<QByteArray>{ReadState, ReadState}));
-    QVERIFY(!rig.panel.upperRow()->stateReadTimer()->isActive());
-}
-
-void TestRvx3410Panel::readKeyCancelsDelayedRead()
-{
+    {
+        Rig rig;
+        QVERIFY(rig.unit.waitFor(2, 6000));
+        // A coarse timer may fire up to 5 % early.
+        QVERIFY2(clock.elapsed() >= 2850, qPrintable(QString::number(clock.elapsed())));
+        QCOMPARE(rig.wire(), (QList<QByteArray>{ReadState, ReadState}));
+        QVERIFY(!rig.panel.upperRow()->stateReadTimer()->isActive());
+    }
+    // The read key stands in for the delayed read.
     Rig rig;
     rig.panel.upperRow()->btnRead()->click();
     QVERIFY(!rig.panel.upperRow()->stateReadTimer()->isActive());
     QCOMPARE(rig.wire(), (QList<QByteArray>{ReadState, ReadState}));
-}
-
-void TestRvx3410Panel::returnKeyEmitsExit()
-{
-    Rig rig;
-    QSignalSpy exits(&rig.panel, &RVX3410UI::ExitSignals);
-    rig.panel.upperRow()->btnReturn()->click();
-    QCOMPARE(exits.count(), 1);
-    QVERIFY(!rig.panel.upperRow()->btnClose());
-    QCOMPARE(rig.panel.titleBar()->modelName()->text(), QStringLiteral("RVX3410"));
 }
 
 QTEST_MAIN(TestRvx3410Panel)

@@ -129,16 +129,16 @@ void TestRvx5350::cyclesShownAndSent()
              (QStringList{"1080P50", "1080I60", "1080I50", "1080P30", "1080P25", "1080P24", "1080P60"}));
     QCOMPARE(rates, (QStringList{"RARE2", "RARE3", "RARE1"}));
     QCOMPARE(sources, (QStringList{"IN2", "MIC_IN1", "MIC_IN2", "IN1"}));
-    // Each format goes out as its code.
-    QCOMPARE(rig.sent(),
-             hexList("a56c1500a5ff01000000000000000000a30b7903ae a56c1500a5ff01000000000000000000a3097703ae "
-                     "a56c1500a5ff01000000000000000000a3016f03ae a56c1500a5ff01000000000000000000a3037103ae "
-                     "a56c1500a5ff01000000000000000000a30d7b03ae a56c1500a5ff01000000000000000000a3057303ae "
-                     "a56c1500a5ff01000000000000000000a3077503ae "
+    // Each format goes out as its code (the whole cycle is checked on the settings window);
+    // then the rates and the sources.
+    const QList<QByteArray> sent = rig.sent();
+    QCOMPARE(sent.mid(6),
+             hexList("a56c1500a5ff01000000000000000000a3077503ae "
                      "a56c1500a5ff01000000000000000000a5017103ae a56c1500a5ff01000000000000000000a5027203ae "
                      "a56c1500a5ff01000000000000000000a5007003ae a56c1500a5ff01000000000000000000b9048803ae "
                      "a56c1500a5ff01000000000000000000b9088c03ae a56c1500a5ff01000000000000000000b9008403ae "
                      "a56c1500a5ff01000000000000000000b9038703ae"));
+    QCOMPARE(sent.first(), hex("a56c1500a5ff01000000000000000000a30b7903ae"));
     QCOMPARE(rig.panel.front()->rate(), uint8_t(0));
     QVERIFY(isOff(rig.key("btn_reso")));
 }
