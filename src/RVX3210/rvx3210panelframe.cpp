@@ -105,8 +105,12 @@ void Rvx3210PanelFrame::init3210ui_2(Upper_Widget *upper, Middle_widget *middle)
 
 void Rvx3210PanelFrame::DevTypeID(QString devIp, uint8_t a, uint8_t b, QString hisIp, uint8_t c, uint8_t d)
 {
-    m_link->get_DevTypeID(devIp, a, b);
-    m_link->get_HISTypeID(hisIp, c, d);
+    bindUnit(UnitAddress::fromText(devIp, a, b), UnitAddress::fromText(hisIp, c, d));
+}
+
+void Rvx3210PanelFrame::bindUnit(const UnitAddress &unit, const UnitAddress &his)
+{
+    m_link->bindBoards(unit, his);
     // The one read of the binding; nothing polls (the RVX3410 upper row reads once more, 3 s on).
     m_link->SendCMDRead3210state();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "SwitcherData/unitaddress.h"
+
 #include <QDialog>
 #include <QString>
 #include <cstdint>
@@ -25,6 +27,8 @@ class Rvx3210PanelFrame : public QDialog
     Q_OBJECT
 public:
     void DevTypeID(QString devIp, uint8_t a, uint8_t b, QString hisIp, uint8_t c, uint8_t d);
+    // Binds the unit's boards as the search found them, then asks for the unit's state.
+    void bindUnit(const UnitAddress &unit, const UnitAddress &his);
 
     RVX3210_workdata *link() const { return m_link; }
     Plane_Top *titleBar() const { return m_top; }

@@ -143,6 +143,11 @@ void RVX3220UI::DevTypeID(QString ip, quint8 classByte, quint8 numberByte)
     m_link->DevTypeID(ip, classByte, numberByte);
 }
 
+void RVX3220UI::bindUnit(const UnitAddress &unit, const UnitAddress &his)
+{
+    m_link->bindBoards(unit, his);
+}
+
 void RVX3220UI::done(int result)
 {
     // The next panel gets port 7000 even if this one is kept.

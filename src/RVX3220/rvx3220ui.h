@@ -1,5 +1,7 @@
 #pragma once
 
+#include "SwitcherData/unitaddress.h"
+
 #include <QDialog>
 #include <cstdint>
 
@@ -25,6 +27,8 @@ public:
     explicit RVX3220UI(QWidget *parent = nullptr);
 
     void DevTypeID(QString ip, quint8 classByte, quint8 numberByte);
+    // The unit has no HIS board: only the main board is bound.
+    void bindUnit(const UnitAddress &unit, const UnitAddress &his = UnitAddress());
 
     RVX3220_workdata *link() const { return m_link; }
     AUDIO *audio() const { return m_audio; }

@@ -165,8 +165,12 @@ void RVX5310Dialog::init_Toggle_key()
 
 void RVX5310Dialog::DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5)
 {
-    m_link->get_DevTypeID(ip, b4, b5);
-    m_link->get_HISTypeID(hisIp, h4, h5);
+    bindUnit(UnitAddress::fromText(ip, b4, b5), UnitAddress::fromText(hisIp, h4, h5));
+}
+
+void RVX5310Dialog::bindUnit(const UnitAddress &unit, const UnitAddress &his)
+{
+    m_link->bindBoards(unit, his);
     m_link->SendCMDRead3210state();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "SwitcherData/unitaddress.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QWidget>
@@ -34,6 +36,8 @@ public:
 
     // Binds the unit and its HIS board, then asks for the unit's state.
     void DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5);
+    // Binds the unit's boards as the search found them, then asks for the unit's state.
+    void bindUnit(const UnitAddress &unit, const UnitAddress &his);
 
     RVX5ALL_workdata *link() const { return m_link; }
     FrontPanel8000 *front() const { return m_front; }

@@ -131,11 +131,15 @@ void RVX5370::initBelow()
 
 void RVX5370::DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5)
 {
-    m_link->get_DevTypeID(ip, b4, b5);
-    m_link->get_HISTypeID(hisIp, h4, h5);
-    m_pipBox->DevTypeID(ip, b4, b5, hisIp, h4, h5);
-    m_set->getDevIP(ip);
-    m_f1->getDevIP(ip);
+    bindUnit(UnitAddress::fromText(ip, b4, b5), UnitAddress::fromText(hisIp, h4, h5));
+}
+
+void RVX5370::bindUnit(const UnitAddress &unit, const UnitAddress &his)
+{
+    m_link->bindBoards(unit, his);
+    m_pipBox->bindUnit(unit, his);
+    m_set->getDevIP(unit.text());
+    m_f1->getDevIP(unit.text());
     // F1 shows the unit's address: it has one now.
     ui->btn_f1->setEnabled(true);
     m_link->SendCMDRead3210state();

@@ -48,10 +48,13 @@ PIPGro::PIPGro(const Geometry &geometry, RVX5ALL_workdata *model, QWidget *paren
 
 void PIPGro::DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5)
 {
-    if (!m_link)
-        return;
-    m_link->get_DevTypeID(ip, b4, b5);
-    m_link->get_HISTypeID(hisIp, h4, h5);
+    bindUnit(UnitAddress::fromText(ip, b4, b5), UnitAddress::fromText(hisIp, h4, h5));
+}
+
+void PIPGro::bindUnit(const UnitAddress &unit, const UnitAddress &his)
+{
+    if (m_link)
+        m_link->bindBoards(unit, his);
 }
 
 QPoint PIPGro::clamped(QPoint p) const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "SwitcherData/unitaddress.h"
+
 #include <QPoint>
 #include <QSize>
 #include <QString>
@@ -49,6 +51,7 @@ public:
 
     // Passes the unit's and its HIS board's addresses to the link the box sends through.
     void DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5);
+    void bindUnit(const UnitAddress &unit, const UnitAddress &his);
 
     int sizeIndex() const { return m_size; }
     bool isDragging() const { return m_dragging; }

@@ -53,6 +53,35 @@ constexpr int Size3210 = 26;
 constexpr int Size5All = 25;
 } // namespace State
 
+// Ranges of the operator's controls, as the panels' keys, faders and spin boxes give them.
+// The T-bar's travel byte (128 ends a stroke on the units that report state; the RVX3220's
+// lever stops at 126), the PIP and POP positions at the widest size, and the bars as input 9.
+constexpr int TravelMax = 128;
+constexpr int Travel3220Max = 126;
+constexpr int PipHMax = 1440;
+constexpr int PipVMax = 810;
+constexpr int Pip3220HMax = 960;
+constexpr int Pip3220VMax = 540;
+constexpr int BarInput = 9;
+constexpr int RateKeys = 3;
+// Levels: the per-channel level of the RVX3210 family and the RVX3220 in percent; the four
+// audio faders of the levels command 0-127.
+constexpr int LevelMax = 100;
+constexpr int FaderLevelMax = 127;
+constexpr int BorderWidthMin = 2;
+constexpr int BorderWidthMax = 7;
+constexpr int BorderColors = 4;
+constexpr int PipSizes = 3;
+constexpr int PopWindows = 2;
+// The HIS board's streaming URL slots and the fields of each.
+constexpr int UrlSlots = 5;
+constexpr int UrlNameMax = 16;
+constexpr int UrlMax = 768;
+// The RVX3410's menu keys.
+constexpr uint8_t MenuUp = 0x41;
+constexpr uint8_t MenuDown = 0x42;
+constexpr uint8_t MenuEnter = 0x6B;
+
 // Output formats, by their position in every format list and cycle.
 struct OutputFormat
 {

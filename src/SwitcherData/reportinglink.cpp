@@ -71,36 +71,32 @@ void fillFour(uint8_t *dst, const QByteArray &src)
 
 } // namespace
 
-ReportingLink::ReportingLink(const Family &family, LogCategory log, QObject *parent)
+ReportingLink::ReportingLink(const FamilyCodes &codes, Family family, LogCategory log, QObject *parent)
     // Shared, so the next panel's link can take port 7000 while this one still exists (on
     // Linux the newest socket gets the unicast replies), and a local listener can take the
     // port on its own address.
-    : UnitLink(log, QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint, parent),
-      m_family(family)
+    : UnitLink(family, log, QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint, parent),
+      m_family(codes)
 {}
 
 void ReportingLink::sendHis(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data)
 {
-    sendBuilt(label, m_hisIP, m_hisClass, m_hisNum, cmd, data);
+    sendBuilt(label, m_his, cmd, data);
 }
 
 void ReportingLink::get_DevTypeID(QString ip, uint8_t a, uint8_t b)
 {
-    m_devIP = ip;
-    m_devClass = a;
-    m_devNum = b;
+    bindUnit(UnitAddress::fromText(ip, a, b));
 }
 
 void ReportingLink::get_HISTypeID(QString ip, uint8_t a, uint8_t b)
 {
-    m_hisIP = ip;
-    m_hisClass = a;
-    m_hisNum = b;
+    bindHis(UnitAddress::fromText(ip, a, b));
 }
 
 void ReportingLink::get_HIS_INFO(QString ip, QString subnet, QString gateway, QString dns)
 {
-    m_hisIP = ip;
+    m_his = UnitAddress::fromText(ip, m_his.devClass, m_his.devNum);
     m_hisSubnet = subnet;
     m_hisGateway = gateway;
     m_hisDNS = dns;
@@ -274,17 +270,17 @@ void ReportingLink::SendCMD_SetIP(const QByteArray &ip, QString ipText)
     std::memset(&m_devIpRec, 0, sizeof(m_devIpRec));
     fillFour(m_devIpRec.ip, ip);
     uint8_t buf[128] = {};
-    const uint16_t len = Set_ipCom(buf, m_devClass, m_devNum, Protocol::CmdSetAddress, m_devIpRec);
-    sendFrame(buf, len, m_devIP, LabelSetIp);
+    const uint16_t len = Set_ipCom(buf, m_unit.devClass, m_unit.devNum, Protocol::CmdSetAddress, m_devIpRec);
+    sendFrame(buf, len, m_unit.host, LabelSetIp);
     // Only now: the frame itself must still reach the old address.
-    m_devIP = ipText;
+    m_unit = UnitAddress::fromText(ipText, m_unit.devClass, m_unit.devNum);
 }
 
 void ReportingLink::SendCMD_Read_His_IP()
 {
     const SET_DEV_IP zero{};
     uint8_t buf[128] = {};
-    sendFrame(buf, Set_ipCom(buf, m_hisClass, m_hisNum, Protocol::CmdHisAddress, zero), m_hisIP,
+    sendFrame(buf, Set_ipCom(buf, m_his.devClass, m_his.devNum, Protocol::CmdHisAddress, zero), m_his.host,
               LabelReadHisIp);
 }
 
@@ -296,9 +292,9 @@ void ReportingLink::SendCMD_Set_HIS_IP(const QByteArray &ip, const QByteArray &b
     fillFour(m_hisIpRec.mask, b);
     fillFour(m_hisIpRec.gateway, c);
     uint8_t buf[128] = {};
-    sendFrame(buf, Set_ipCom(buf, m_hisClass, m_hisNum, Protocol::CmdSetAddress, m_hisIpRec), m_hisIP,
-              LabelSetHisIp);
-    m_hisIP = texts.value(0);
+    sendFrame(buf, Set_ipCom(buf, m_his.devClass, m_his.devNum, Protocol::CmdSetAddress, m_hisIpRec),
+              m_his.host, LabelSetHisIp);
+    m_his = UnitAddress::fromText(texts.value(0), m_his.devClass, m_his.devNum);
     m_hisSubnet = texts.value(1);
     m_hisGateway = texts.value(2);
 }
@@ -306,7 +302,8 @@ void ReportingLink::SendCMD_Set_HIS_IP(const QByteArray &ip, const QByteArray &b
 void ReportingLink::SendCMD_Set_HIS_DNS(const QByteArray &dns, QString dnsText)
 {
     uint8_t buf[128] = {};
-    sendFrame(buf, CreateMcuUdpDataBuf_ipDns(buf, m_hisClass, m_hisNum, dns), m_hisIP, LabelSetHisDns);
+    sendFrame(buf, CreateMcuUdpDataBuf_ipDns(buf, m_his.devClass, m_his.devNum, dns), m_his.host,
+              LabelSetHisDns);
     m_hisDNS = dnsText;
 }
 
@@ -329,7 +326,7 @@ void ReportingLink::SendCMD_Set_Url(int index, const QByteArray &otherName, cons
     rec.urlLen[1] = QHIBYTE(uint16_t(urlLen));
     std::memcpy(rec.url, url.constData(), size_t(urlLen));
     uint8_t buf[1024] = {};
-    sendFrame(buf, CreateMcuUdpDataBuf_url(buf, m_hisClass, m_hisNum, rec), m_hisIP, LabelSetUrl);
+    sendFrame(buf, CreateMcuUdpDataBuf_url(buf, m_his.devClass, m_his.devNum, rec), m_his.host, LabelSetUrl);
 }
 
 uint16_t ReportingLink::CreateMcuUdpDataBuf_ipDns(uint8_t *buf, uint8_t devClass, uint8_t devNum,
@@ -443,5 +440,77 @@ void ReportingLink::AnalysisData(const QByteArray &frame)
         const QList<QByteArray> pieces = frame.split(char(Protocol::CmdHisAddress));
         if (pieces.size() >= 2)
             emit on_signals_3210HISData(pieces.at(1));
+    }
+}
+
+void ReportingLink::perform(const Call &c)
+{
+    switch (c.action) {
+    case UnitAction::ReadState:
+        return SendCMDRead3210state();
+    case UnitAction::Programme:
+        return SendCDMPGMCH(uint8_t(c.a));
+    case UnitAction::Preview:
+        return SendCMDPVWCH(uint8_t(c.a));
+    case UnitAction::Cut:
+        return SendCMDCUT();
+    case UnitAction::Auto:
+        return SendCMDAUTO();
+    case UnitAction::Fader:
+        return SwndCMDslider(uint8_t(c.a), uint8_t(c.b));
+    case UnitAction::Transition:
+        return SendCMDTRANSITIONS(uint8_t(c.a));
+    case UnitAction::Rate:
+        // The rate keys count from 1, the unit from 0.
+        return SendCMDRATE(uint8_t(c.a - 1));
+    case UnitAction::Ftb:
+        return SendCMDFTB();
+    case UnitAction::Still:
+        return SendCMDSTILL();
+    case UnitAction::Format:
+        return SendCMDF1(c.a);
+    case UnitAction::AudioMode:
+        return c.a ? SendCMDMIX() : SendCMDAFV();
+    case UnitAction::Source:
+        return c.a == 1 ? SendCMDCH1(c.b) : SendCMDCH2(c.b);
+    case UnitAction::Levels:
+        return SendCMDLeftSliderVOL(uint8_t(c.a), uint8_t(c.b), uint8_t(c.c), uint8_t(c.d));
+    case UnitAction::Pip:
+        return SendCMDPIP(uint8_t(c.a));
+    case UnitAction::PipSize:
+        return SendCMDPIP_Border_Size(uint8_t(c.a));
+    case UnitAction::PipPosition:
+        return c.a ? SendCMDPIP_H_Position(uint16_t(c.b)) : SendCMDPIP_V_Position(uint16_t(c.b));
+    case UnitAction::PipBorder:
+        return SendCMDPIP_Border_Enable(uint8_t(c.a));
+    case UnitAction::PipBorderColor:
+        return SendCMDPIP_Border_Color(uint8_t(c.a));
+    case UnitAction::PipBorderWidth:
+        return SendCMDPIP_Border_Width(uint8_t(c.a));
+    case UnitAction::F2:
+        return SendCMDF2();
+    case UnitAction::Mute:
+        return SendCMDF3();
+    case UnitAction::F7:
+        return SendCMDF7();
+    case UnitAction::Rec:
+        return SendCMDREC(c.a);
+    case UnitAction::Pause:
+        return SendCMDPAUSE();
+    case UnitAction::Stream:
+        return SendCMDSTREAM(c.a);
+    case UnitAction::Rotate:
+        return SendCMDROTATE();
+    case UnitAction::SetAddress:
+        return SendCMD_SetIP(c.bytes[0], c.texts.value(0));
+    case UnitAction::HisAddress:
+        return SendCMD_Set_HIS_IP(c.bytes[0], c.bytes[1], c.bytes[2], c.texts);
+    case UnitAction::HisDns:
+        return SendCMD_Set_HIS_DNS(c.bytes[0], c.texts.value(0));
+    case UnitAction::Url:
+        return SendCMD_Set_Url(c.a, c.bytes[0], c.bytes[1]);
+    default:
+        // The rest is a single family's own (see its link).
+        return;
     }
 }

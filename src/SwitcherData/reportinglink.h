@@ -35,7 +35,7 @@ public:
     // The reassembly buffer stops decoding for good once it holds this many bytes.
     static constexpr int StallSize = 1057;
 
-    struct Family
+    struct FamilyCodes
     {
         uint8_t rateCode;
         const uint8_t *wipePatterns; // four pattern bytes for transition types 3-6
@@ -46,14 +46,23 @@ public:
         bool dropPiecelessLongReply;
     };
 
-    ReportingLink(const Family &family, LogCategory log, QObject *parent);
+    ReportingLink(const FamilyCodes &codes, Family family, LogCategory log, QObject *parent);
 
     void get_DevTypeID(QString ip, uint8_t a, uint8_t b);
     void get_HISTypeID(QString ip, uint8_t a, uint8_t b);
     void get_HIS_INFO(QString ip, QString subnet, QString gateway, QString dns);
 
-    QString on_DevIP() const { return m_devIP; }
-    QString on_HIS_IP() const { return m_hisIP; }
+    // The HIS board: where the network and URL commands go.
+    void bindHis(const UnitAddress &his) { m_his = his; }
+    void bindBoards(const UnitAddress &unit, const UnitAddress &his) override
+    {
+        bindUnit(unit);
+        bindHis(his);
+    }
+    const UnitAddress &his() const { return m_his; }
+
+    QString on_DevIP() const { return m_unit.text(); }
+    QString on_HIS_IP() const { return m_his.text(); }
     QString on_HIS_Subnet() const { return m_hisSubnet; }
     QString on_HIS_Gateway() const { return m_hisGateway; }
     QString on_HIS_DNS() const { return m_hisDNS; }
@@ -132,13 +141,13 @@ protected:
     void frameSent(const QByteArray &frame) override;
     void sendHis(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data = {});
 
-    const Family m_family;
-    QString m_hisIP;
+    void perform(const Call &call) override;
+
+    const FamilyCodes m_family;
+    UnitAddress m_his;
     QString m_hisSubnet;
     QString m_hisGateway;
     QString m_hisDNS;
-    uint8_t m_hisClass = 0;
-    uint8_t m_hisNum = 0;
     SET_DEV_IP m_devIpRec{};
     SET_DEV_IP m_hisIpRec{};
     QByteArray m_recvBuf;

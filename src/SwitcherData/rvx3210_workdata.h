@@ -24,4 +24,7 @@ public:
 
     // Audio source byte for a CH1/CH2 combo index (0-6); 0 outside the table.
     static uint8_t audioSourceCode(int index);
+
+protected:
+    void perform(const Call &call) override;
 };

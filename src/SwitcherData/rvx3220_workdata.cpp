@@ -25,16 +25,15 @@ RVX3220_workdata::RVX3220_workdata(QObject *parent)
     // Shared like the other panels' links, so a panel kept open in the background does not
     // lock this one out. If someone holds the port exclusively all the same, commands still
     // leave; the unit's answers are ignored in any case.
-    : UnitLink(lc3220, QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint, parent)
+    : UnitLink(Family::Rvx3220, lc3220, QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint,
+               parent)
 {}
 
 RVX3220_workdata::~RVX3220_workdata() = default;
 
 void RVX3220_workdata::DevTypeID(QString ip, quint8 classByte, quint8 numberByte)
 {
-    m_devIP = ip;
-    m_devClass = classByte;
-    m_devNum = numberByte;
+    bindUnit(UnitAddress::fromText(ip, classByte, numberByte));
 }
 
 void RVX3220_workdata::datagramArrived(const QByteArray &datagram, int length)
@@ -268,10 +267,65 @@ void RVX3220_workdata::SendCMD_IP(QByteArray &ip4, QString newIp)
     for (int i = 0; i < 4; ++i)
         m_ipBlock.ip[i] = FrameCodec::byteAt(ip4, i);
     uint8_t buf[128] = {};
-    const uint16_t length = Set_ipCom(buf, m_devClass, m_devNum, CmdSetIp, m_ipBlock);
+    const uint16_t length = Set_ipCom(buf, m_unit.devClass, m_unit.devNum, CmdSetIp, m_ipBlock);
     if (length <= 0)
         return;
     // The frame goes to the old address; only then does the unit move.
-    sendFrame(buf, length, m_devIP, nullptr);
-    m_devIP = newIp;
+    sendFrame(buf, length, m_unit.host, nullptr);
+    m_unit = UnitAddress::fromText(newIp, m_unit.devClass, m_unit.devNum);
+}
+
+void RVX3220_workdata::perform(const Call &c)
+{
+    switch (c.action) {
+    case UnitAction::Programme:
+        return SendCMDPGM(quint8(c.a));
+    case UnitAction::Preview:
+        return SendCMDPVW(quint8(c.a));
+    case UnitAction::Cut:
+        return SendCMDCUT();
+    case UnitAction::Fader:
+        return SwndCMDslider(quint8(c.a), quint8(c.b));
+    case UnitAction::Transition:
+        return SendCMDTRANSITIONS(quint8(c.a));
+    case UnitAction::Format:
+        return SendCMDPGM_OUT(c.a);
+    case UnitAction::AudioMode:
+        return c.a ? SendCMDMIX() : SendCMDAFV();
+    case UnitAction::Source:
+        return c.a == 1 ? SendCMDCH1(c.b) : SendCMDCH2(c.b);
+    case UnitAction::Level:
+        // The unit takes a channel's level together with the source the channel plays.
+        return c.a == 1 ? SendCMDCH1_VOL(c.c, quint8(c.b)) : SendCMDCH2_VOL(c.c, quint8(c.b));
+    case UnitAction::Pip:
+        return SendCMDPIP(quint8(c.a));
+    case UnitAction::PipSize:
+        return SendCMDPIP_Border_Size(quint8(c.a));
+    case UnitAction::PipPosition:
+        return c.a ? SendCMDPIP_H_Position(quint16(c.b)) : SendCMDPIP_V_Position(quint16(c.b));
+    case UnitAction::PipBorder:
+        return SendCMDPIP_Border_Enable(quint8(c.a));
+    case UnitAction::PipBorderColor:
+        return SendCMDPIP_Border_Color(quint8(c.a));
+    case UnitAction::PipBorderWidth:
+        return SendCMDPIP_Border_Width(quint8(c.a));
+    case UnitAction::Pop:
+        return SendCMDPOP(quint8(c.a));
+    case UnitAction::PopWindow:
+        return SendCMDPOP_Window(quint8(c.a));
+    case UnitAction::PopBorder:
+        return SendCMDPOP_Border_Enable(quint8(c.a));
+    case UnitAction::PopBorderColor:
+        return SendCMDPOP_Border_Color(quint8(c.a));
+    case UnitAction::PopBorderWidth:
+        return SendCMDPOP_Border_Width(quint8(c.a));
+    case UnitAction::PopPosition:
+        return c.a ? SendCMDPOP_H_Position(quint16(c.b)) : SendCMDPOP_V_Position(quint16(c.b));
+    case UnitAction::SetAddress: {
+        QByteArray bytes = c.bytes[0];
+        return SendCMD_IP(bytes, c.texts.value(0));
+    }
+    default:
+        return;
+    }
 }

@@ -21,9 +21,9 @@ public:
 
     // Where the frames go and the device address they carry. No check, no re-bind.
     void DevTypeID(QString ip, quint8 classByte, quint8 numberByte);
-    QString unitAddress() const { return m_devIP; }
-    quint8 devClass() const { return m_devClass; }
-    quint8 devNum() const { return m_devNum; }
+    QString unitAddress() const { return m_unit.text(); }
+    quint8 devClass() const { return m_unit.devClass; }
+    quint8 devNum() const { return m_unit.devNum; }
 
     // Examines one received datagram. Virtual only so a test can watch what is examined.
     virtual void Read3220State_Data(const QByteArray &frame, int length);
@@ -73,6 +73,7 @@ public:
 
 protected:
     void datagramArrived(const QByteArray &datagram, int length) override;
+    void perform(const Call &call) override;
 
 private:
     void send0(uint8_t cmd);

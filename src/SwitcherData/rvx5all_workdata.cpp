@@ -5,7 +5,7 @@
 Q_LOGGING_CATEGORY(lc5all, "kova.rvx5all", QtInfoMsg)
 
 namespace {
-constexpr ReportingLink::Family Rvx5AllFamily{0xA5, Protocol::WipePatterns5All, true, true};
+constexpr ReportingLink::FamilyCodes Rvx5AllCodes{0xA5, Protocol::WipePatterns5All, true, true};
 
 const char *const LabelPop = "点击POP按钮senbuf的数据";
 const char *const LabelBar = "点击bar按钮senbuf的数据";
@@ -14,7 +14,9 @@ const char *const LabelReset = "点击复位按钮senbuf的数据";
 const char *const LabelCh5350 = "选择CH1下拉列表 senbuf的数据";
 } // namespace
 
-RVX5ALL_workdata::RVX5ALL_workdata(QObject *parent) : ReportingLink(Rvx5AllFamily, lc5all, parent) {}
+RVX5ALL_workdata::RVX5ALL_workdata(QObject *parent)
+    : ReportingLink(Rvx5AllCodes, Family::Series8000, lc5all, parent)
+{}
 
 void RVX5ALL_workdata::SendCMDPOP(uint8_t v)
 {
@@ -71,4 +73,24 @@ void RVX5ALL_workdata::SendCMDCH2_for5350(int index)
     const int code = Protocol::audioSource5350Code(index);
     if (code >= 0)
         sendMain(LabelCh5350, 0xBA, {uint8_t(code)});
+}
+
+void RVX5ALL_workdata::perform(const Call &c)
+{
+    switch (c.action) {
+    case UnitAction::Pop:
+        return SendCMDPOP(uint8_t(c.a));
+    case UnitAction::Bar:
+        // The RVX5370's BAR key: the bars to both buses, programme first.
+        SendCMDPGMBAR(c.a);
+        return SendCMDPVWBAR(c.a);
+    case UnitAction::Reset:
+        return SendCMDRESET();
+    case UnitAction::Source:
+        if (traits().family == Family::Rvx5350)
+            return c.a == 1 ? SendCMDCH1_for5350(c.b) : SendCMDCH2_for5350(c.b);
+        return ReportingLink::perform(c);
+    default:
+        return ReportingLink::perform(c);
+    }
 }

@@ -33,4 +33,7 @@ public:
     // The RVX5350's CH1/CH2 lists hold four sources; a position outside them sends nothing.
     void SendCMDCH1_for5350(int index);
     void SendCMDCH2_for5350(int index);
+
+protected:
+    void perform(const Call &call) override;
 };

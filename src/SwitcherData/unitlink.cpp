@@ -5,8 +5,8 @@
 #include <QLoggingCategory>
 #include <QUdpSocket>
 
-UnitLink::UnitLink(LogCategory log, QAbstractSocket::BindMode bindMode, QObject *parent)
-    : SWITCHER_DATA(parent), m_log(log), m_bindMode(bindMode)
+UnitLink::UnitLink(Family family, LogCategory log, QAbstractSocket::BindMode bindMode, QObject *parent)
+    : SWITCHER_DATA(parent), UnitControl(family), m_log(log), m_bindMode(bindMode)
 {
     initUdp();
 }
@@ -14,12 +14,9 @@ UnitLink::UnitLink(LogCategory log, QAbstractSocket::BindMode bindMode, QObject 
 void UnitLink::initUdp()
 {
     m_udp = new QUdpSocket(this);
-    // Bound once, before any unit address is known: the empty address text is taken as the
-    // IPv4 wildcard, so the unit's replies arrive on port 7000 of any local address.
-    QHostAddress local(m_devIP);
-    if (local.isNull())
-        local = QHostAddress::AnyIPv4;
-    if (!m_udp->bind(local, Port, m_bindMode))
+    // Bound once, before any unit address is known, on the IPv4 wildcard, so the unit's
+    // replies arrive on port 7000 of any local address.
+    if (!m_udp->bind(QHostAddress::AnyIPv4, Port, m_bindMode))
         qCWarning(m_log) << "could not take UDP port" << Port
                          << "- the unit's replies will not arrive:" << m_udp->errorString();
     connect(m_udp, &QUdpSocket::readyRead, this, &UnitLink::ReceiveData);
@@ -56,7 +53,7 @@ void UnitLink::ReceiveData()
     // queued, since a readyRead that finds nothing to read would leave the socket deaf.
 }
 
-void UnitLink::sendFrame(const uint8_t *buf, uint16_t len, const QString &host, const char *label)
+void UnitLink::sendFrame(const uint8_t *buf, uint16_t len, const QHostAddress &host, const char *label)
 {
     if (len == 0)
         return;
@@ -64,21 +61,21 @@ void UnitLink::sendFrame(const uint8_t *buf, uint16_t len, const QString &host, 
     if (label)
         qCDebug(m_log).noquote() << QString::fromUtf8(label) << frame.toHex(' ');
     if (m_udp && !m_released)
-        m_udp->writeDatagram(frame, QHostAddress(host), Port);
+        m_udp->writeDatagram(frame, host, Port);
     frameSent(frame);
 }
 
-void UnitLink::sendBuilt(const char *label, const QString &host, uint8_t devClass, uint8_t devNum,
-                         uint8_t cmd, std::initializer_list<uint8_t> data)
+void UnitLink::sendBuilt(const char *label, const UnitAddress &to, uint8_t cmd,
+                         std::initializer_list<uint8_t> data)
 {
     if (data.size() > 4)
         return;
     uint8_t buf[128] = {};
-    sendFrame(buf, FrameCodec::dataFrame(buf, devClass, devNum, cmd, data.begin(), int(data.size())), host,
-              label);
+    sendFrame(buf, FrameCodec::dataFrame(buf, to.devClass, to.devNum, cmd, data.begin(), int(data.size())),
+              to.host, label);
 }
 
 void UnitLink::sendMain(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data)
 {
-    sendBuilt(label, m_devIP, m_devClass, m_devNum, cmd, data);
+    sendBuilt(label, m_unit, cmd, data);
 }

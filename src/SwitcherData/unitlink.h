@@ -1,5 +1,7 @@
 #pragma once
 
+#include "unitaddress.h"
+#include "unitcontrol.h"
 #include "workdata.h"
 
 #include <QAbstractSocket>
@@ -13,8 +15,9 @@ class QUdpSocket;
 
 // The link to one opened unit, as every family shares it: one socket on port 7000 that sends
 // the commands and receives the replies, the unit's address and device address, the send
-// path and a receive loop that hands each datagram to the family's decoder.
-class UnitLink : public SWITCHER_DATA
+// path and a receive loop that hands each datagram to the family's decoder. Every family's
+// link takes the operator's actions through UnitControl.
+class UnitLink : public SWITCHER_DATA, public UnitControl
 {
     Q_OBJECT
 public:
@@ -26,7 +29,7 @@ public:
     static constexpr int LinkDrainBatch = 32;
 
     // Binds port 7000 at once, before any unit address is known, on every IPv4 address.
-    UnitLink(LogCategory log, QAbstractSocket::BindMode bindMode, QObject *parent);
+    UnitLink(Family family, LogCategory log, QAbstractSocket::BindMode bindMode, QObject *parent);
 
     // True while the socket holds local port 7000.
     bool isBound() const;
@@ -35,6 +38,17 @@ public:
     // random port by sending.
     void releasePort();
     QUdpSocket *socket() const { return m_udp; }
+
+    // The unit's main board: where commands go and the device address they carry.
+    void bindUnit(const UnitAddress &unit) { m_unit = unit; }
+    const UnitAddress &unit() const { return m_unit; }
+    // Both boards of a unit as the search found them; a family without a HIS board keeps
+    // only the main board.
+    virtual void bindBoards(const UnitAddress &unit, const UnitAddress &his)
+    {
+        Q_UNUSED(his)
+        bindUnit(unit);
+    }
 
 public slots:
     // Reads the waiting datagrams in bounded batches (see DrainBatch) and hands each to
@@ -51,17 +65,15 @@ protected:
 
     // Logs the frame under `label` (no line when label is null) and sends it to port 7000
     // of `host`. A length of 0 sends and logs nothing.
-    void sendFrame(const uint8_t *buf, uint16_t len, const QString &host, const char *label);
+    void sendFrame(const uint8_t *buf, uint16_t len, const QHostAddress &host, const char *label);
     // A command frame of up to four data bytes to the unit's main board.
     void sendMain(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data = {});
-    void sendBuilt(const char *label, const QString &host, uint8_t devClass, uint8_t devNum, uint8_t cmd,
+    void sendBuilt(const char *label, const UnitAddress &to, uint8_t cmd,
                    std::initializer_list<uint8_t> data);
 
     LogCategory m_log;
     QAbstractSocket::BindMode m_bindMode;
     QUdpSocket *m_udp = nullptr;
     bool m_released = false;
-    QString m_devIP;
-    uint8_t m_devClass = 0;
-    uint8_t m_devNum = 0;
+    UnitAddress m_unit;
 };

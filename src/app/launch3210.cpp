@@ -7,9 +7,14 @@
 
 void showsearch::set3210UI(QString ip, uint8_t a, uint8_t b, QString ip2, uint8_t c, uint8_t d)
 {
+    open3210(UnitAddress::fromText(ip, a, b), UnitAddress::fromText(ip2, c, d));
+}
+
+void showsearch::open3210(const UnitAddress &unit, const UnitAddress &his)
+{
     auto *panel = new RVX3210UI(nullptr);
     panel->setWindowIcon(panelIcon());
     panel->titleBar()->setDev_Child_Type(GLOBAL_DEV_CHILD_TYPE);
-    panel->DevTypeID(ip, a, b, ip2, c, d);
+    panel->bindUnit(unit, his);
     launchRvx3210Family(this, panel, &RVX3210UI::m_on_Singnals_returnloginwin);
 }

@@ -7,9 +7,14 @@
 
 void showsearch::set3220UI(QString ip, uint8_t a, uint8_t b)
 {
+    open3220(UnitAddress::fromText(ip, a, b));
+}
+
+void showsearch::open3220(const UnitAddress &unit)
+{
     auto *panel = new RVX3220UI(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
-    panel->DevTypeID(ip, a, b);
+    panel->bindUnit(unit);
     hide();
     // Modal: the search comes back when the panel is left, and the panel (with its hold on
     // port 7000) goes with it.

@@ -5,8 +5,15 @@
 
 void showsearch::set3410UI(QString ip, uint8_t a, uint8_t b, QString ip2, uint8_t c, uint8_t d)
 {
+    open3410(UnitAddress::fromText(ip, a, b), UnitAddress::fromText(ip2, c, d));
+}
+
+void showsearch::open3410(const UnitAddress &unit, const UnitAddress &his)
+{
     auto *panel = new RVX3410UI(nullptr);
     panel->setWindowIcon(panelIcon());
-    panel->DevTypeID(ip, a, b, ip2, c, d);
+    // The RVX3410 speaks through the RVX3210 family's link, with actions of its own.
+    panel->link()->setFamily(Family::Rvx3410);
+    panel->bindUnit(unit, his);
     launchRvx3210Family(this, panel, &RVX3410UI::ExitSignals);
 }

@@ -3,6 +3,7 @@
 #include "RVX5310/rvx5310dialog.h"
 #include "RVX5350/rvx5350.h"
 #include "RVX5370/rvx5370.h"
+#include "SwitcherData/rvx5all_workdata.h"
 #include "searchstyles.h"
 #include "showsearch.h"
 
@@ -10,30 +11,47 @@
 
 void showsearch::set5310UI(QString ip, uint8_t a, uint8_t b, QString ip2, uint8_t c, uint8_t d)
 {
+    open5310(UnitAddress::fromText(ip, a, b), UnitAddress::fromText(ip2, c, d));
+}
+
+void showsearch::open5310(const UnitAddress &unit, const UnitAddress &his)
+{
     // No way back to the search is wired for this panel: it ends with the application.
     auto *panel = new RVX5310Dialog(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
-    panel->DevTypeID(ip, a, b, ip2, c, d);
+    panel->bindUnit(unit, his);
     hide();
     panel->show();
 }
 
 void showsearch::set5370UI(QString ip, uint8_t a, uint8_t b, QString ip2, uint8_t c, uint8_t d)
 {
+    open5370(UnitAddress::fromText(ip, a, b), UnitAddress::fromText(ip2, c, d));
+}
+
+void showsearch::open5370(const UnitAddress &unit, const UnitAddress &his)
+{
     // No way back to the search is wired for this panel: it ends with the application.
     auto *panel = new RVX5370(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
-    panel->DevTypeID(ip, a, b, ip2, c, d);
+    panel->bindUnit(unit, his);
     hide();
     panel->show();
 }
 
 void showsearch::set5350UI(QString ip, uint8_t a, uint8_t b, QString ip2, uint8_t c, uint8_t d)
 {
+    open5350(UnitAddress::fromText(ip, a, b), UnitAddress::fromText(ip2, c, d));
+}
+
+void showsearch::open5350(const UnitAddress &unit, const UnitAddress &his)
+{
     // No way back to the search is wired for this panel: it ends with the application.
     auto *panel = new RVX5350(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
-    panel->DevTypeID(ip, a, b, ip2, c, d);
+    // The RVX5350 speaks through the 8000 series' link, with its own inputs and sources.
+    panel->link()->setFamily(Family::Rvx5350);
+    panel->bindUnit(unit, his);
     hide();
     panel->show();
 }

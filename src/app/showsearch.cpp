@@ -3,7 +3,6 @@
 #include "SwitcherData/workdata.h"
 #include "common/centre.h"
 #include "common/windowdrag.h"
-#include "devicemodel.h"
 #include "globaldev.h"
 #include "groupbox_right.h"
 #include "searchstyles.h"
@@ -29,12 +28,12 @@ QString recordName(const DevInfo_DATA &rec)
     return QString::fromLatin1(rec.name, int(strnlen(rec.name, sizeof(rec.name))));
 }
 
-QString recordText(const DevInfo_DATA &rec, DeviceModel::Filter filter)
+QString recordText(const DevInfo_DATA &rec, ModelFilter filter)
 {
     const QString address = SWITCHER_DATA::dottedIp(rec.ip);
-    if (filter == DeviceModel::Filter::All)
+    if (filter == ModelFilter::All)
         return recordName(rec) + QStringLiteral(": ") + address;
-    return DeviceModel::filterLabel(rec.childType) + address;
+    return UnitModels::filterLabel(rec.childType) + address;
 }
 
 } // namespace
@@ -136,7 +135,7 @@ void showsearch::appendNewRecords()
     }
     const DevInfo_DATA *devices = m_link->devices();
     for (int i = m_listedAll; i < count; ++i)
-        m_list->addItem(recordText(devices[i], DeviceModel::Filter::All));
+        m_list->addItem(recordText(devices[i], ModelFilter::All));
     m_listedAll = count;
     setliswidget_ItemAlignment();
 }
@@ -161,31 +160,31 @@ void showsearch::m_on_Radbtn_select(int id)
 
 void showsearch::rebuild(int filter)
 {
-    const auto f = DeviceModel::Filter(filter);
+    const auto f = ModelFilter(filter);
     m_list->clear();
     const int count = m_link->DevInfo_DATA_IDX();
     const DevInfo_DATA *devices = m_link->devices();
     for (int i = 0; i < count; ++i) {
-        if (DeviceModel::admits(f, devices[i].childType))
+        if (UnitModels::admits(f, devices[i].childType))
             m_list->addItem(recordText(devices[i], f));
     }
-    m_listedAll = f == DeviceModel::Filter::All ? count : -1;
+    m_listedAll = f == ModelFilter::All ? count : -1;
     setliswidget_ItemAlignment();
 }
 
 void showsearch::setBtnall()
 {
-    rebuild(int(DeviceModel::Filter::All));
+    rebuild(int(ModelFilter::All));
 }
 
 void showsearch::setBtn3210()
 {
-    rebuild(int(DeviceModel::Filter::RVX3210));
+    rebuild(int(ModelFilter::Rvx3210));
 }
 
 void showsearch::setBtn3220()
 {
-    rebuild(int(DeviceModel::Filter::RVX3220));
+    rebuild(int(ModelFilter::Rvx3220));
 }
 
 void showsearch::setliswidget_ItemAlignment()
@@ -227,27 +226,28 @@ void showsearch::m_on_liswidget_clicked()
         if (SWITCHER_DATA::dottedIp(rec.ip) != address)
             continue;
         GLOBAL_DEV_CHILD_TYPE = rec.childType;
-        const QString ip2 = SWITCHER_DATA::dottedIp(rec.ip2);
-        switch (DeviceModel::panelFor(rec.childType)) {
-        case DeviceModel::Panel::RVX3210:
-            set3210UI(address, rec.devClass, rec.devNum, ip2, rec.devClass2, rec.devNum2);
-            break;
-        case DeviceModel::Panel::RVX3410:
-            set3410UI(address, rec.devClass, rec.devNum, ip2, rec.devClass2, rec.devNum2);
-            break;
-        case DeviceModel::Panel::RVX3220:
-            set3220UI(address, rec.devClass, rec.devNum);
-            break;
-        case DeviceModel::Panel::RVX5310:
-            set5310UI(address, rec.devClass, rec.devNum, ip2, rec.devClass2, rec.devNum2);
-            break;
-        case DeviceModel::Panel::RVX5370:
-            set5370UI(address, rec.devClass, rec.devNum, ip2, rec.devClass2, rec.devNum2);
-            break;
-        case DeviceModel::Panel::RVX5350:
-            set5350UI(address, rec.devClass, rec.devNum, ip2, rec.devClass2, rec.devNum2);
-            break;
-        }
+        openPanel(UnitModels::forChildType(rec.childType).panel, UnitAddress::mainBoard(rec),
+                  UnitAddress::hisBoard(rec));
+    }
+}
+
+void showsearch::openPanel(PanelKind panel, const UnitAddress &unit, const UnitAddress &his)
+{
+    switch (panel) {
+    case PanelKind::Rvx3210:
+        return open3210(unit, his);
+    case PanelKind::Rvx3410:
+        return open3410(unit, his);
+    case PanelKind::Rvx3220:
+        return open3220(unit);
+    case PanelKind::Rvx5310:
+        return open5310(unit, his);
+    case PanelKind::Rvx5370:
+        return open5370(unit, his);
+    case PanelKind::Rvx5350:
+        return open5350(unit, his);
+    case PanelKind::Rvx5120:
+        return set5120UI();
     }
 }
 

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "SwitcherData/unitaddress.h"
+#include "SwitcherData/unitmodel.h"
+
 #include <QString>
 #include <QWidget>
 #include <cstdint>
@@ -39,11 +42,21 @@ public slots:
     void set5120UI();
     void showSearchPage();
 
+    // Opens the panel of a model for a unit as the search found it: the launchers above take
+    // the same boards as text.
+    void openPanel(PanelKind panel, const UnitAddress &unit, const UnitAddress &his);
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void open3210(const UnitAddress &unit, const UnitAddress &his);
+    void open3410(const UnitAddress &unit, const UnitAddress &his);
+    void open3220(const UnitAddress &unit);
+    void open5310(const UnitAddress &unit, const UnitAddress &his);
+    void open5370(const UnitAddress &unit, const UnitAddress &his);
+    void open5350(const UnitAddress &unit, const UnitAddress &his);
     void init();
     void init2();
     // Refills the list with every record the filter admits (model label or name, then the

@@ -1,27 +1,15 @@
 #pragma once
 
-#include "family.h"
+#include "SwitcherData/unitmodel.h"
 
 #include <QString>
 #include <QStringList>
 #include <functional>
 
-class RVX3210_workdata;
-class RVX3220_workdata;
-class RVX5ALL_workdata;
-class ReportingLink;
-
-// The link objects a command may drive; only the one of the unit's family is set.
-struct Links
-{
-    RVX3210_workdata *rvx3210 = nullptr;
-    RVX3220_workdata *rvx3220 = nullptr;
-    RVX5ALL_workdata *series8000 = nullptr;
-    ReportingLink *reporting() const;
-};
+class UnitControl;
 
 // One operator action by name, checked against a family before anything is sent: the same
-// call of the same link method that the family's panel makes for that key or list.
+// action the family's panel sends for that key or list.
 class CommandCall
 {
 public:
@@ -43,7 +31,8 @@ public:
     QString message() const { return m_message; }
     // The command goes to the HIS board, whose address the search must have found.
     bool needsHisBoard() const { return m_needsHis; }
-    void run(const Links &links) const;
+    // Sends it through the unit's link; false when the link refused it after all.
+    bool run(UnitControl &unit) const;
 
     // One line per command: "name ARGS  - what it does [families]", for --help and the manual.
     static QStringList listing();
@@ -53,5 +42,5 @@ private:
     Verdict m_verdict = Verdict::Unknown;
     QString m_message;
     bool m_needsHis = false;
-    std::function<void(const Links &)> m_action;
+    std::function<bool(UnitControl &)> m_action;
 };

@@ -2,12 +2,11 @@
 // monitoring script. It speaks through the same link objects as the panels; the only
 // broadcast it sends is the search.
 #include "SwitcherData/protocol.h"
-#include "SwitcherData/rvx3210_workdata.h"
-#include "SwitcherData/rvx3220_workdata.h"
-#include "SwitcherData/rvx5all_workdata.h"
+#include "SwitcherData/reportinglink.h"
+#include "SwitcherData/unitlinks.h"
+#include "SwitcherData/unitmodel.h"
 #include "SwitcherData/workdata.h"
 #include "commands.h"
-#include "family.h"
 #include "statefields.h"
 
 #include <QCommandLineParser>
@@ -148,8 +147,9 @@ int runSearch(int timeoutMs, bool json)
             QJsonObject o;
             o.insert(QStringLiteral("address"), SWITCHER_DATA::dottedIp(u.ip));
             o.insert(QStringLiteral("name"), nameOf(u));
-            o.insert(QStringLiteral("model"), modelName(u.childType));
-            o.insert(QStringLiteral("family"), familyKey(familyOf(u.childType)));
+            o.insert(QStringLiteral("model"), UnitModels::modelName(u.childType));
+            o.insert(QStringLiteral("family"),
+                     QLatin1String(UnitModels::forChildType(u.childType).traits().key));
             o.insert(QStringLiteral("childType"), int(u.childType));
             o.insert(QStringLiteral("unitId"), hex3(u.unitId));
             o.insert(QStringLiteral("hisAddress"), his.isEmpty() ? QJsonValue() : QJsonValue(his));
@@ -157,8 +157,8 @@ int runSearch(int timeoutMs, bool json)
             list.append(o);
             continue;
         }
-        out() << SWITCHER_DATA::dottedIp(u.ip) << '\t' << modelName(u.childType) << '\t' << nameOf(u) << '\t'
-              << (his.isEmpty() ? QStringLiteral("-") : his) << '\t'
+        out() << SWITCHER_DATA::dottedIp(u.ip) << '\t' << UnitModels::modelName(u.childType) << '\t'
+              << nameOf(u) << '\t' << (his.isEmpty() ? QStringLiteral("-") : his) << '\t'
               << (hisClass.isEmpty() ? QStringLiteral("-") : hisClass) << '\t' << hex3(u.unitId) << '\n';
     }
     if (json)
@@ -195,27 +195,25 @@ int runState(const QString &address, int timeoutMs, bool json)
     DevInfo_DATA unit{};
     if (const int code = findUnit(address, timeoutMs, false, &unit))
         return code;
-    const Family family = familyOf(unit.childType);
-    if (family == Family::Rvx3220)
-        return fail(Refused, QStringLiteral("the RVX3220 does not report its state"));
-
-    std::unique_ptr<ReportingLink> link;
-    if (family == Family::Series8000 || family == Family::Rvx5350)
-        link.reset(new RVX5ALL_workdata);
-    else
-        link.reset(new RVX3210_workdata);
+    const FamilyTraits &traits = UnitModels::forChildType(unit.childType).traits();
+    const Family family = traits.family;
+    std::unique_ptr<UnitLink> owner(createUnitLink(family));
+    auto *link = qobject_cast<ReportingLink *>(owner.get());
+    if (traits.state == StateLayout::None || !link)
+        return fail(Refused,
+                    QStringLiteral("the %1 does not report its state").arg(QLatin1String(traits.name)));
     if (!link->isBound())
         return fail(PortBusy,
                     QStringLiteral("UDP port %1 is held by another program").arg(SWITCHER_DATA::Port));
-    link->get_DevTypeID(address, unit.devClass, unit.devNum);
+    link->bindUnit(UnitAddress::mainBoard(unit));
 
     QByteArray record;
     QByteArray serial;
     bool got = false;
     QEventLoop loop;
-    QObject::connect(link.get(), &ReportingLink::on_signals_5370Data, &loop,
+    QObject::connect(link, &ReportingLink::on_signals_5370Data, &loop,
                      [&serial](const QByteArray &piece) { serial = piece; });
-    QObject::connect(link.get(), &ReportingLink::on_signals_3210Data, &loop, [&](const QByteArray &data) {
+    QObject::connect(link, &ReportingLink::on_signals_3210Data, &loop, [&](const QByteArray &data) {
         record = data;
         got = true;
         loop.quit();
@@ -234,13 +232,13 @@ int runState(const QString &address, int timeoutMs, bool json)
             state.insert(f.name, f.value);
         QJsonObject o;
         o.insert(QStringLiteral("address"), address);
-        o.insert(QStringLiteral("model"), modelName(unit.childType));
-        o.insert(QStringLiteral("family"), familyKey(family));
+        o.insert(QStringLiteral("model"), UnitModels::modelName(unit.childType));
+        o.insert(QStringLiteral("family"), QLatin1String(traits.key));
         o.insert(QStringLiteral("state"), state);
         out() << QJsonDocument(o).toJson(QJsonDocument::Indented);
         return Ok;
     }
-    out() << "model: " << modelName(unit.childType) << '\n';
+    out() << "model: " << UnitModels::modelName(unit.childType) << '\n';
     for (const StateField &f : fields)
         out() << f.name << ": " << fieldText(f.value) << '\n';
     return Ok;
@@ -260,42 +258,24 @@ int runSend(const QString &address, const QString &command, const QStringList &a
     DevInfo_DATA unit{};
     if (const int code = findUnit(address, timeoutMs, any.needsHisBoard(), &unit))
         return code;
-    const Family family = familyOf(unit.childType);
+    const Family family = UnitModels::forChildType(unit.childType).family;
     const CommandCall call = CommandCall::check(command, args, family);
     switch (call.verdict()) {
     case CommandCall::Verdict::Ok:
         break;
     case CommandCall::Verdict::NotHere:
-        return fail(
-            Refused,
-            QStringLiteral("%1; %2 is an %3").arg(call.message(), address, modelName(unit.childType)));
+        return fail(Refused, QStringLiteral("%1; %2 is an %3")
+                                 .arg(call.message(), address, UnitModels::modelName(unit.childType)));
     default:
         return fail(Usage, call.message());
     }
 
     // The link of the unit's family, bound as a panel binds it; the frames are the panel's.
-    Links links;
-    std::unique_ptr<UnitLink> owner;
-    if (family == Family::Rvx3220) {
-        auto *l = new RVX3220_workdata;
-        l->DevTypeID(address, unit.devClass, unit.devNum);
-        links.rvx3220 = l;
-        owner.reset(l);
-    } else {
-        ReportingLink *l = nullptr;
-        if (family == Family::Series8000 || family == Family::Rvx5350) {
-            links.series8000 = new RVX5ALL_workdata;
-            l = links.series8000;
-        } else {
-            links.rvx3210 = new RVX3210_workdata;
-            l = links.rvx3210;
-        }
-        owner.reset(l);
-        l->get_DevTypeID(address, unit.devClass, unit.devNum);
-        if (unit.ip2)
-            l->get_HISTypeID(SWITCHER_DATA::dottedIp(unit.ip2), unit.devClass2, unit.devNum2);
-    }
-    call.run(links);
+    const std::unique_ptr<UnitLink> link(createUnitLink(family));
+    link->bindBoards(UnitAddress::mainBoard(unit), UnitAddress::hisBoard(unit));
+    if (!call.run(*link))
+        return fail(Refused,
+                    QStringLiteral("the %1 refused '%2'").arg(QLatin1String(link->traits().name), command));
     return Ok;
 }
 

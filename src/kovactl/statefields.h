@@ -1,6 +1,6 @@
 #pragma once
 
-#include "family.h"
+#include "SwitcherData/unitmodel.h"
 
 #include <QByteArray>
 #include <QJsonValue>
