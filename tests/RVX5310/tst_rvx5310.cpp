@@ -1,7 +1,8 @@
 // The RVX5310 panel offscreen, what it has of its own beside the front it shares with the
-// RVX5370: its keys on the wire (literal frames), the scaled levels, the unit's state shown in
-// the PIP settings and the format list with only the format's echo sent back, and typing into
-// the PIP settings without the panel's keys taking the keyboard.
+// RVX5370: its keys on the wire (literal frames), the PIP, F2 and REC/PAUSE lamps with what CUT
+// by the keyboard does after them, the scaled levels, the unit's state shown in the PIP settings
+// and the format list with only the format's echo sent back, and typing into the PIP settings
+// without the panel's keys taking the keyboard.
 #include "../RVX8000/rig8000.h"
 #include "RVX5310/rvx5310dialog.h"
 #include "RVX8000/frontpanel8000.h"

@@ -164,14 +164,12 @@ void TestSubpanels8000::pipBorderFromUnit()
     PIP_Body body(nullptr, &l.link);
     RVX3210_workdata link3210;
     Plane_Right pane(nullptr, &link3210);
-    body.set_BorderColor_Style(1);
-    body.set_BorderWidth_Style(5);
-    pane.set_BorderColor_Style(1);
-    pane.set_BorderWidth_Style(5);
-    body.set_BorderColor_Style(uint8_t(color));
-    body.set_BorderWidth_Style(uint8_t(width));
-    pane.set_BorderColor_Style(uint8_t(color));
-    pane.set_BorderWidth_Style(uint8_t(width));
+    for (const auto &[c, w] : {std::pair{1, 5}, std::pair{color, width}}) {
+        body.set_BorderColor_Style(uint8_t(c));
+        body.set_BorderWidth_Style(uint8_t(w));
+        pane.set_BorderColor_Style(uint8_t(c));
+        pane.set_BorderWidth_Style(uint8_t(w));
+    }
     QCOMPARE((QList<int>{body.borderColor()->currentIndex(), body.borderWidth()->value(),
                          pane.borderColor()->currentIndex(), pane.borderWidth()->value()}),
              shown);
