@@ -3,6 +3,7 @@
 #include "SwitcherData/protocol.h"
 #include "SwitcherData/rvx3210_workdata.h"
 #include "common/keysheet.h"
+#include "common/lampkey.h"
 #include "common/unitstateguard.h"
 #include "rvx3210styles.h"
 
@@ -101,8 +102,8 @@ Middle_widget::Middle_widget(QWidget *parent, RVX3210_workdata *link) : QWidget(
     transitions->addLayout(transKeys);
 
     // PIP and STILL.
-    m_btnPIP = makeKey(S::PipOff, 55);
-    m_btnSTILL = makeKey(S::StillOff, 55);
+    m_btnPIP = makeLampKey(S::PipOn, S::PipOff);
+    m_btnSTILL = makeLampKey(S::StillOn, S::StillOff);
     auto *func = new QVBoxLayout;
     func->addWidget(caption(S::FuncHead, this, S::SectionHead));
     func->addWidget(m_btnPIP);
@@ -144,6 +145,25 @@ QPushButton *Middle_widget::makeKey(const char *style, int size)
     key->setFocusPolicy(Qt::NoFocus);
     key->setStyleSheet(QString::fromLatin1(style));
     return key;
+}
+
+LampKey *Middle_widget::makeLampKey(const char *lit, const char *unlit)
+{
+    auto *key = new LampKey(this);
+    key->setFixedSize(55, 55);
+    key->setFocusPolicy(Qt::NoFocus);
+    key->setSheets(lit, unlit);
+    return key;
+}
+
+bool Middle_widget::pipOn() const
+{
+    return m_btnPIP->isLit();
+}
+
+bool Middle_widget::stillOn() const
+{
+    return m_btnSTILL->isLit();
 }
 
 void Middle_widget::on_btnclicked_AFV()
@@ -298,25 +318,22 @@ void Middle_widget::set_Wipe_Style(uint8_t wipe)
 
 void Middle_widget::on_btnclicked_PIP()
 {
-    m_pipOn = !m_pipOn;
-    setKeySheet(m_btnPIP, QString::fromLatin1(m_pipOn ? S::PipOn : S::PipOff));
-    m_link->SendCMDPIP(m_pipOn ? 1 : 0);
-    emit on_Singnale_btnPIP(m_pipOn);
+    const bool on = m_btnPIP->toggle();
+    m_link->SendCMDPIP(on ? 1 : 0);
+    emit on_Singnale_btnPIP(on);
 }
 
 void Middle_widget::set_PIP_Style(uint8_t s)
 {
     if (s > 1)
         return;
-    m_pipOn = s == 1;
-    setKeySheet(m_btnPIP, QString::fromLatin1(m_pipOn ? S::PipOn : S::PipOff));
-    emit on_Singnale_btnPIP(m_pipOn);
+    m_btnPIP->setLit(s == 1);
+    emit on_Singnale_btnPIP(s == 1);
 }
 
 void Middle_widget::on_btnclicked_STILL()
 {
-    m_stillOn = !m_stillOn;
-    setKeySheet(m_btnSTILL, QString::fromLatin1(m_stillOn ? S::StillOn : S::StillOff));
+    m_btnSTILL->toggle();
     m_link->SendCMDSTILL();
 }
 
@@ -324,6 +341,5 @@ void Middle_widget::set_Stll_Style(uint8_t s)
 {
     if (s > 1)
         return;
-    m_stillOn = s == 1;
-    setKeySheet(m_btnSTILL, QString::fromLatin1(m_stillOn ? S::StillOn : S::StillOff));
+    m_btnSTILL->setLit(s == 1);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/lampkey.h"
+
 #include <QWidget>
 
 class QButtonGroup;
@@ -31,12 +33,12 @@ public:
     // List index of a source code reported by the unit, -1 for an unknown code.
     static int sourceIndex(uint8_t code);
 
-    bool pipOn() const { return m_pipOn; }
-    bool stillOn() const { return m_stillOn; }
+    bool pipOn() const;
+    bool stillOn() const;
     QPushButton *btnAFV() const { return m_btnAFV; }
     QPushButton *btnMIX() const { return m_btnMIX; }
-    QPushButton *btnPIP() const { return m_btnPIP; }
-    QPushButton *btnSTILL() const { return m_btnSTILL; }
+    LampKey *btnPIP() const { return m_btnPIP; }
+    LampKey *btnSTILL() const { return m_btnSTILL; }
     QComboBox *ch1Source() const { return m_ch1; }
     QComboBox *ch2Source() const { return m_ch2; }
     QSpinBox *ch1Volume() const { return m_ch1Vol; }
@@ -67,6 +69,7 @@ private:
     void resetTransitions();
     void lightTransition(int id);
     void warnNoSource();
+    LampKey *makeLampKey(const char *lit, const char *unlit);
 
     RVX3210_workdata *m_link = nullptr;
     QHBoxLayout *m_row = nullptr;
@@ -77,10 +80,8 @@ private:
     QSpinBox *m_ch1Vol = nullptr;
     QSpinBox *m_ch2Vol = nullptr;
     QButtonGroup *m_trans = nullptr;
-    QPushButton *m_btnPIP = nullptr;
-    QPushButton *m_btnSTILL = nullptr;
+    LampKey *m_btnPIP = nullptr;
+    LampKey *m_btnSTILL = nullptr;
     int m_ch1Index = -1;
     int m_ch2Index = -1;
-    bool m_pipOn = false;
-    bool m_stillOn = false;
 };

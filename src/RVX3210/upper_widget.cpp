@@ -4,6 +4,7 @@
 #include "SwitcherData/rvx3210_workdata.h"
 #include "common/keyflash.h"
 #include "common/keysheet.h"
+#include "common/lampkey.h"
 #include "common/titlebarstyles.h"
 #include "rvx3210styles.h"
 
@@ -14,6 +15,7 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <initializer_list>
 
 namespace S = Rvx3210Styles;
 
@@ -25,7 +27,8 @@ Upper_Widget::Upper_Widget(QWidget *parent, RVX3210_workdata *link) : Upper_Widg
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(10, 4, 10, 4);
     row->setSpacing(10);
-    for (QPushButton *key : {m_btnFTB, m_btnF1, m_btnF2, m_btnF3, m_btnF7})
+    for (QPushButton *key :
+         std::initializer_list<QPushButton *>{m_btnFTB, m_btnF1, m_btnF2, m_btnF3, m_btnF7})
         row->addWidget(key);
     row->addStretch(1);
     for (QPushButton *key : {m_btnRead, m_btnReturn, m_btnClose})
@@ -40,8 +43,8 @@ Upper_Widget::Upper_Widget(QWidget *parent, RVX3210_workdata *link, KeysOnly) : 
     m_btnFTB = makeKey(S::FTBOff);
     m_btnF1 = makeKey(S::F1Off);
     m_btnF2 = makeKey(S::F2Off);
-    m_btnF3 = makeKey(S::F3Off);
-    m_btnF7 = makeKey(S::F7Off);
+    m_btnF3 = makeLampKey(S::F3On, S::F3Off);
+    m_btnF7 = makeLampKey(S::F7On, S::F7Off);
     m_btnRead = makeKey(S::ReadState);
     m_btnReturn = makeKey(S::Return);
 
@@ -65,6 +68,25 @@ QPushButton *Upper_Widget::makeKey(const char *style)
     key->setFocusPolicy(Qt::NoFocus);
     key->setStyleSheet(QString::fromLatin1(style));
     return key;
+}
+
+LampKey *Upper_Widget::makeLampKey(const char *lit, const char *unlit)
+{
+    auto *key = new LampKey(this);
+    key->setFixedSize(55, 55);
+    key->setFocusPolicy(Qt::NoFocus);
+    key->setSheets(lit, unlit);
+    return key;
+}
+
+bool Upper_Widget::f3On() const
+{
+    return m_btnF3->isLit();
+}
+
+bool Upper_Widget::f7On() const
+{
+    return m_btnF7->isLit();
 }
 
 void Upper_Widget::on_btnclicked_FTB()
@@ -163,26 +185,19 @@ void Upper_Widget::on_btnclicked_F2()
 
 void Upper_Widget::on_btnclicked_F3()
 {
-    m_f3On = !m_f3On;
-    on_Style_btnF3(m_f3On);
+    m_btnF3->toggle();
     m_link->SendCMDF3();
 }
 
 void Upper_Widget::set_F3_Style(uint8_t s)
 {
-    if (s == 0) {
-        m_f3On = false;
-        on_Style_btnF3(false);
-    } else if (s == 0xFF) {
-        m_f3On = true;
-        on_Style_btnF3(true);
-    }
+    if (s == 0 || s == 0xFF)
+        m_btnF3->setLit(s == 0xFF);
 }
 
 void Upper_Widget::on_btnclicked_F7()
 {
-    m_f7On = !m_f7On;
-    on_Style_btnF7(m_f7On);
+    m_btnF7->toggle();
     m_link->SendCMDF7();
 }
 
@@ -218,10 +233,10 @@ void Upper_Widget::on_Style_btnF2(bool on)
 
 void Upper_Widget::on_Style_btnF3(bool on)
 {
-    setKeySheet(m_btnF3, QString::fromLatin1(on ? S::F3On : S::F3Off));
+    m_btnF3->showLamp(on);
 }
 
 void Upper_Widget::on_Style_btnF7(bool on)
 {
-    setKeySheet(m_btnF7, QString::fromLatin1(on ? S::F7On : S::F7Off));
+    m_btnF7->showLamp(on);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/lampkey.h"
+
 #include <QWidget>
 
 class QPushButton;
@@ -20,16 +22,16 @@ public:
 
     bool ftbOn() const { return m_ftbOn; }
     bool ftbPhase() const { return m_ftbPhase; }
-    bool f3On() const { return m_f3On; }
-    bool f7On() const { return m_f7On; }
+    bool f3On() const;
+    bool f7On() const;
     int outputFormatIndex() const { return m_outIndex; }
     const QTimer *blinkTimer() const { return m_blink; }
 
     QPushButton *btnFTB() const { return m_btnFTB; }
     QPushButton *btnF1() const { return m_btnF1; }
     QPushButton *btnF2() const { return m_btnF2; }
-    QPushButton *btnF3() const { return m_btnF3; }
-    QPushButton *btnF7() const { return m_btnF7; }
+    LampKey *btnF3() const { return m_btnF3; }
+    LampKey *btnF7() const { return m_btnF7; }
     QPushButton *btnRead() const { return m_btnRead; }
     // Null in a row that has no close key (the RVX3410's).
     QPushButton *btnClose() const { return m_btnClose; }
@@ -67,21 +69,20 @@ protected:
     RVX3210_workdata *link() const { return m_link; }
     QTimer *ftbBlinkTimer() const { return m_blink; }
     QPushButton *makeKey(const char *style);
+    LampKey *makeLampKey(const char *lit, const char *unlit);
 
 private:
     RVX3210_workdata *m_link = nullptr;
     QPushButton *m_btnFTB = nullptr;
     QPushButton *m_btnF1 = nullptr;
     QPushButton *m_btnF2 = nullptr;
-    QPushButton *m_btnF3 = nullptr;
-    QPushButton *m_btnF7 = nullptr;
+    LampKey *m_btnF3 = nullptr;
+    LampKey *m_btnF7 = nullptr;
     QPushButton *m_btnRead = nullptr;
     QPushButton *m_btnClose = nullptr;
     QPushButton *m_btnReturn = nullptr;
     QTimer *m_blink = nullptr;
     bool m_ftbOn = false;
     bool m_ftbPhase = false;
-    bool m_f3On = false;
-    bool m_f7On = false;
     int m_outIndex = -1;
 };

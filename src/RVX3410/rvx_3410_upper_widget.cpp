@@ -1,7 +1,6 @@
 #include "rvx_3410_upper_widget.h"
 
 #include "SwitcherData/rvx3210_workdata.h"
-#include "common/keysheet.h"
 #include "rvx3410styles.h"
 
 #include <QGridLayout>
@@ -34,10 +33,10 @@ constexpr uint8_t Rotated = 0x40;
 RVX_3410_Upper_Widget::RVX_3410_Upper_Widget(QWidget *parent, RVX3210_workdata *link)
     : Upper_Widget(parent, link, KeysOnly{})
 {
-    m_btnF4 = makeKey(S4::F4Off);
-    m_btnF5 = makeKey(S4::F5Off);
-    m_btnF6 = makeKey(S4::F6Off);
-    m_btnF8 = makeKey(S4::F8Off);
+    m_btnF4 = makeLampKey(S4::F4On, S4::F4Off);
+    m_btnF5 = makeLampKey(S4::F5On, S4::F5Off);
+    m_btnF6 = makeLampKey(S4::F6On, S4::F6Off);
+    m_btnF8 = makeLampKey(S4::F8On, S4::F8Off);
 
     // Nothing starts the REC blink: a recording with code 3 blinks FTB instead, and the
     // other codes only stop it.
@@ -94,40 +93,31 @@ void RVX_3410_Upper_Widget::layOutRow()
 
 void RVX_3410_Upper_Widget::on_btnclicked_F4()
 {
-    if (!m_f4On) {
-        m_f4On = true;
-        on_Style_btnF4(true);
+    if (m_btnF4->toggle()) {
         link()->SendCMDREC(1);
         return;
     }
     // Stopping the recording ends a pause as well.
-    m_f4On = false;
-    m_f5On = false;
-    on_Style_btnF4(false);
-    on_Style_btnF5(false);
+    m_btnF5->setLit(false);
     link()->SendCMDREC(0);
 }
 
 void RVX_3410_Upper_Widget::on_btnclicked_F5()
 {
-    if (!m_f4On)
+    if (!m_btnF4->isLit())
         return;
-    m_f5On = !m_f5On;
-    on_Style_btnF5(m_f5On);
+    m_btnF5->toggle();
     link()->SendCMDPAUSE();
 }
 
 void RVX_3410_Upper_Widget::on_btnclicked_F6()
 {
-    m_f6On = !m_f6On;
-    on_Style_btnF6(m_f6On);
-    link()->SendCMDSTREAM(m_f6On ? 1 : 0);
+    link()->SendCMDSTREAM(m_btnF6->toggle() ? 1 : 0);
 }
 
 void RVX_3410_Upper_Widget::on_btnclicked_F8()
 {
-    m_f8On = !m_f8On;
-    on_Style_btnF8(m_f8On);
+    m_btnF8->toggle();
     link()->SendCMDROTATE();
 }
 
@@ -152,31 +142,24 @@ void RVX_3410_Upper_Widget::set_Style_btnF4(uint8_t v)
 {
     switch ((v & RecordingMask) >> RecordingShift) {
     case Idle:
-        m_f4On = false;
-        m_f5On = false;
-        on_Style_btnF4(false);
-        on_Style_btnF5(false);
+        m_btnF4->setLit(false);
+        m_btnF5->setLit(false);
         m_recBlink->stop();
         break;
     case Recording:
-        m_f4On = true;
-        m_f5On = false;
-        on_Style_btnF4(true);
-        on_Style_btnF5(false);
+        m_btnF4->setLit(true);
+        m_btnF5->setLit(false);
         m_recBlink->stop();
         break;
     case Paused:
-        m_f4On = true;
-        m_f5On = true;
-        on_Style_btnF4(true);
-        on_Style_btnF5(true);
+        m_btnF4->setLit(true);
+        m_btnF5->setLit(true);
         m_recBlink->stop();
         break;
     case RecordingOther:
         // It is the FTB key that blinks then, not REC; operators know it that way.
-        m_f4On = true;
-        m_f5On = false;
-        on_Style_btnF5(false);
+        m_btnF4->setLitUnshown(true);
+        m_btnF5->setLit(false);
         ftbBlinkTimer()->start(S::FtbBlinkMs);
         break;
     }
@@ -184,32 +167,30 @@ void RVX_3410_Upper_Widget::set_Style_btnF4(uint8_t v)
 
 void RVX_3410_Upper_Widget::set_Style_btnF6(uint8_t v)
 {
-    m_f6On = (v & StreamingBit) != 0;
-    on_Style_btnF6(m_f6On);
+    m_btnF6->setLit((v & StreamingBit) != 0);
 }
 
 void RVX_3410_Upper_Widget::set_Style_btnF8(uint8_t v)
 {
-    m_f8On = (v & RotateMask) == Rotated;
-    on_Style_btnF8(m_f8On);
+    m_btnF8->setLit((v & RotateMask) == Rotated);
 }
 
 void RVX_3410_Upper_Widget::on_Style_btnF4(bool on)
 {
-    setKeySheet(m_btnF4, QString::fromLatin1(on ? S4::F4On : S4::F4Off));
+    m_btnF4->showLamp(on);
 }
 
 void RVX_3410_Upper_Widget::on_Style_btnF5(bool on)
 {
-    setKeySheet(m_btnF5, QString::fromLatin1(on ? S4::F5On : S4::F5Off));
+    m_btnF5->showLamp(on);
 }
 
 void RVX_3410_Upper_Widget::on_Style_btnF6(bool on)
 {
-    setKeySheet(m_btnF6, QString::fromLatin1(on ? S4::F6On : S4::F6Off));
+    m_btnF6->showLamp(on);
 }
 
 void RVX_3410_Upper_Widget::on_Style_btnF8(bool on)
 {
-    setKeySheet(m_btnF8, QString::fromLatin1(on ? S4::F8On : S4::F8Off));
+    m_btnF8->showLamp(on);
 }

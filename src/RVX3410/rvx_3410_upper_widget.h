@@ -23,18 +23,18 @@ public:
     void set_Style_btnF6(uint8_t v);
     void set_Style_btnF8(uint8_t v);
 
-    bool f4On() const { return m_f4On; }
-    bool f5On() const { return m_f5On; }
-    bool f6On() const { return m_f6On; }
-    bool f8On() const { return m_f8On; }
+    bool f4On() const { return m_btnF4->isLit(); }
+    bool f5On() const { return m_btnF5->isLit(); }
+    bool f6On() const { return m_btnF6->isLit(); }
+    bool f8On() const { return m_btnF8->isLit(); }
     bool recPhase() const { return m_recPhase; }
     const QTimer *recBlinkTimer() const { return m_recBlink; }
     const QTimer *stateReadTimer() const { return m_readTimer; }
 
-    QPushButton *btnF4() const { return m_btnF4; }
-    QPushButton *btnF5() const { return m_btnF5; }
-    QPushButton *btnF6() const { return m_btnF6; }
-    QPushButton *btnF8() const { return m_btnF8; }
+    LampKey *btnF4() const { return m_btnF4; }
+    LampKey *btnF5() const { return m_btnF5; }
+    LampKey *btnF6() const { return m_btnF6; }
+    LampKey *btnF8() const { return m_btnF8; }
 
 public slots:
     void on_btnclicked_F4();
@@ -54,15 +54,11 @@ public slots:
 private:
     void layOutRow();
 
-    QPushButton *m_btnF4 = nullptr;
-    QPushButton *m_btnF5 = nullptr;
-    QPushButton *m_btnF6 = nullptr;
-    QPushButton *m_btnF8 = nullptr;
+    LampKey *m_btnF4 = nullptr;
+    LampKey *m_btnF5 = nullptr;
+    LampKey *m_btnF6 = nullptr;
+    LampKey *m_btnF8 = nullptr;
     QTimer *m_recBlink = nullptr;
     QTimer *m_readTimer = nullptr;
-    bool m_f4On = false;
-    bool m_f5On = false;
-    bool m_f6On = false;
-    bool m_f8On = false;
     bool m_recPhase = false;
 };

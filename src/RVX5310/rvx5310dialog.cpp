@@ -19,6 +19,7 @@
 
 #include <QButtonGroup>
 #include <QVBoxLayout>
+#include <initializer_list>
 
 namespace S = Rvx5310Styles;
 using namespace Protocol;
@@ -72,7 +73,7 @@ RVX5310Dialog::RVX5310Dialog(QWidget *parent) : QDialog(parent), ui(std::make_un
     connect(m_link, &RVX5ALL_workdata::on_signals_3210Data, this, &RVX5310Dialog::on_toRead_5370Dtat);
 
     // This unit has no F3, F4 or KEY function, and its rate is set by the unit's own menu.
-    for (QWidget *key : {ui->btn_f3, ui->btn_f4, ui->btn_key}) {
+    for (QWidget *key : std::initializer_list<QWidget *>{ui->btn_f3, ui->btn_f4, ui->btn_key}) {
         key->setEnabled(false);
         setKeySheet(key, QString::fromLatin1(KeySheet::GradientDisabled));
     }
@@ -103,7 +104,8 @@ void RVX5310Dialog::initUpper()
                           {ui->btn_ftb, &RVX5310Dialog::on_btn_ftb_clicked},
                           {ui->btn_ds, &RVX5310Dialog::on_btn_ds_clicked},
                           {ui->btn_rec, &RVX5310Dialog::on_btn_rec_clicked}});
-    m_ftbBlink = new KeyBlink(ui->btn_ftb, KeySheet::GradientRed);
+    LampKeys::toggles({ui->btn_f1, ui->btn_ftb, ui->btn_rec}, KeySheet::GradientRed);
+    m_ftbBlink = new KeyBlink(ui->btn_ftb);
     connect(ui->btn_reso, &QPushButton::clicked, this, &RVX5310Dialog::on_btn_reso_clicked);
     connect(ui->btn_f3, &QPushButton::clicked, this, &RVX5310Dialog::on_btn_f3_clicked);
     connect(ui->btn_f4, &QPushButton::clicked, this, &RVX5310Dialog::on_btn_f4_clicked);
@@ -123,6 +125,7 @@ void RVX5310Dialog::initMiddle()
                           {ui->btn_pause, &RVX5310Dialog::on_btn_pause_clicked},
                           {ui->btn_mute, &RVX5310Dialog::on_btn_mute_clicked},
                           {ui->btn_still, &RVX5310Dialog::on_btn_still_clicked}});
+    LampKeys::toggles({ui->btn_pause, ui->btn_mute, ui->btn_still}, KeySheet::GradientRed);
     m_audioMode = new AudioModeKey(ui->btn_afv, ui->btn_mix, ui->btn_ch1, ui->btn_ch2, m_link, this);
     connect(ui->slider_ch1, &QSlider::valueChanged, this, &RVX5310Dialog::set_audio_vol);
     connect(ui->slider_ch2, &QSlider::valueChanged, this, &RVX5310Dialog::set_audio_vol);
@@ -155,12 +158,11 @@ void RVX5310Dialog::initPGM_PVWCH()
 
 void RVX5310Dialog::init_Toggle_key()
 {
-    // PIP, KEY and POP (F2): one inset at a time. While one is on, CUT changes the inset.
-    m_insets = new InsetKeys(ui->btn_pip, ui->btn_key, ui->btn_f2, m_link, this);
-    connect(m_insets, &InsetKeys::insetChanged, this, [this](InsetKeys::Inset inset) {
-        m_front->setOverlay(inset != InsetKeys::Inset::None);
-        ui->area_pip->setVisible(inset == InsetKeys::Inset::Pip);
-    });
+    // PIP, KEY and POP (F2) each switch on their own; while the key pressed last is on, CUT
+    // changes the inset instead of the buses. The PIP settings show while PIP is on.
+    m_insets = new InsetKeys(ui->btn_pip, ui->btn_key, ui->btn_f2, InsetKeys::Pop::Beside, m_link, this);
+    connect(m_insets, &InsetKeys::overlayChanged, m_front, &FrontPanel8000::setOverlay);
+    connect(m_insets, &InsetKeys::pipChanged, ui->area_pip, &QWidget::setVisible);
 }
 
 void RVX5310Dialog::DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5)
@@ -181,35 +183,35 @@ bool RVX5310Dialog::ftbBlinking() const
 
 void RVX5310Dialog::on_btn_f1_clicked()
 {
-    m_link->SendCMDSTREAM(LampKeys::toggle(m_streamOn, ui->btn_f1, KeySheet::GradientRed) ? 1 : 0);
+    m_link->SendCMDSTREAM(ui->btn_f1->toggle() ? 1 : 0);
 }
 
 void RVX5310Dialog::on_btn_ftb_clicked()
 {
-    m_ftbBlink->toggle(m_ftbOn);
+    m_ftbBlink->toggle();
     m_link->SendCMDFTB();
 }
 
 void RVX5310Dialog::on_btn_rec_clicked()
 {
-    m_link->SendCMDREC(LampKeys::toggleRecord(m_recOn, ui->btn_rec, m_pauseOn, ui->btn_pause) ? 1 : 0);
+    m_link->SendCMDREC(LampKeys::toggleRecord(ui->btn_rec, ui->btn_pause) ? 1 : 0);
 }
 
 void RVX5310Dialog::on_btn_pause_clicked()
 {
-    LampKeys::toggle(m_pauseOn, ui->btn_pause, KeySheet::GradientRed);
+    ui->btn_pause->toggle();
     m_link->SendCMDPAUSE();
 }
 
 void RVX5310Dialog::on_btn_still_clicked()
 {
-    LampKeys::toggle(m_stillOn, ui->btn_still, KeySheet::GradientRed);
+    ui->btn_still->toggle();
     m_link->SendCMDSTILL();
 }
 
 void RVX5310Dialog::on_btn_mute_clicked()
 {
-    LampKeys::toggle(m_muteOn, ui->btn_mute, KeySheet::GradientRed);
+    ui->btn_mute->toggle();
     m_link->SendCMDF3();
 }
 
@@ -279,7 +281,7 @@ void RVX5310Dialog::on_toRead_5370Dtat(const QByteArray &data)
     // the unit expects to hear again).
     showSharedReport(data, wipeTypeFromReport, m_front, m_audioMode, m_audio, m_insets);
     if (has(data, State::Ftb))
-        m_ftbBlink->showReported(m_ftbOn, byteAt(data, State::Ftb) != 0);
+        m_ftbBlink->showReported(byteAt(data, State::Ftb) != 0);
     if (has(data, State::PipBorderEnable))
         m_pip->set_BorderEnable_Style(byteAt(data, State::PipBorderEnable));
     if (has(data, State::PipBorderColor))
@@ -293,9 +295,9 @@ void RVX5310Dialog::on_toRead_5370Dtat(const QByteArray &data)
     if (has(data, State::PipV + 1))
         m_pip->set_Vposition_Style(byteAt(data, State::PipV), byteAt(data, State::PipV + 1));
     if (has(data, State::Still))
-        LampKeys::showReported(m_stillOn, ui->btn_still, byteAt(data, State::Still) != 0);
+        ui->btn_still->setLit(byteAt(data, State::Still) != 0);
     if (has(data, State::Mute))
-        LampKeys::showReported(m_muteOn, ui->btn_mute, byteAt(data, State::Mute) != 0);
+        ui->btn_mute->setLit(byteAt(data, State::Mute) != 0);
     if (has(data, State::Rate)) {
         const uint8_t rate = byteAt(data, State::Rate);
         if (rate < RateCount)

@@ -84,10 +84,4 @@ private:
     AudioChannels *m_audio = nullptr;
     KeyBlink *m_ftbBlink = nullptr;
     QButtonGroup *m_rateKeys = nullptr;
-    bool m_ftbOn = false;
-    bool m_stillOn = false;
-    bool m_muteOn = false;
-    bool m_recOn = false;
-    bool m_streamOn = false;
-    bool m_pauseOn = false;
 };

@@ -75,6 +75,7 @@ void RVX5350::initUpper()
                           {ui->btn_ch1, &RVX5350::on_btn_ch1_clicked},
                           {ui->btn_mute, &RVX5350::on_btn_mute_clicked},
                           {ui->btn_ch2, &RVX5350::on_btn_ch2_clicked}});
+    ui->btn_mute->setSheets(KeySheet::GradientRed, KeySheet::GradientOff);
     connect(ui->slider_ch1, &QSlider::valueChanged, this, &RVX5350::set_audio_vol);
     connect(ui->slider_ch2, &QSlider::valueChanged, this, &RVX5350::set_audio_vol);
     m_audioMode = new AudioModeKey(ui->btn_afv, ui->btn_ch1, ui->btn_ch2, m_link, this);
@@ -85,7 +86,6 @@ void RVX5350::initUpper()
 
 void RVX5350::initRight()
 {
-    m_stillBlink = new KeyBlink(ui->btn_still, KeySheet::GradientRed);
     LampKeys::wire(this, {{ui->btn_reso, &RVX5350::on_btn_reso_clicked},
                           {ui->btn_rate, &RVX5350::on_btn_rate_clicked},
                           {ui->btn_rec, &RVX5350::on_btn_rec_clicked},
@@ -93,6 +93,8 @@ void RVX5350::initRight()
                           {ui->btn_still, &RVX5350::on_btn_still_clicked},
                           {ui->btn_set, &RVX5350::on_btn_set_clicked},
                           {ui->btn_rtmp, &RVX5350::on_btn_rtmp_clicked}});
+    LampKeys::toggles({ui->btn_rec, ui->btn_still, ui->btn_rtmp}, KeySheet::GradientRed);
+    m_stillBlink = new KeyBlink(ui->btn_still);
 
     m_inputs = FrontPanel8000::inputRow(this, {ui->btn_in1, ui->btn_in2});
     connect(m_inputs, &QButtonGroup::idClicked, this, &RVX5350::setInput);
@@ -112,12 +114,11 @@ void RVX5350::initRight()
     hooks.shiftDigitRow = m_inputs;
     m_front = new FrontPanel8000(this, m_link, keys8000, hooks);
 
-    m_insets = new InsetKeys(ui->btn_pip, nullptr, ui->btn_pop, m_link, this);
-    connect(m_insets, &InsetKeys::insetChanged, this, [this](InsetKeys::Inset inset) {
-        m_front->setOverlay(inset != InsetKeys::Inset::None);
-        // SET's PIP size key works only while there is a PIP to size.
-        m_set->setPIP_size_unlock_falg_slots(inset == InsetKeys::Inset::Pip);
-    });
+    // PIP and POP end each other.
+    m_insets = new InsetKeys(ui->btn_pip, nullptr, ui->btn_pop, InsetKeys::Pop::Exclusive, m_link, this);
+    connect(m_insets, &InsetKeys::overlayChanged, m_front, &FrontPanel8000::setOverlay);
+    // SET's PIP size key works only while there is a PIP to size.
+    connect(m_insets, &InsetKeys::pipChanged, m_set, &Set::setPIP_size_unlock_falg_slots);
 }
 
 void RVX5350::DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5)
@@ -168,7 +169,7 @@ void RVX5350::on_btn_ds_clicked()
 
 void RVX5350::on_btn_mute_clicked()
 {
-    LampKeys::toggle(m_muteOn, ui->btn_mute, KeySheet::GradientRed);
+    ui->btn_mute->toggle();
     m_link->SendCMDF3();
 }
 
@@ -218,12 +219,12 @@ void RVX5350::on_btn_rate_clicked()
 
 void RVX5350::on_btn_rec_clicked()
 {
-    m_link->SendCMDREC(LampKeys::toggle(m_recOn, ui->btn_rec, KeySheet::GradientRed) ? 1 : 0);
+    m_link->SendCMDREC(ui->btn_rec->toggle() ? 1 : 0);
 }
 
 void RVX5350::on_btn_rtmp_clicked()
 {
-    m_link->SendCMDSTREAM(LampKeys::toggle(m_rtmpOn, ui->btn_rtmp, KeySheet::GradientRed) ? 1 : 0);
+    m_link->SendCMDSTREAM(ui->btn_rtmp->toggle() ? 1 : 0);
 }
 
 void RVX5350::on_btn_micvol_clicked()
@@ -233,7 +234,7 @@ void RVX5350::on_btn_micvol_clicked()
 
 void RVX5350::on_btn_still_clicked()
 {
-    m_stillBlink->toggle(m_stillOn);
+    m_stillBlink->toggle();
     m_link->SendCMDSTILL();
 }
 
@@ -277,9 +278,9 @@ void RVX5350::m_on_toRead_5370Dtat(const QByteArray &data)
         m_pipBox->set_H_Vposition_Style(FrameCodec::bigEndianAt(data, State::PipH),
                                         FrameCodec::bigEndianAt(data, State::PipV));
     if (has(data, State::Still))
-        m_stillBlink->showReported(m_stillOn, byteAt(data, State::Still) != 0);
+        m_stillBlink->showReported(byteAt(data, State::Still) != 0);
     if (has(data, State::Mute))
-        LampKeys::showReported(m_muteOn, ui->btn_mute, byteAt(data, State::Mute) != 0);
+        ui->btn_mute->setLit(byteAt(data, State::Mute) != 0);
     if (has(data, State::Rate) && byteAt(data, State::Rate) < RateCount)
         setRate(byteAt(data, State::Rate));
     if (has(data, State::Resolution)) {

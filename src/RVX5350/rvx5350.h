@@ -90,8 +90,4 @@ private:
     int m_onAir = 0;
     int m_resolution = 0;
     int m_rate = 0;
-    bool m_stillOn = false;
-    bool m_muteOn = false;
-    bool m_recOn = false;
-    bool m_rtmpOn = false;
 };

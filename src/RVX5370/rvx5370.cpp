@@ -86,7 +86,6 @@ RVX5370::~RVX5370() = default;
 
 void RVX5370::initUpper()
 {
-    m_ftbBlink = new KeyBlink(ui->btn_ftb, KeySheet::GradientRed);
     LampKeys::wire(this, {{ui->btn_rec, &RVX5370::on_btn_rec_clicked},
                           {ui->btn_rtmp, &RVX5370::on_btn_rtmp_clicked},
                           {ui->btn_ftb, &RVX5370::on_btn_ftb_clicked},
@@ -94,6 +93,9 @@ void RVX5370::initUpper()
                           {ui->btn_bar, &RVX5370::on_btn_bar_clicked},
                           {ui->btn_pause, &RVX5370::on_btn_pause_clicked},
                           {ui->btn_ds, &RVX5370::on_btn_ds_clicked}});
+    LampKeys::toggles({ui->btn_rec, ui->btn_rtmp, ui->btn_ftb, ui->btn_still, ui->btn_bar, ui->btn_pause},
+                      KeySheet::GradientRed);
+    m_ftbBlink = new KeyBlink(ui->btn_ftb);
 }
 
 void RVX5370::initBelow()
@@ -103,6 +105,7 @@ void RVX5370::initBelow()
                           {ui->btn_set, &RVX5370::on_btn_set_clicked},
                           {ui->btn_mute, &RVX5370::on_btn_mute_clicked},
                           {ui->btn_ch2, &RVX5370::on_btn_ch2_clicked}});
+    ui->btn_mute->setSheets(KeySheet::GradientRed, KeySheet::GradientOff);
     connect(ui->slider_ch1, &QSlider::valueChanged, this, &RVX5370::set_audio_vol);
     connect(ui->slider_ch2, &QSlider::valueChanged, this, &RVX5370::set_audio_vol);
     m_audioMode = new AudioModeKey(ui->btn_afv, ui->btn_ch1, ui->btn_ch2, m_link, this);
@@ -121,12 +124,11 @@ void RVX5370::initBelow()
     hooks.shiftDigitRow = keys8000.pgm;
     m_front = new FrontPanel8000(this, m_link, keys8000, hooks);
 
-    m_insets = new InsetKeys(ui->btn_pip, ui->btn_key, ui->btn_pop, m_link, this);
-    connect(m_insets, &InsetKeys::insetChanged, this, [this](InsetKeys::Inset inset) {
-        m_front->setOverlay(inset != InsetKeys::Inset::None);
-        // SET's PIP size key works only while there is a PIP to size.
-        m_set->setPIP_size_unlock_falg_slots(inset == InsetKeys::Inset::Pip);
-    });
+    // PIP and KEY each switch on their own; POP ends both and either ends POP.
+    m_insets = new InsetKeys(ui->btn_pip, ui->btn_key, ui->btn_pop, InsetKeys::Pop::Exclusive, m_link, this);
+    connect(m_insets, &InsetKeys::overlayChanged, m_front, &FrontPanel8000::setOverlay);
+    // SET's PIP size key works only while there is a PIP to size.
+    connect(m_insets, &InsetKeys::pipChanged, m_set, &SetDialog::setPIP_size_unlock_falg_slots);
 }
 
 void RVX5370::DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5)
@@ -152,37 +154,37 @@ bool RVX5370::ftbBlinking() const
 
 void RVX5370::on_btn_rec_clicked()
 {
-    m_link->SendCMDREC(LampKeys::toggleRecord(m_recOn, ui->btn_rec, m_pauseOn, ui->btn_pause) ? 1 : 0);
+    m_link->SendCMDREC(LampKeys::toggleRecord(ui->btn_rec, ui->btn_pause) ? 1 : 0);
 }
 
 void RVX5370::on_btn_rtmp_clicked()
 {
-    m_link->SendCMDSTREAM(LampKeys::toggle(m_rtmpOn, ui->btn_rtmp, KeySheet::GradientRed) ? 1 : 0);
+    m_link->SendCMDSTREAM(ui->btn_rtmp->toggle() ? 1 : 0);
 }
 
 void RVX5370::on_btn_ftb_clicked()
 {
-    m_ftbBlink->toggle(m_ftbOn);
+    m_ftbBlink->toggle();
     m_link->SendCMDFTB();
 }
 
 void RVX5370::on_btn_still_clicked()
 {
-    LampKeys::toggle(m_stillOn, ui->btn_still, KeySheet::GradientRed);
+    ui->btn_still->toggle();
     m_link->SendCMDSTILL();
 }
 
 void RVX5370::on_btn_bar_clicked()
 {
     // The bars go to both buses, programme first.
-    const int v = LampKeys::toggle(m_barOn, ui->btn_bar, KeySheet::GradientRed) ? 1 : 0;
+    const int v = ui->btn_bar->toggle() ? 1 : 0;
     m_link->SendCMDPGMBAR(v);
     m_link->SendCMDPVWBAR(v);
 }
 
 void RVX5370::on_btn_pause_clicked()
 {
-    LampKeys::toggle(m_pauseOn, ui->btn_pause, KeySheet::GradientRed);
+    ui->btn_pause->toggle();
     m_link->SendCMDPAUSE();
 }
 
@@ -193,7 +195,7 @@ void RVX5370::on_btn_ds_clicked()
 
 void RVX5370::on_btn_mute_clicked()
 {
-    LampKeys::toggle(m_muteOn, ui->btn_mute, KeySheet::GradientRed);
+    ui->btn_mute->toggle();
     m_link->SendCMDF3();
 }
 
@@ -251,7 +253,7 @@ void RVX5370::m_on_toRead_5370Dtat(const QByteArray &data)
     using FrameCodec::byteAt;
     showSharedReport(data, wipeTypeFromReport, m_front, m_audioMode, m_audio, m_insets);
     if (has(data, State::Ftb))
-        m_ftbBlink->showReported(m_ftbOn, byteAt(data, State::Ftb) != 0);
+        m_ftbBlink->showReported(byteAt(data, State::Ftb) != 0);
     if (has(data, State::PipSize)) {
         const uint8_t size = byteAt(data, State::PipSize);
         setPIPSZ_Style(size);
@@ -261,9 +263,9 @@ void RVX5370::m_on_toRead_5370Dtat(const QByteArray &data)
         m_pipBox->set_H_Vposition_Style(FrameCodec::bigEndianAt(data, State::PipH),
                                         FrameCodec::bigEndianAt(data, State::PipV));
     if (has(data, State::Still))
-        LampKeys::showReported(m_stillOn, ui->btn_still, byteAt(data, State::Still) != 0);
+        ui->btn_still->setLit(byteAt(data, State::Still) != 0);
     if (has(data, State::Mute))
-        LampKeys::showReported(m_muteOn, ui->btn_mute, byteAt(data, State::Mute) != 0);
+        ui->btn_mute->setLit(byteAt(data, State::Mute) != 0);
     if (has(data, State::Rate)) {
         const uint8_t rate = byteAt(data, State::Rate);
         setRATE_Style(rate);

@@ -83,11 +83,4 @@ private:
     InsetKeys *m_insets = nullptr;
     AudioModeKey *m_audioMode = nullptr;
     AudioChannels *m_audio = nullptr;
-    bool m_ftbOn = false;
-    bool m_stillOn = false;
-    bool m_muteOn = false;
-    bool m_recOn = false;
-    bool m_pauseOn = false;
-    bool m_rtmpOn = false;
-    bool m_barOn = false;
 };

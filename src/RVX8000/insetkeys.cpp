@@ -2,44 +2,57 @@
 
 #include "SwitcherData/rvx5all_workdata.h"
 #include "common/keysheet.h"
+#include "common/lampkey.h"
 
-#include <QPushButton>
-
-InsetKeys::InsetKeys(QPushButton *pip, QPushButton *key, QPushButton *pop, RVX5ALL_workdata *link,
+InsetKeys::InsetKeys(LampKey *pip, LampKey *key, LampKey *pop, Pop popRule, RVX5ALL_workdata *link,
                      QObject *parent)
-    : QObject(parent), m_pip(pip), m_key(key), m_pop(pop), m_link(link)
+    : QObject(parent), m_pip(pip), m_key(key), m_pop(pop), m_popRule(popRule), m_link(link)
 {
-    connect(m_pip, &QPushButton::clicked, this, [this] { press(Inset::Pip); });
-    connect(m_pop, &QPushButton::clicked, this, [this] { press(Inset::Pop); });
-    if (m_key)
-        connect(m_key, &QPushButton::clicked, this, [this] { press(Inset::Key); });
-    show(Inset::None);
+    for (LampKey *k : {m_pip, m_key, m_pop}) {
+        if (!k)
+            continue;
+        k->setSheets(KeySheet::GradientGreen, KeySheet::GradientOff);
+        connect(k, &LampKey::clicked, this, [this, k] { press(k); });
+    }
 }
 
-void InsetKeys::show(Inset inset)
+bool InsetKeys::pipOn() const
 {
-    m_inset = inset;
-    setLamp(m_pip, inset == Inset::Pip, KeySheet::GradientGreen, KeySheet::GradientOff);
-    setLamp(m_pop, inset == Inset::Pop, KeySheet::GradientGreen, KeySheet::GradientOff);
-    if (m_key)
-        setLamp(m_key, inset == Inset::Key, KeySheet::GradientGreen, KeySheet::GradientOff);
-    emit insetChanged(inset);
+    return m_pip->isLit();
 }
 
-void InsetKeys::press(Inset inset)
+// The pressed key has its new state; the others' lamps go out, and where POP is exclusive
+// with the pressed key the other goes off too, without a word to the unit.
+void InsetKeys::settle(LampKey *pressed, bool on)
 {
-    const bool on = m_inset != inset;
-    show(on ? inset : Inset::None);
-    if (inset == Inset::Pip)
+    for (LampKey *other : {m_pip, m_key, m_pop}) {
+        if (!other || other == pressed)
+            continue;
+        const bool exclusive = m_popRule == Pop::Exclusive && (pressed == m_pop || other == m_pop);
+        if (exclusive)
+            other->setLit(false);
+        else
+            other->showLamp(false);
+    }
+    m_overlay = on;
+    emit overlayChanged(on);
+    emit pipChanged(m_pip->isLit());
+}
+
+void InsetKeys::press(LampKey *pressed)
+{
+    const bool on = pressed->toggle();
+    settle(pressed, on);
+    if (pressed == m_pip)
         m_link->SendCMDPIP(on ? 1 : 0);
-    else if (inset == Inset::Pop)
+    else if (pressed == m_pop)
         m_link->SendCMDPOP(on ? 1 : 0);
 }
 
 void InsetKeys::showPip(bool on)
 {
-    if (on)
-        show(Inset::Pip);
-    else if (m_inset == Inset::Pip)
-        show(Inset::None);
+    if (!on && !m_pip->isLit())
+        return;
+    m_pip->setLit(on);
+    settle(m_pip, on);
 }

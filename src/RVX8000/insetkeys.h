@@ -2,41 +2,46 @@
 
 #include <QObject>
 
-class QPushButton;
+class LampKey;
 class RVX5ALL_workdata;
 
-// The inset keys of the RVX5370 and RVX5350 panels: PIP, KEY (the RVX5370 only) and POP. One
-// inset at a time is lit; pressing the lit one turns it off. PIP and POP tell the unit, KEY
-// only lights.
+// The inset keys of the 8000-series panels: PIP, KEY (not on the RVX5350) and POP (F2 on the
+// RVX5310). A press flips its own key, lit green while on, and puts out the other keys' lamps;
+// PIP and POP tell the unit, KEY only lights. On the RVX5310 the others stay on beneath their
+// dark lamps, so PIP, F2, PIP ends with PIP off. Where POP is exclusive (RVX5370, RVX5350), POP
+// and the others end each other, so PIP, POP, PIP turns PIP on again.
 class InsetKeys : public QObject
 {
     Q_OBJECT
 public:
-    enum class Inset
+    enum class Pop
     {
-        None,
-        Pip,
-        Key,
-        Pop
+        Beside,
+        Exclusive
     };
 
     // `key` may be null.
-    InsetKeys(QPushButton *pip, QPushButton *key, QPushButton *pop, RVX5ALL_workdata *link, QObject *parent);
+    InsetKeys(LampKey *pip, LampKey *key, LampKey *pop, Pop popRule, RVX5ALL_workdata *link, QObject *parent);
 
-    Inset inset() const { return m_inset; }
-    // The unit's PIP byte: on lights PIP; off ends PIP but leaves another inset lit.
+    // Set while an inset covers the picture: the state of the key pressed last.
+    bool overlay() const { return m_overlay; }
+    bool pipOn() const;
+    // The unit's PIP byte, taken as a press of PIP to that state that tells the unit nothing;
+    // off while PIP is already off changes nothing.
     void showPip(bool on);
 
 signals:
-    void insetChanged(InsetKeys::Inset inset);
+    void overlayChanged(bool on);
+    void pipChanged(bool on);
 
 private:
-    void press(Inset inset);
-    void show(Inset inset);
+    void press(LampKey *pressed);
+    void settle(LampKey *pressed, bool on);
 
-    QPushButton *m_pip;
-    QPushButton *m_key;
-    QPushButton *m_pop;
+    LampKey *m_pip;
+    LampKey *m_key;
+    LampKey *m_pop;
+    Pop m_popRule;
     RVX5ALL_workdata *m_link;
-    Inset m_inset = Inset::None;
+    bool m_overlay = false;
 };

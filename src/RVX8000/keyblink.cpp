@@ -1,36 +1,35 @@
 #include "keyblink.h"
 
 #include "common/delay.h"
-#include "common/keysheet.h"
-#include "lampkeys.h"
+#include "common/lampkey.h"
 
 #include <QPointer>
-#include <QPushButton>
 #include <QTimer>
 
-KeyBlink::KeyBlink(QPushButton *key, const char *litSheet)
-    : QObject(key), m_key(key), m_litSheet(litSheet), m_timer(new QTimer(this))
+KeyBlink::KeyBlink(LampKey *key) : QObject(key), m_key(key), m_timer(new QTimer(this))
 {
     m_timer->setInterval(PeriodMs);
     connect(m_timer, &QTimer::timeout, this, &KeyBlink::tick);
 }
 
-bool KeyBlink::toggle(bool &on)
+bool KeyBlink::toggle()
 {
-    if (LampKeys::toggle(on, m_key, m_litSheet))
+    const bool on = m_key->toggle();
+    if (on)
         start();
     else
         stop();
     return on;
 }
 
-void KeyBlink::showReported(bool &on, bool reported)
+void KeyBlink::showReported(bool reported)
 {
-    on = reported;
-    if (on)
-        start();
-    else
-        setKeySheet(m_key, QString::fromLatin1(KeySheet::GradientOff));
+    if (!reported) {
+        m_key->setLit(false);
+        return;
+    }
+    m_key->setLitUnshown(true);
+    start();
 }
 
 void KeyBlink::start()
@@ -51,11 +50,11 @@ bool KeyBlink::isActive() const
 void KeyBlink::tick()
 {
     const QPointer<KeyBlink> alive(this);
-    setKeySheet(m_key, QString::fromLatin1(m_litSheet));
+    m_key->showLamp(true);
     m_key->resize(56, 33);
     Delay_MSec(LitMs);
     if (!alive)
         return;
-    setKeySheet(m_key, QString::fromLatin1(KeySheet::GradientOff));
+    m_key->showLamp(false);
     m_key->resize(55, 32);
 }

@@ -2,7 +2,7 @@
 
 #include <QObject>
 
-class QPushButton;
+class LampKey;
 class QTimer;
 
 // A key that blinks while its function is on (FTB, STILL): once a second it lights and grows by
@@ -14,13 +14,13 @@ public:
     static constexpr int PeriodMs = 1000;
     static constexpr int LitMs = 200;
 
-    KeyBlink(QPushButton *key, const char *litSheet);
+    explicit KeyBlink(LampKey *key);
 
-    // The key's press: flips `on`; the key is lit and blinks while on, and stops when off.
-    bool toggle(bool &on);
-    // The unit's report: on starts the blink; off is shown and remembered, but a blink already
-    // running goes on until the key is pressed.
-    void showReported(bool &on, bool reported);
+    // The key's press: the key flips; it is lit and blinks while on, and stops when off.
+    bool toggle();
+    // The unit's report: on starts the blink, the lamp left to its beat; off is shown and
+    // kept, but a blink already running goes on until the key is pressed.
+    void showReported(bool reported);
 
     void start();
     void stop();
@@ -29,7 +29,6 @@ public:
 private:
     void tick();
 
-    QPushButton *m_key;
-    const char *m_litSheet;
+    LampKey *m_key;
     QTimer *m_timer;
 };

@@ -2,6 +2,7 @@
 
 #include "common/keyflash.h"
 #include "common/keysheet.h"
+#include "common/lampkey.h"
 
 #include <QPushButton>
 #include <functional>
@@ -11,30 +12,21 @@
 // Key habits the 8000-series panels share.
 namespace LampKeys {
 
-// A key that switches something on and off: flips `on`, lights the key with `litSheet` while
-// on, and returns the new state.
-inline bool toggle(bool &on, QPushButton *key, const char *litSheet)
+// REC: stopping the recording puts out PAUSE's lamp. PAUSE itself stays as it was, so the
+// next PAUSE press flips it from there. Returns whether it records now.
+inline bool toggleRecord(LampKey *rec, LampKey *pause)
 {
-    on = !on;
-    setLamp(key, on, litSheet, KeySheet::GradientOff);
-    return on;
-}
-
-// What the unit reports for such a key: remembered in `on`, lit red while on.
-inline void showReported(bool &on, QPushButton *key, bool reported)
-{
-    on = reported;
-    setLamp(key, on, KeySheet::GradientRed, KeySheet::GradientOff);
-}
-
-// REC: stopping the recording also ends its pause. Returns whether it records now.
-inline bool toggleRecord(bool &recOn, QPushButton *rec, bool &pauseOn, QPushButton *pause)
-{
-    if (toggle(recOn, rec, KeySheet::GradientRed))
+    if (rec->toggle())
         return true;
-    pauseOn = false;
-    setKeySheet(pause, QString::fromLatin1(KeySheet::GradientOff));
+    pause->showLamp(false);
     return false;
+}
+
+// Toggle keys of the 8000 series: lit with `litSheet`, unlit with the usual off sheet.
+inline void toggles(std::initializer_list<LampKey *> keys, const char *litSheet)
+{
+    for (LampKey *key : keys)
+        key->setSheets(litSheet, KeySheet::GradientOff);
 }
 
 // A panel's plain keys: unlit, each wired to its press.

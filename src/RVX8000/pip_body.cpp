@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QSignalBlocker>
 #include <QSpinBox>
 
 namespace {
@@ -45,4 +46,16 @@ PIP_Body::PIP_Body(QWidget *parent, RVX5ALL_workdata *model)
         grid->addWidget(control, row, 1);
         ++row;
     }
+}
+
+void PIP_Body::set_BorderColor_Style(uint8_t v)
+{
+    const QSignalBlocker quiet(borderColor());
+    borderColor()->setCurrentIndex(v);
+}
+
+void PIP_Body::set_BorderWidth_Style(uint8_t v)
+{
+    const QSignalBlocker quiet(borderWidth());
+    borderWidth()->setValue(v);
 }

@@ -12,4 +12,10 @@ class PIP_Body : public PipSettingsPane
     Q_OBJECT
 public:
     PIP_Body(QWidget *parent, RVX5ALL_workdata *model);
+
+    // The unit's border colour and width are taken as they come, not checked as the RVX3210's
+    // are: a colour no item has leaves the list without a choice, and the spin box holds a
+    // width to 2-7.
+    void set_BorderColor_Style(uint8_t v);
+    void set_BorderWidth_Style(uint8_t v);
 };

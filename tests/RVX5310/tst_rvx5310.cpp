@@ -1,7 +1,8 @@
 // The RVX5310 panel offscreen, what it has of its own beside the front it shares with the
-// RVX5370: its keys on the wire (literal frames), the scaled levels, the unit's state shown in
-// the PIP settings and the format list with only the format's echo sent back, and typing into
-// the PIP settings without the panel's keys taking the keyboard.
+// RVX5370: its keys on the wire (literal frames), the PIP, F2 and REC/PAUSE lamps with what CUT
+// by the keyboard does after them, the scaled levels, the unit's state shown in the PIP settings
+// and the format list with only the format's echo sent back, and typing into the PIP settings
+// without the panel's keys taking the keyboard.
 #include "../RVX8000/rig8000.h"
 #include "RVX5310/rvx5310dialog.h"
 #include "RVX8000/frontpanel8000.h"
@@ -30,6 +31,8 @@ private slots:
     void formAndBinding();
     void keys_data();
     void keys();
+    void lampsAfterPresses_data();
+    void lampsAfterPresses();
     void areasAndLevels();
     void stateShown();
     void formatEchoOnlyWhenItDiffers();
@@ -61,8 +64,10 @@ void TestRvx5310::keys_data()
     // F1 streams, F2 is POP.
     row("btn_f1 btn_f1",
         "a56c1500a5ff0100000000000000000087015303ae a56c1500a5ff0100000000000000000087005203ae");
-    row("btn_f2 btn_f2",
-        "a56c1500a5ff01000000000000000000a7017303ae a56c1500a5ff01000000000000000000a7007203ae");
+    // PIP, F2 and KEY each switch on their own: F2 puts out PIP's lamp, not PIP.
+    row("btn_pip btn_f2 btn_pip btn_f2",
+        "a56c1500a5ff0100000000000000000086015203ae a56c1500a5ff01000000000000000000a7017303ae "
+        "a56c1500a5ff0100000000000000000086005103ae a56c1500a5ff01000000000000000000a7007203ae");
     row("btn_reset", "a56c1400a5ff010000000000000000000bd502ae");
     row("btn_afv btn_mix",
         "a56c1400a5ff01000000000000000000cc9603ae a56c1400a5ff01000000000000000000cb9503ae");
@@ -80,6 +85,44 @@ void TestRvx5310::keys()
     QCOMPARE(rig.sent(), hexList(frames));
 }
 
+void TestRvx5310::lampsAfterPresses_data()
+{
+    QTest::addColumn<QString>("keys");
+    QTest::addColumn<QStringList>("lit");
+    QTest::addColumn<bool>("pipArea");
+    QTest::addColumn<bool>("spaceSwaps"); // whether CUT by the keyboard swaps the buses
+    auto row = [](const char *keys, QStringList lit, bool pipArea, bool spaceSwaps) {
+        QTest::newRow(keys) << QString::fromLatin1(keys) << lit << pipArea << spaceSwaps;
+    };
+    // PIP stays on beneath F2's lamp, with its settings; the key pressed last holds CUT.
+    row("btn_pip btn_f2", {"btn_f2"}, true, false);
+    row("btn_pip btn_f2 btn_pip", {}, false, true);
+    row("btn_pip btn_f2 btn_f2", {}, true, true);
+    row("btn_f2 btn_pip", {"btn_pip"}, true, false);
+    // Stopping REC puts out PAUSE's lamp only: the next PAUSE turns the pause off, still dark.
+    row("btn_rec btn_pause btn_rec btn_pause", {}, false, true);
+    row("btn_rec btn_pause btn_rec btn_pause btn_pause", {"btn_pause"}, false, true);
+}
+
+void TestRvx5310::lampsAfterPresses()
+{
+    QFETCH(QString, keys);
+    QFETCH(QStringList, lit);
+    QFETCH(bool, pipArea);
+    QFETCH(bool, spaceSwaps);
+    Rig rig;
+    rig.state(payload({}));
+    rig.press(keys);
+    for (const char *name : {"btn_pip", "btn_f2", "btn_rec", "btn_pause"}) {
+        QPushButton *key = rig.key(name);
+        QVERIFY2(lit.contains(QLatin1String(name)) ? isGreen(key) || isRed(key) : isOff(key), name);
+    }
+    QCOMPARE(rig.pipArea()->isVisible(), pipArea);
+    QTest::keyClick(&rig.panel, Qt::Key_Space);
+    QCOMPARE(isRed(rig.key("btn_pgm2")) && isGreen(rig.key("btn_pvw1")), spaceSwaps);
+    QCOMPARE(isRed(rig.key("btn_pgm1")) && isGreen(rig.key("btn_pvw2")), !spaceSwaps);
+}
+
 void TestRvx5310::areasAndLevels()
 {
     Rig rig;
@@ -90,21 +133,15 @@ void TestRvx5310::areasAndLevels()
     QCOMPARE(rig.sent(), hexList("a56c1800a5ff01000000000000000000b401000064e703ae "
                                  "a56c1800a5ff01000000000000000000b47f0000646504ae "
                                  "a56c1800a5ff01000000000000000000b47f3f0064a404ae"));
-    QPushButton *pip = rig.key("btn_pip"), *pop = rig.key("btn_f2");
-    QVERIFY(!rig.pipArea()->isVisible());
-    rig.press("btn_pip");
-    QVERIFY(isGreen(pip) && isOff(pop) && rig.pipArea()->isVisible());
-    // POP replaces PIP and its settings.
-    rig.press("btn_f2");
-    QVERIFY(isGreen(pop) && isOff(pip) && !rig.pipArea()->isVisible());
-    QVERIFY(rig.panel.front()->overlay());
-    rig.press("btn_f2");
-    QVERIFY(!rig.panel.front()->overlay());
-    // The unit's PIP shows the settings as well.
+    // The unit's PIP is the key's: shown with its settings, and the next press turns it off.
+    QPushButton *pip = rig.key("btn_pip");
     rig.state(payload({{10, 1}}));
-    QVERIFY(isGreen(pip) && rig.pipArea()->isVisible());
+    QVERIFY(isGreen(pip) && rig.pipArea()->isVisible() && rig.panel.front()->overlay());
+    rig.press("btn_pip");
+    QCOMPARE(rig.sent(), hexList("a56c1500a5ff0100000000000000000086005103ae"));
+    rig.state(payload({{10, 1}}));
     rig.state(payload({{10, 0}}));
-    QVERIFY(isOff(pip) && !rig.pipArea()->isVisible());
+    QVERIFY(isOff(pip) && !rig.pipArea()->isVisible() && !rig.panel.front()->overlay());
     // RESO hides and shows the format list.
     QWidget *list = rig.panel.resoBody();
     QVERIFY(list->isVisible() && isGreen(rig.key("btn_reso")));
@@ -133,7 +170,6 @@ void TestRvx5310::stateShown()
                        {18, 0},
                        {20, 2}}));
     QVERIFY(isGreen(rig.key("btn_afv")) && isOff(rig.key("btn_mix")));
-    QVERIFY(isGreen(rig.key("btn_pip")) && rig.pipArea()->isVisible());
     PIP_Body *pip = rig.panel.pipBody();
     QCOMPARE(pip->borderEnable()->currentIndex(), 1);
     QCOMPARE(pip->borderColor()->currentIndex(), 2);

@@ -124,16 +124,19 @@ void TestRvx5370::insetsExclusive()
     QVERIFY(isGreen(pip) && isOff(key) && isOff(pop));
     QVERIFY(rig.panel.front()->overlay());
     QVERIFY(rig.panel.setWidget()->pipSizeUnlocked());
-    // POP replaces PIP: a second PIP press turns PIP on again, it does not send "off".
+    // POP ends PIP: a second PIP press turns PIP on again, it does not send "off".
     rig.press("btn_pop btn_pip");
     QVERIFY(isGreen(pip) && isOff(pop));
+    // KEY only puts out PIP's lamp: PIP stays on beneath, sizable, and its next press ends it.
     rig.press("btn_key");
     QVERIFY(isGreen(key) && isOff(pip));
     QVERIFY(rig.panel.front()->overlay());
+    QVERIFY(rig.panel.setWidget()->pipSizeUnlocked());
+    rig.press("btn_pip");
+    QVERIFY(isOff(pip) && isOff(key) && !rig.panel.front()->overlay());
     QVERIFY(!rig.panel.setWidget()->pipSizeUnlocked());
-    rig.press("btn_key");
-    QVERIFY(isOff(key) && !rig.panel.front()->overlay());
-    QCOMPARE(rig.sent(), hexList(QByteArray(PipOn) + " a56c1500a5ff01000000000000000000a7017303ae " + PipOn));
+    QCOMPARE(rig.sent(), hexList(QByteArray(PipOn) + " a56c1500a5ff01000000000000000000a7017303ae " + PipOn +
+                                 " a56c1500a5ff0100000000000000000086005103ae"));
 }
 
 void TestRvx5370::cyclesShownAndSent()

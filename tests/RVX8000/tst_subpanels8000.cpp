@@ -2,9 +2,11 @@
 // the output format list (a choice goes out as its position; the unit's format selects its
 // entry and is echoed only when it differs), the PIP settings (ranges by size, the warning
 // before a size is chosen, the unit's values shown quietly) and the F1 strip's keys.
+#include "RVX3210/plane_right.h"
 #include "RVX8000/f1qwidget.h"
 #include "RVX8000/pip_body.h"
 #include "RVX8000/resobody.h"
+#include "SwitcherData/rvx3210_workdata.h"
 #include "modalanswer.h"
 #include "rig8000.h"
 
@@ -33,6 +35,8 @@ private slots:
     void pipSizeBoundsPositions();
     void pipPositionWaitsForSize();
     void pipUnitValuesShownQuietly();
+    void pipBorderFromUnit_data();
+    void pipBorderFromUnit();
     void f1KeysOnlyFlash();
 };
 
@@ -127,12 +131,9 @@ void TestSubpanels8000::pipUnitValuesShownQuietly()
     pip.set_Hposition_Style(0x05, 0x00);
     pip.set_Vposition_Style(0x01, 0x00);
     pip.set_BorderEnable_Style(1);
-    pip.set_BorderColor_Style(3);
-    pip.set_BorderWidth_Style(7);
     QCOMPARE(pip.sizeList()->currentIndex(), 2);
     QCOMPARE(pip.hPosition()->value(), 960);
     QCOMPARE(pip.vPosition()->value(), 256);
-    QCOMPARE(pip.borderColor()->currentIndex(), 3);
     // Values outside the lists change nothing.
     pip.set_BorderEnable_Style(3);
     pip.set_Size_Style(3);
@@ -140,6 +141,39 @@ void TestSubpanels8000::pipUnitValuesShownQuietly()
     QCOMPARE(pip.sizeList()->currentIndex(), 2);
     QCOMPARE(l.sent(), QList<QByteArray>());
     QCOMPARE(watch.boxes, QStringList());
+}
+
+void TestSubpanels8000::pipBorderFromUnit_data()
+{
+    QTest::addColumn<int>("color");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<QList<int>>("shown"); // RVX5310 colour and width, then RVX3210's
+    // From Red and 5: the RVX5310 takes the unit's values as they come, the RVX3210 ignores
+    // what its controls do not hold.
+    QTest::newRow("Green, 7") << 3 << 7 << QList<int>{3, 7, 3, 7};
+    QTest::newRow("4, 1") << 4 << 1 << QList<int>{-1, 2, 1, 5};
+    QTest::newRow("255, 8") << 255 << 8 << QList<int>{-1, 7, 1, 5};
+}
+
+void TestSubpanels8000::pipBorderFromUnit()
+{
+    QFETCH(int, color);
+    QFETCH(int, width);
+    QFETCH(QList<int>, shown);
+    Link l;
+    PIP_Body body(nullptr, &l.link);
+    RVX3210_workdata link3210;
+    Plane_Right pane(nullptr, &link3210);
+    for (const auto &[c, w] : {std::pair{1, 5}, std::pair{color, width}}) {
+        body.set_BorderColor_Style(uint8_t(c));
+        body.set_BorderWidth_Style(uint8_t(w));
+        pane.set_BorderColor_Style(uint8_t(c));
+        pane.set_BorderWidth_Style(uint8_t(w));
+    }
+    QCOMPARE((QList<int>{body.borderColor()->currentIndex(), body.borderWidth()->value(),
+                         pane.borderColor()->currentIndex(), pane.borderWidth()->value()}),
+             shown);
+    QCOMPARE(l.sent(), QList<QByteArray>());
 }
 
 void TestSubpanels8000::f1KeysOnlyFlash()

@@ -365,13 +365,8 @@ void TestPanelKit::pipStateEcho()
     link.sent.clear();
     pane.set_Size_Style(3);
     pane.set_BorderEnable_Style(2);
-    pane.set_BorderColor_Style(4);
-    pane.set_BorderWidth_Style(1);
-    pane.set_BorderWidth_Style(8);
     QCOMPARE(pane.sizeList()->currentIndex(), 2);
     QCOMPARE(pane.borderEnable()->currentIndex(), 1);
-    QCOMPARE(pane.borderColor()->currentIndex(), 1);
-    QCOMPARE(pane.borderWidth()->value(), 5);
     QCOMPARE(link.sent, QStringList{});
 }
 
