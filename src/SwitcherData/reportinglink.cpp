@@ -367,6 +367,7 @@ void ReportingLink::passEnded()
 
 void ReportingLink::showState(const QByteArray *piece5370, const QByteArray &record)
 {
+    m_watch.replied();
     if (m_inPass) {
         m_stateHeld = true;
         m_heldHas5370 = piece5370 != nullptr;
@@ -382,6 +383,9 @@ void ReportingLink::showState(const QByteArray *piece5370, const QByteArray &rec
 void ReportingLink::frameSent(const QByteArray &frame)
 {
     ShowCurrentSendData(frame);
+    // A released link sends nothing, so it has asked nothing.
+    if (!m_released)
+        m_watch.sent(frame);
 }
 
 void ReportingLink::Receive3210Data(const QByteArray &datagram, int length)

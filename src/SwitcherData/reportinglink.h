@@ -1,5 +1,6 @@
 #pragma once
 
+#include "linkwatch.h"
 #include "unitlink.h"
 
 #include <QByteArray>
@@ -122,6 +123,9 @@ public:
     // Bytes received and not yet decoded (for the stall's bound).
     int heldBytes() const { return m_recvBuf.size(); }
 
+    // Whether the unit answers the state requests sent to it (see LinkWatch).
+    const LinkWatch *watch() const { return &m_watch; }
+
     // Reassembly and sorting of received bytes, as the socket's receive loop calls them;
     // public so a test or a fuzzer can feed datagrams without a socket.
     void Receive3210Data(const QByteArray &datagram, int length);
@@ -151,6 +155,7 @@ protected:
     SET_DEV_IP m_devIpRec{};
     SET_DEV_IP m_hisIpRec{};
     QByteArray m_recvBuf;
+    LinkWatch m_watch;
 
 private:
     // Shows a state reply's payloads (the 8000 series' piece, when the reply has one, then the
