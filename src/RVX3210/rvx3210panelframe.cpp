@@ -68,7 +68,7 @@ void Rvx3210PanelFrame::init3210ui_1()
     connect(m_top, &Plane_Top::on_signals_setWinmax, this,
             &Rvx3210PanelFrame::on_Topwidge_Singnale_btnwinmax);
     connect(m_top, &Plane_Top::on_signals_setWinmin, this, &QWidget::showMinimized);
-    connect(m_link, &RVX3210_workdata::on_signals_3210Data, this, &Rvx3210PanelFrame::on_toRead_3210Dtat);
+    connect(m_link, &RVX3210_workdata::stateReported, this, &Rvx3210PanelFrame::showUnitState);
     connect(m_tbar, &QSlider_Right::on_slider_auto, this, &Rvx3210PanelFrame::setslider0);
     connect(m_left, &QSlider_Left::on_slider_ch1_vol, this, &Rvx3210PanelFrame::set_audio_vol);
     connect(m_left, &QSlider_Left::on_slider_ch2_vol, this, &Rvx3210PanelFrame::set_audio_vol);
@@ -109,6 +109,11 @@ void Rvx3210PanelFrame::DevTypeID(QString devIp, uint8_t a, uint8_t b, QString h
     m_link->get_HISTypeID(hisIp, c, d);
     // The one read of the binding; nothing polls (the RVX3410 upper row reads once more, 3 s on).
     m_link->SendCMDRead3210state();
+}
+
+void Rvx3210PanelFrame::on_toRead_3210Dtat(const QByteArray &data)
+{
+    showUnitState(UnitState::decode(m_link->stateLayout(), data));
 }
 
 void Rvx3210PanelFrame::reject() {}

@@ -14,7 +14,7 @@ namespace S4 = Rvx3410Styles;
 
 namespace {
 
-// Byte 26, bits 3-4: what the unit is doing with its recording.
+// What the unit is doing with its recording.
 enum RecordingState : uint8_t
 {
     Idle = 0,
@@ -22,12 +22,6 @@ enum RecordingState : uint8_t
     Paused = 2,
     RecordingOther = 3, // recording, with the FTB key blinking
 };
-
-constexpr uint8_t RecordingMask = 0x18;
-constexpr int RecordingShift = 3;
-constexpr uint8_t StreamingBit = 0x04;
-constexpr uint8_t RotateMask = 0xC0;
-constexpr uint8_t Rotated = 0x40;
 
 } // namespace
 
@@ -148,9 +142,9 @@ void RVX_3410_Upper_Widget::on_timerour_DS()
     link()->SendCMDRead3210state();
 }
 
-void RVX_3410_Upper_Widget::set_Style_btnF4(uint8_t v)
+void RVX_3410_Upper_Widget::set_Style_btnF4(int recording)
 {
-    switch ((v & RecordingMask) >> RecordingShift) {
+    switch (recording) {
     case Idle:
         m_f4On = false;
         m_f5On = false;
@@ -182,15 +176,15 @@ void RVX_3410_Upper_Widget::set_Style_btnF4(uint8_t v)
     }
 }
 
-void RVX_3410_Upper_Widget::set_Style_btnF6(uint8_t v)
+void RVX_3410_Upper_Widget::set_Style_btnF6(bool streaming)
 {
-    m_f6On = (v & StreamingBit) != 0;
+    m_f6On = streaming;
     on_Style_btnF6(m_f6On);
 }
 
-void RVX_3410_Upper_Widget::set_Style_btnF8(uint8_t v)
+void RVX_3410_Upper_Widget::set_Style_btnF8(bool rotated)
 {
-    m_f8On = (v & RotateMask) == Rotated;
+    m_f8On = rotated;
     on_Style_btnF8(m_f8On);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "SwitcherData/protocol.h"
+
 #include <QPoint>
 #include <QSize>
 #include <QString>
@@ -30,7 +32,7 @@ public:
         double vFactor;
         double vDivisor;
     };
-    static constexpr int SizeCount = 3;
+    static constexpr int SizeCount = Protocol::PipSizeCount;
     using Table = std::array<SizeRow, SizeCount>;
 
     struct Geometry

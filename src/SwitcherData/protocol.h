@@ -48,10 +48,30 @@ enum Offset : int
     UvcValue = 23,
     Mute = 24, // the F3 setting
     Rotate = 25,
+    // The RVX3410's record goes on with three bit fields.
+    Recording = 26, // bits 3-4
+    Streaming = 27, // bit 2
+    Rotation = 28,  // bits 6-7
 };
 constexpr int Size3210 = 26;
+constexpr int Size3410 = 29;
 constexpr int Size5All = 25;
+constexpr uint8_t RecordingMask = 0x18;
+constexpr uint8_t StreamingMask = 0x04;
+constexpr uint8_t RotationMask = 0xC0;
 } // namespace State
+
+// What the units take. The PIP size presets Small, Medium and Large are insets of 480 x 270,
+// 640 x 360 and 960 x 540 inside 1920 x 1080; their top-left corner goes no further than this.
+constexpr int PipSizeCount = 3;
+constexpr int PipHMax[PipSizeCount] = {1440, 1280, 960};
+constexpr int PipVMax[PipSizeCount] = {810, 720, 540};
+constexpr int PipBorderColorCount = 4; // white, red, blue, green
+constexpr int PipBorderWidthMin = 2;
+constexpr int PipBorderWidthMax = 7;
+// The audio faders' levels, and the T-bar's travel (128 marks a transition's end).
+constexpr int AudioLevelMax = 127;
+constexpr int TbarMax = 127;
 
 // Output formats, by their position in every format list and cycle.
 struct OutputFormat

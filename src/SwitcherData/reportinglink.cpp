@@ -76,8 +76,11 @@ ReportingLink::ReportingLink(const Family &family, LogCategory log, QObject *par
     // Linux the newest socket gets the unicast replies), and a local listener can take the
     // port on its own address.
     : UnitLink(log, QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint, parent),
-      m_family(family)
-{}
+      m_family(family), m_stateLayout(family.stateLayout)
+{
+    // Receivers may queue it or spy on it.
+    qRegisterMetaType<UnitState>();
+}
 
 void ReportingLink::sendHis(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data)
 {
@@ -377,9 +380,13 @@ void ReportingLink::showState(const QByteArray *piece5370, const QByteArray &rec
         m_heldRecord = record;
         return;
     }
+    // A copy: a receiver that waits in an event loop may see the next state shown meanwhile.
+    const UnitState state = UnitState::decode(m_stateLayout, record, piece5370 ? *piece5370 : QByteArray());
+    m_unitState = state;
     if (piece5370)
         emit on_signals_5370Data(*piece5370);
     emit on_signals_3210Data(record);
+    emit stateReported(state);
 }
 
 void ReportingLink::frameSent(const QByteArray &frame)

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "statelayout.h"
 #include "unitlink.h"
+#include "unitstate.h"
 
 #include <QByteArray>
 #include <QLoggingCategory>
@@ -44,6 +46,8 @@ public:
         // A long state reply cut into exactly 17 pieces has no payload piece: the 8000 series
         // drops it, the RVX3210 family passes an empty payload on.
         bool dropPiecelessLongReply;
+        // How its state records are read, unless the panel tells otherwise (setStateLayout).
+        StateLayout stateLayout;
     };
 
     ReportingLink(const Family &family, LogCategory log, QObject *parent);
@@ -110,6 +114,13 @@ public:
 
     void ShowCurrentSendData(QByteArray frame);
 
+    // The layout state replies are decoded by. The link cannot tell an RVX3410 from an
+    // RVX3210, nor an RVX5350 from another 8000-series unit: the panel opened says which.
+    void setStateLayout(StateLayout layout) { m_stateLayout = layout; }
+    StateLayout stateLayout() const { return m_stateLayout; }
+    // The newest state shown (empty until the first).
+    const UnitState &unitState() const { return m_unitState; }
+
     // Bytes received and not yet decoded (for the stall's bound).
     int heldBytes() const { return m_recvBuf.size(); }
 
@@ -125,6 +136,8 @@ signals:
     void on_signals_3210HIS_URL_Data(const QByteArray &data);
     void on_signals_5370Data(const QByteArray &data);
     void showCurrentData(QByteArray frame);
+    // Each state shown, decoded once, right after its bytes went out on the signals above.
+    void stateReported(const UnitState &state);
 
 protected:
     void datagramArrived(const QByteArray &datagram, int length) override;
@@ -149,6 +162,8 @@ private:
     // the socket only the newest is shown, at the end of the pass: a unit (or a stranger)
     // sending state faster than the panel can restyle itself cannot hold the GUI thread.
     void showState(const QByteArray *piece5370, const QByteArray &record);
+    StateLayout m_stateLayout;
+    UnitState m_unitState;
     bool m_inPass = false;
     bool m_stateHeld = false;
     bool m_heldHas5370 = false;

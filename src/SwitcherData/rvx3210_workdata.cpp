@@ -7,7 +7,8 @@
 Q_LOGGING_CATEGORY(lc3210, "kova.rvx3210", QtInfoMsg)
 
 namespace {
-constexpr ReportingLink::Family Rvx3210Family{0xB1, Protocol::WipePatterns3210, false, false};
+constexpr ReportingLink::Family Rvx3210Family{0xB1, Protocol::WipePatterns3210, false, false,
+                                              StateLayout::Rvx3210};
 }
 
 RVX3210_workdata::RVX3210_workdata(QObject *parent) : ReportingLink(Rvx3210Family, lc3210, parent) {}

@@ -5,7 +5,8 @@
 Q_LOGGING_CATEGORY(lc5all, "kova.rvx5all", QtInfoMsg)
 
 namespace {
-constexpr ReportingLink::Family Rvx5AllFamily{0xA5, Protocol::WipePatterns5All, true, true};
+constexpr ReportingLink::Family Rvx5AllFamily{0xA5, Protocol::WipePatterns5All, true, true,
+                                              StateLayout::Series8000};
 
 const char *const LabelPop = "点击POP按钮senbuf的数据";
 const char *const LabelBar = "点击bar按钮senbuf的数据";

@@ -208,15 +208,13 @@ int runState(const QString &address, int timeoutMs, bool json)
         return fail(PortBusy,
                     QStringLiteral("UDP port %1 is held by another program").arg(SWITCHER_DATA::Port));
     link->get_DevTypeID(address, unit.devClass, unit.devNum);
+    link->setStateLayout(stateLayoutOf(family));
 
-    QByteArray record;
-    QByteArray serial;
+    UnitState state;
     bool got = false;
     QEventLoop loop;
-    QObject::connect(link.get(), &ReportingLink::on_signals_5370Data, &loop,
-                     [&serial](const QByteArray &piece) { serial = piece; });
-    QObject::connect(link.get(), &ReportingLink::on_signals_3210Data, &loop, [&](const QByteArray &data) {
-        record = data;
+    QObject::connect(link.get(), &ReportingLink::stateReported, &loop, [&](const UnitState &reported) {
+        state = reported;
         got = true;
         loop.quit();
     });
@@ -227,7 +225,7 @@ int runState(const QString &address, int timeoutMs, bool json)
         return fail(NoReply,
                     QStringLiteral("%1 did not report its state within %2 ms").arg(address).arg(timeoutMs));
 
-    const QVector<StateField> fields = decodeState(family, record, serial);
+    const QVector<StateField> fields = stateFields(state);
     if (json) {
         QJsonObject state;
         for (const StateField &f : fields)
