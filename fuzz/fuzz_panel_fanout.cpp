@@ -10,8 +10,12 @@
 #include "RVX3210/rvx3210ui.h"
 #include "RVX3220/rvx3220ui.h"
 #include "RVX3410/rvx3410ui.h"
+#include "RVX5310/rvx5310dialog.h"
+#include "RVX5350/rvx5350.h"
+#include "RVX5370/rvx5370.h"
 #include "SwitcherData/rvx3210_workdata.h"
 #include "SwitcherData/rvx3220_workdata.h"
+#include "SwitcherData/rvx5all_workdata.h"
 #include "datagrams.h"
 #include "netnsguard.h"
 
@@ -35,9 +39,15 @@ void feedReporting(QWidget *panel, const QByteArray &frame)
     static_cast<Rvx3210PanelFrame *>(panel)->link()->AnalysisData(frame);
 }
 
-// One entry per panel family. A new family (the 8000-series panels, once in the build) is
-// one more line: how to make the panel, and how its link hands it a received frame. Existing
-// entries keep their place so the corpus keeps selecting the panel it was found with.
+// The 8000-series panels read the state their link decoded, as the RVX3210 family's do.
+template <class Panel> void feed8000(QWidget *panel, const QByteArray &frame)
+{
+    static_cast<Panel *>(panel)->link()->AnalysisData(frame);
+}
+
+// One entry per panel family: how to make the panel, and how its link hands it a received
+// frame. Existing entries keep their place so the corpus keeps selecting the panel it was
+// found with.
 const PanelFamily Families[] = {
     {"RVX3210", [] { return new RVX3210UI; }, feedReporting},
     {"RVX3410", [] { return new RVX3410UI; }, feedReporting},
@@ -45,6 +55,9 @@ const PanelFamily Families[] = {
      [](QWidget *panel, const QByteArray &frame) {
          static_cast<RVX3220UI *>(panel)->link()->Read3220State_Data(frame, frame.size());
      }},
+    {"RVX5310", [] { return new RVX5310Dialog; }, feed8000<RVX5310Dialog>},
+    {"RVX5370", [] { return new RVX5370; }, feed8000<RVX5370>},
+    {"RVX5350", [] { return new RVX5350; }, feed8000<RVX5350>},
 };
 constexpr int FamilyCount = int(sizeof(Families) / sizeof(Families[0]));
 

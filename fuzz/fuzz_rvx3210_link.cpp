@@ -5,6 +5,8 @@
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
     ReportingLinkFuzz::initialize<RVX3210_workdata>(argc, argv);
+    // The RVX3410's layout reads all of the RVX3210's fields and its own bit fields too.
+    ReportingLinkFuzz::link<RVX3210_workdata>().setFamily(Family::Rvx3410);
     return 0;
 }
 

@@ -39,6 +39,12 @@ template <class Family> Link<Family> &link()
         QObject::connect(l, &ReportingLink::on_signals_3210HISData, check);
         QObject::connect(l, &ReportingLink::on_signals_3210HIS_URL_Data, check);
         QObject::connect(l, &ReportingLink::on_signals_5370Data, check);
+        // A decoded state holds no field its family's record lacks, and no more than was read.
+        QObject::connect(l, &ReportingLink::stateReported, [check](const UnitState &state) {
+            check(state.record());
+            if ((state.fields() & ~UnitState::reportedBy(state.layout())).any())
+                std::abort();
+        });
         return l;
     }();
     return *made;

@@ -212,7 +212,7 @@ int loopback(PanelRig &rig)
         const uint8_t pgm = (i % 2) ? 3 : 4;
         qint64 restyledAt = -1;
         QEventLoop loop;
-        auto c = QObject::connect(rig.link(), &ReportingLink::on_signals_3210Data, [&] {
+        auto c = QObject::connect(rig.link(), &ReportingLink::stateReported, [&] {
             restyledAt = t.nsecsElapsed();
             loop.quit();
         });
@@ -547,7 +547,7 @@ int lab(PanelRig &rig)
         const uint8_t pgm = (i % 2) ? 3 : 4;
         qint64 restyledAt = -1;
         QEventLoop loop;
-        auto c = QObject::connect(rig.link(), &ReportingLink::on_signals_3210Data, [&] {
+        auto c = QObject::connect(rig.link(), &ReportingLink::stateReported, [&] {
             restyledAt = nowNs();
             loop.quit();
         });

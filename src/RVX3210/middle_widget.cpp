@@ -180,15 +180,15 @@ void Middle_widget::on_btnclicked_MIX()
 
 void Middle_widget::set_AFVorMIX_Style(uint8_t m)
 {
-    setKeySheet(m_btnAFV, QString::fromLatin1(S::AfvOff));
-    setKeySheet(m_btnMIX, QString::fromLatin1(S::MixOff));
+    // Each key gets its final picture at once: a key that keeps its look is not restyled (a
+    // new picture is decoded again), and a state reply repeats most of what it said before.
+    setKeySheet(m_btnAFV, QString::fromLatin1(m == 0 ? S::AfvOn : S::AfvOff));
+    setKeySheet(m_btnMIX, QString::fromLatin1(m == 1 ? S::MixOn : S::MixOff));
     if (m == 0) {
         // Audio follows video: the sources are the unit's business then.
-        setKeySheet(m_btnAFV, QString::fromLatin1(S::AfvOn));
         m_ch1->setEnabled(false);
         m_ch2->setEnabled(false);
     } else if (m == 1) {
-        setKeySheet(m_btnMIX, QString::fromLatin1(S::MixOn));
         m_ch1->setEnabled(true);
         m_ch2->setEnabled(true);
     }
@@ -265,10 +265,10 @@ void Middle_widget::set_CH2VOL_Style(uint8_t v)
     m_ch2Vol->setValue(v);
 }
 
-void Middle_widget::resetTransitions()
+void Middle_widget::showTransition(int lit)
 {
     for (int id = 1; id <= 6; ++id)
-        setKeySheet(m_trans->button(id), QString::fromLatin1(TransOff[id - 1]));
+        setKeySheet(m_trans->button(id), QString::fromLatin1(id == lit ? TransOn[id - 1] : TransOff[id - 1]));
 }
 
 void Middle_widget::lightTransition(int id)
@@ -279,41 +279,21 @@ void Middle_widget::lightTransition(int id)
 
 void Middle_widget::on_btnGrp_clicked(int id)
 {
-    resetTransitions();
-    lightTransition(id);
+    showTransition(id);
     m_link->SendCMDTRANSITIONS(uint8_t(id));
 }
 
 void Middle_widget::set_Trans_Style(uint8_t type, uint8_t wipe)
 {
-    resetTransitions();
-    if (type == 1)
-        lightTransition(1);
-    else if (type == 2)
-        lightTransition(2);
-    else if (type == 4)
-        set_Wipe_Style(wipe);
+    // MIX and FADE are keys 1 and 2; a wipe lights the key of its direction, or none.
+    showTransition(type == 1 || type == 2 ? type : type == 4 ? Protocol::wipeTypeFromReport(wipe) : 0);
 }
 
 void Middle_widget::set_Wipe_Style(uint8_t wipe)
 {
-    // The unit's wipe codes (0 left, 2 up, 4 right, 6 down) against the key ids.
-    switch (wipe) {
-    case 0:
-        lightTransition(5);
-        break;
-    case 2:
-        lightTransition(3);
-        break;
-    case 4:
-        lightTransition(6);
-        break;
-    case 6:
-        lightTransition(4);
-        break;
-    default:
-        break;
-    }
+    // The unit's wipe codes (0 left, 2 up, 4 right, 6 down) name the key ids 3-6 (up, down,
+    // left, right) as the 8000 series' do.
+    lightTransition(Protocol::wipeTypeFromReport(wipe));
 }
 
 void Middle_widget::on_btnclicked_PIP()

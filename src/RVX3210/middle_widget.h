@@ -66,7 +66,8 @@ protected:
     QPushButton *makeKey(const char *style, int size);
 
 private:
-    void resetTransitions();
+    // Lights transition key `lit` (1-6; others light none) and darkens the rest.
+    void showTransition(int lit);
     void lightTransition(int id);
     void warnNoSource();
     LampKey *makeLampKey(const char *lit, const char *unlit);

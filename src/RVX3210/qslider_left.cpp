@@ -1,5 +1,6 @@
 #include "qslider_left.h"
 
+#include "SwitcherData/protocol.h"
 #include "rvx3210log.h"
 #include "rvx3210styles.h"
 
@@ -25,7 +26,7 @@ void QSlider_Left::initLeftSlider()
     row->setContentsMargins(0, 0, 0, 0);
     auto column = [this, row](QSlider *&slider, QLabel *&cap, const char *text) {
         slider = new QSlider(Qt::Vertical, this);
-        slider->setRange(0, 127);
+        slider->setRange(0, Protocol::AudioLevelMax);
         slider->setSingleStep(2);
         slider->setTickInterval(20);
         slider->setStyleSheet(QString::fromLatin1(S::Fader));

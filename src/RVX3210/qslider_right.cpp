@@ -1,5 +1,6 @@
 #include "qslider_right.h"
 
+#include "SwitcherData/protocol.h"
 #include "rvx3210styles.h"
 
 #include <QLabel>
@@ -16,7 +17,7 @@ QSlider_Right::QSlider_Right(QWidget *parent, RVX3210_workdata *link) : QWidget(
     setMaximumWidth(180);
 
     m_slider = new QSlider(Qt::Vertical, this);
-    m_slider->setRange(0, 127);
+    m_slider->setRange(0, Protocol::TbarMax);
     m_slider->setSingleStep(5);
     m_slider->setStyleSheet(QString::fromLatin1(S::Fader));
     // Pulled down from A towards B, as on the unit's own T-bar.

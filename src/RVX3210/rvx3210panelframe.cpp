@@ -68,7 +68,7 @@ void Rvx3210PanelFrame::init3210ui_1()
     connect(m_top, &Plane_Top::on_signals_setWinmax, this,
             &Rvx3210PanelFrame::on_Topwidge_Singnale_btnwinmax);
     connect(m_top, &Plane_Top::on_signals_setWinmin, this, &QWidget::showMinimized);
-    connect(m_link, &RVX3210_workdata::on_signals_3210Data, this, &Rvx3210PanelFrame::on_toRead_3210Dtat);
+    connect(m_link, &RVX3210_workdata::stateReported, this, &Rvx3210PanelFrame::showUnitState);
     connect(m_tbar, &QSlider_Right::on_slider_auto, this, &Rvx3210PanelFrame::setslider0);
     connect(m_left, &QSlider_Left::on_slider_ch1_vol, this, &Rvx3210PanelFrame::set_audio_vol);
     connect(m_left, &QSlider_Left::on_slider_ch2_vol, this, &Rvx3210PanelFrame::set_audio_vol);
@@ -113,6 +113,11 @@ void Rvx3210PanelFrame::bindUnit(const UnitAddress &unit, const UnitAddress &his
     m_link->bindBoards(unit, his);
     // The one read of the binding; nothing polls (the RVX3410 upper row reads once more, 3 s on).
     m_link->SendCMDRead3210state();
+}
+
+void Rvx3210PanelFrame::on_toRead_3210Dtat(const QByteArray &data)
+{
+    showUnitState(UnitState::decode(m_link->stateLayout(), data));
 }
 
 void Rvx3210PanelFrame::reject() {}

@@ -16,6 +16,7 @@ class QSlider_Right;
 class QSplitter;
 class RVX3210_workdata;
 class TbarSequencer;
+class UnitState;
 class Upper_Widget;
 
 // What the RVX3210 and RVX3410 panels have in common: the link object, the title bar, the
@@ -40,7 +41,10 @@ public:
     TbarSequencer *tbarSequencer() const { return m_seq; }
 
 public slots:
-    virtual void on_toRead_3210Dtat(const QByteArray &data) = 0;
+    // A state record as the link signals it: decoded by the link's layout and shown.
+    void on_toRead_3210Dtat(const QByteArray &data);
+    // Each panel fans a unit's state out to its rows its own way.
+    virtual void showUnitState(const UnitState &state) = 0;
     // Each panel keeps its own memory of the T-bar's last end (a static of its own).
     virtual void setslider0(int v) = 0;
     void setslider1(int v);

@@ -22,10 +22,10 @@ RVX3210UI::RVX3210UI(QWidget *parent) : Rvx3210PanelFrame(parent)
             &RVX3210UI::m_on_Singnals_returnloginwin);
 }
 
-void RVX3210UI::on_toRead_3210Dtat(const QByteArray &data)
+void RVX3210UI::showUnitState(const UnitState &state)
 {
-    StateFanout::apply(data, m_upper, m_middle, lowerRow(), pipPane(), [] {});
-    StateFanout::dump(data);
+    StateFanout::apply(state, m_upper, m_middle, lowerRow(), pipPane(), [] {});
+    StateFanout::dump(state);
 }
 
 void RVX3210UI::setslider0(int v)

@@ -20,7 +20,7 @@ signals:
     void m_on_Singnals_returnloginwin();
 
 public slots:
-    void on_toRead_3210Dtat(const QByteArray &data) override;
+    void showUnitState(const UnitState &state) override;
     void setslider0(int v) override;
 
 private:

@@ -1,86 +1,59 @@
 #pragma once
 
+#include "SwitcherData/unitstate.h"
 #include "below_widget.h"
 #include "common/unitstateguard.h"
 #include "plane_right.h"
 
-#include <QByteArray>
 #include <cstdint>
 
-// The RVX3210 state record (26 bytes, one per field) and its fan-out to the panel rows,
-// shared by the RVX3210 and RVX3410 panels. A record that stops short updates only the
-// fields it carries; nothing is read past its end.
+// The fan-out of a unit's state to the panel rows, shared by the RVX3210 and RVX3410 panels.
+// A state from a record that stopped short updates only the fields it carries.
 namespace StateFanout {
 
-inline constexpr int RecordSize = 26;
-inline constexpr const char *Labels[RecordSize] = {
-    "pgmCh:",         "pvwCh:",         "AudioType:",    "AudioCh1:",     "AudioVol1:",    "AudioCh2:",
-    "AudioVol2:",     "TransType:",     "WipeType:",     "FTB:",          "PIP_State:",    "PIP_Bor_En:",
-    "PIP_Bor_Color:", "PIP_Bor_Width:", "PIP_Rect_Num:", "PIP_Rect_H_H:", "PIP_Rect_H_L:", "PIP_Rect_V_H:",
-    "PIP_Rect_V_L:",  "StillState:",    "Rate:",         "outputReso:",   "RtdSource:",    "UVCVloue:",
-    "StaticVloue:",   "Rotate:"};
+// Debug dump: "data" with the whole record, then one line per byte of the RVX3210 record.
+void dump(const UnitState &s);
 
-inline bool has(const QByteArray &d, int i)
-{
-    return i >= 0 && i < d.size();
-}
-
-inline uint8_t at(const QByteArray &d, int i)
-{
-    return uint8_t(d.at(i));
-}
-
-// Debug dump: "data" with the whole record, then one line per byte the record carries.
-void dump(const QByteArray &d);
-
-// Calls the row setters in the record's order. `afterFtb` runs right after the FTB byte,
-// where the RVX3410 panel reads its extra bytes.
+// Calls the row setters in the record's order. `afterFtb` runs right after the FTB field,
+// where the RVX3410 panel shows its own fields.
 template <class Upper, class Middle, class AfterFtb>
-void apply(const QByteArray &d, Upper *upper, Middle *middle, Below_Widget *below, Plane_Right *pip,
+void apply(const UnitState &s, Upper *upper, Middle *middle, Below_Widget *below, Plane_Right *pip,
            AfterFtb afterFtb)
 {
+    using F = UnitState::Field;
     const UnitStateGuard showingUnitState;
-    if (has(d, 0))
-        below->set_PGMCH_Style(at(d, 0));
-    if (has(d, 1))
-        below->set_PVWCH_Style(at(d, 1));
-    if (has(d, 2))
-        middle->set_AFVorMIX_Style(at(d, 2));
-    if (has(d, 3))
-        middle->set_CH1_Style(at(d, 3));
-    if (has(d, 4))
-        middle->set_CH1VOL_Style(at(d, 4));
-    if (has(d, 5))
-        middle->set_CH2_Style(at(d, 5));
-    if (has(d, 6))
-        middle->set_CH2VOL_Style(at(d, 6));
-    if (has(d, 8))
-        middle->set_Trans_Style(at(d, 7), at(d, 8));
-    if (has(d, 9))
-        upper->set_FTB_Style(at(d, 9));
+    if (s.has(F::Pgm))
+        below->set_PGMCH_Style(uint8_t(s.pgm()));
+    if (s.has(F::Pvw))
+        below->set_PVWCH_Style(uint8_t(s.pvw()));
+    if (s.has(F::AudioMode))
+        middle->set_AFVorMIX_Style(uint8_t(s.audioMode()));
+    if (s.has(F::Ch1Source))
+        middle->set_CH1_Style(uint8_t(s.ch1Source()));
+    if (s.has(F::Ch1Level))
+        middle->set_CH1VOL_Style(uint8_t(s.ch1Level()));
+    if (s.has(F::Ch2Source))
+        middle->set_CH2_Style(uint8_t(s.ch2Source()));
+    if (s.has(F::Ch2Level))
+        middle->set_CH2VOL_Style(uint8_t(s.ch2Level()));
+    if (s.has(F::Wipe))
+        middle->set_Trans_Style(uint8_t(s.transition()), uint8_t(s.wipe()));
+    // These keys take only the values they know (FTB 0 and 1, PIP and STILL 0 and 1, F3 0
+    // and 0xFF), so they are handed the byte as it came.
+    if (s.has(F::Ftb))
+        upper->set_FTB_Style(uint8_t(s.value(F::Ftb)));
     afterFtb();
-    if (has(d, 10))
-        middle->set_PIP_Style(at(d, 10));
-    if (has(d, 11))
-        pip->set_BorderEnable_Style(at(d, 11));
-    if (has(d, 12))
-        pip->set_BorderColor_Style(at(d, 12));
-    if (has(d, 13))
-        pip->set_BorderWidth_Style(at(d, 13));
-    if (has(d, 14))
-        pip->set_Size_Style(at(d, 14));
-    if (has(d, 16))
-        pip->set_Hposition_Style(at(d, 15), at(d, 16));
-    if (has(d, 18))
-        pip->set_Vposition_Style(at(d, 17), at(d, 18));
-    if (has(d, 19))
-        middle->set_Stll_Style(at(d, 19));
-    if (has(d, 20))
-        below->set_Rate_Style(at(d, 20));
-    if (has(d, 21))
-        upper->set_F1_Style(at(d, 21));
-    if (has(d, 24))
-        upper->set_F3_Style(at(d, 24));
+    if (s.has(F::Pip))
+        middle->set_PIP_Style(uint8_t(s.value(F::Pip)));
+    pip->showReport(s);
+    if (s.has(F::Still))
+        middle->set_Stll_Style(uint8_t(s.value(F::Still)));
+    if (s.has(F::Rate))
+        below->set_Rate_Style(uint8_t(s.rate()));
+    if (s.has(F::Format))
+        upper->set_F1_Style(uint8_t(s.format()));
+    if (s.has(F::Mute))
+        upper->set_F3_Style(uint8_t(s.value(F::Mute)));
 }
 
 } // namespace StateFanout

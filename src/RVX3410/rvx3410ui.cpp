@@ -2,6 +2,7 @@
 
 #include "RVX3210/plane_top.h"
 #include "RVX3210/statefanout.h"
+#include "SwitcherData/rvx3210_workdata.h"
 #include "common/centre.h"
 #include "common/tbarsequencer.h"
 #include "rvx3410log.h"
@@ -14,11 +15,6 @@
 namespace {
 constexpr int PanelWidth = 1400;
 constexpr int PanelHeight = 800;
-
-// Bytes of the RVX3410 record beyond the RVX3210's 26.
-constexpr int RecordingByte = 26;
-constexpr int StreamingByte = 27;
-constexpr int RotateByte = 28;
 } // namespace
 
 RVX3410UI::RVX3410UI(QWidget *parent) : Rvx3210PanelFrame(parent)
@@ -28,6 +24,7 @@ RVX3410UI::RVX3410UI(QWidget *parent) : Rvx3210PanelFrame(parent)
     m_centreLeft = centred.x();
     m_centreTop = centred.y();
     init3210ui_1();
+    link()->setFamily(Family::Rvx3410);
     m_upper = new RVX_3410_Upper_Widget(centre(), link());
     m_middle = new RVX_3410_Middle_widget(centre(), link());
     init3210ui_2(m_upper, m_middle);
@@ -36,20 +33,19 @@ RVX3410UI::RVX3410UI(QWidget *parent) : Rvx3210PanelFrame(parent)
     titleBar()->modelName()->setText(QString::fromLatin1(Rvx3410Styles::ModelName));
 }
 
-void RVX3410UI::on_toRead_3210Dtat(const QByteArray &data)
+void RVX3410UI::showUnitState(const UnitState &state)
 {
-    // The recording, streaming and rotation bytes go out right after the FTB byte.
-    StateFanout::apply(data, m_upper, m_middle, lowerRow(), pipPane(), [this, &data] {
-        using StateFanout::at;
-        using StateFanout::has;
-        if (has(data, RecordingByte))
-            m_upper->set_Style_btnF4(at(data, RecordingByte));
-        if (has(data, StreamingByte))
-            m_upper->set_Style_btnF6(at(data, StreamingByte));
-        if (has(data, RotateByte))
-            m_upper->set_Style_btnF8(at(data, RotateByte));
+    using F = UnitState::Field;
+    // The recording, streaming and rotation fields go out right after the FTB field.
+    StateFanout::apply(state, m_upper, m_middle, lowerRow(), pipPane(), [this, &state] {
+        if (state.has(F::Recording))
+            m_upper->set_Style_btnF4(state.recording());
+        if (state.has(F::Streaming))
+            m_upper->set_Style_btnF6(state.streaming());
+        if (state.has(F::Rotation))
+            m_upper->set_Style_btnF8(state.rotated());
     });
-    qCDebug(lcRvx3410) << "data" << data.toHex(' ');
+    qCDebug(lcRvx3410) << "data" << state.record().toHex(' ');
 }
 
 void RVX3410UI::setslider0(int v)

@@ -24,7 +24,7 @@ signals:
     void ExitSignals();
 
 public slots:
-    void on_toRead_3210Dtat(const QByteArray &data) override;
+    void showUnitState(const UnitState &state) override;
     void setslider0(int v) override;
 
 private:

@@ -13,7 +13,7 @@ namespace S4 = Rvx3410Styles;
 
 namespace {
 
-// Byte 26, bits 3-4: what the unit is doing with its recording.
+// What the unit is doing with its recording.
 enum RecordingState : uint8_t
 {
     Idle = 0,
@@ -21,12 +21,6 @@ enum RecordingState : uint8_t
     Paused = 2,
     RecordingOther = 3, // recording, with the FTB key blinking
 };
-
-constexpr uint8_t RecordingMask = 0x18;
-constexpr int RecordingShift = 3;
-constexpr uint8_t StreamingBit = 0x04;
-constexpr uint8_t RotateMask = 0xC0;
-constexpr uint8_t Rotated = 0x40;
 
 } // namespace
 
@@ -138,9 +132,9 @@ void RVX_3410_Upper_Widget::on_timerour_DS()
     link()->SendCMDRead3210state();
 }
 
-void RVX_3410_Upper_Widget::set_Style_btnF4(uint8_t v)
+void RVX_3410_Upper_Widget::set_Style_btnF4(int recording)
 {
-    switch ((v & RecordingMask) >> RecordingShift) {
+    switch (recording) {
     case Idle:
         m_btnF4->setLit(false);
         m_btnF5->setLit(false);
@@ -165,14 +159,14 @@ void RVX_3410_Upper_Widget::set_Style_btnF4(uint8_t v)
     }
 }
 
-void RVX_3410_Upper_Widget::set_Style_btnF6(uint8_t v)
+void RVX_3410_Upper_Widget::set_Style_btnF6(bool streaming)
 {
-    m_btnF6->setLit((v & StreamingBit) != 0);
+    m_btnF6->setLit(streaming);
 }
 
-void RVX_3410_Upper_Widget::set_Style_btnF8(uint8_t v)
+void RVX_3410_Upper_Widget::set_Style_btnF8(bool rotated)
 {
-    m_btnF8->setLit((v & RotateMask) == Rotated);
+    m_btnF8->setLit(rotated);
 }
 
 void RVX_3410_Upper_Widget::on_Style_btnF4(bool on)

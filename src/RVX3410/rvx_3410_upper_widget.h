@@ -11,7 +11,7 @@ class RVX3210_workdata;
 
 // Top row of the RVX3410 panel. FTB, F1 (output format), F2, F3 (MUTE), F7 and the
 // read-state and return keys behave as on the RVX3210 (Upper_Widget); what the RVX3410 adds
-// is here: REC, PAUSE, STREAM and ROTATE with their state bytes 26-28, a caption under each
+// is here: REC, PAUSE, STREAM and ROTATE with their state fields, a caption under each
 // function key, no close key, and a second state read 3 s after the panel opens.
 class RVX_3410_Upper_Widget : public Upper_Widget
 {
@@ -19,9 +19,10 @@ class RVX_3410_Upper_Widget : public Upper_Widget
 public:
     RVX_3410_Upper_Widget(QWidget *parent, RVX3210_workdata *link);
 
-    void set_Style_btnF4(uint8_t v);
-    void set_Style_btnF6(uint8_t v);
-    void set_Style_btnF8(uint8_t v);
+    // The unit's recording state (0-3), streaming and rotation, as its state reports them.
+    void set_Style_btnF4(int recording);
+    void set_Style_btnF6(bool streaming);
+    void set_Style_btnF8(bool rotated);
 
     bool f4On() const { return m_btnF4->isLit(); }
     bool f5On() const { return m_btnF5->isLit(); }

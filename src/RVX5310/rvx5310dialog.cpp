@@ -10,8 +10,6 @@
 #include "RVX8000/pip_body.h"
 #include "RVX8000/report8000.h"
 #include "RVX8000/resobody.h"
-#include "SwitcherData/framecodec.h"
-#include "SwitcherData/protocol.h"
 #include "SwitcherData/rvx5all_workdata.h"
 #include "common/keysheet.h"
 #include "rvx5310styles.h"
@@ -22,7 +20,6 @@
 #include <initializer_list>
 
 namespace S = Rvx5310Styles;
-using namespace Protocol;
 
 namespace {
 
@@ -31,11 +28,6 @@ constexpr int ReadWaitMs = 400;
 constexpr int RateCount = 3;
 // The unit's audio levels run to 127, the sliders to 100.
 constexpr double LevelScale = 1.27;
-
-bool has(const QByteArray &data, int offset)
-{
-    return data.size() > offset;
-}
 
 // Puts `sub` into `area`, filling it.
 void embed(QWidget *area, QWidget *sub)
@@ -70,7 +62,7 @@ RVX5310Dialog::RVX5310Dialog(QWidget *parent) : QDialog(parent), ui(std::make_un
     initMiddle();
     initPGM_PVWCH();
     init_Toggle_key();
-    connect(m_link, &RVX5ALL_workdata::on_signals_3210Data, this, &RVX5310Dialog::on_toRead_5370Dtat);
+    connect(m_link, &RVX5ALL_workdata::stateReported, this, &RVX5310Dialog::showUnitState);
 
     // This unit has no F3, F4 or KEY function, and its rate is set by the unit's own menu.
     for (QWidget *key : std::initializer_list<QWidget *>{ui->btn_f3, ui->btn_f4, ui->btn_key}) {
@@ -276,33 +268,26 @@ void RVX5310Dialog::set_audio_vol()
 
 void RVX5310Dialog::on_toRead_5370Dtat(const QByteArray &data)
 {
-    using FrameCodec::byteAt;
+    showUnitState(UnitState::decode(m_link->stateLayout(), data));
+}
+
+void RVX5310Dialog::showUnitState(const UnitState &s)
+{
     // What the unit reports is shown, never sent back (but for the format list, whose change
     // the unit expects to hear again).
-    showSharedReport(data, wipeTypeFromReport, m_front, m_audioMode, m_audio, m_insets);
-    if (has(data, State::Ftb))
-        m_ftbBlink->showReported(byteAt(data, State::Ftb) != 0);
-    if (has(data, State::PipBorderEnable))
-        m_pip->set_BorderEnable_Style(byteAt(data, State::PipBorderEnable));
-    if (has(data, State::PipBorderColor))
-        m_pip->set_BorderColor_Style(byteAt(data, State::PipBorderColor));
-    if (has(data, State::PipBorderWidth))
-        m_pip->set_BorderWidth_Style(byteAt(data, State::PipBorderWidth));
-    if (has(data, State::PipSize))
-        m_pip->set_Size_Style(byteAt(data, State::PipSize));
-    if (has(data, State::PipH + 1))
-        m_pip->set_Hposition_Style(byteAt(data, State::PipH), byteAt(data, State::PipH + 1));
-    if (has(data, State::PipV + 1))
-        m_pip->set_Vposition_Style(byteAt(data, State::PipV), byteAt(data, State::PipV + 1));
-    if (has(data, State::Still))
-        ui->btn_still->setLit(byteAt(data, State::Still) != 0);
-    if (has(data, State::Mute))
-        ui->btn_mute->setLit(byteAt(data, State::Mute) != 0);
-    if (has(data, State::Rate)) {
-        const uint8_t rate = byteAt(data, State::Rate);
+    showSharedReport(s, m_front, m_audioMode, m_audio, m_insets);
+    if (s.has(UnitState::Ftb))
+        m_ftbBlink->showReported(s.ftb());
+    m_pip->showReport(s);
+    if (s.has(UnitState::Still))
+        ui->btn_still->setLit(s.still());
+    if (s.has(UnitState::Mute))
+        ui->btn_mute->setLit(s.mute());
+    if (s.has(UnitState::Rate)) {
+        const int rate = s.rate();
         if (rate < RateCount)
             showRate(rate);
     }
-    if (has(data, State::Resolution))
-        m_reso->setPGMState(byteAt(data, State::Resolution));
+    if (s.has(UnitState::Format))
+        m_reso->setPGMState(uint8_t(s.format()));
 }

@@ -17,6 +17,7 @@ class PIP_Body;
 class QButtonGroup;
 class RVX5ALL_workdata;
 class Resobody;
+class UnitState;
 
 namespace Ui {
 class RVX5310Dialog;
@@ -62,8 +63,9 @@ public:
     void on_btn_f4_clicked(bool checked);
     void on_btnGrp_Rate_clicked(int id);
     void set_audio_vol();
-    // The unit's state report.
+    // The unit's state report: the record as the link signals it, decoded and shown.
     void on_toRead_5370Dtat(const QByteArray &data);
+    void showUnitState(const UnitState &s);
 
 private:
     void initPIP();

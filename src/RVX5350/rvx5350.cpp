@@ -10,7 +10,6 @@
 #include "RVX8000/pipgro.h"
 #include "RVX8000/report8000.h"
 #include "RVX8000/set.h"
-#include "SwitcherData/framecodec.h"
 #include "SwitcherData/protocol.h"
 #include "SwitcherData/rvx5all_workdata.h"
 #include "common/delay.h"
@@ -33,11 +32,6 @@ constexpr int ReadWaitMs = 400;
 constexpr int SetOpenMs = 1000;
 constexpr int RateCount = 3;
 
-bool has(const QByteArray &data, int offset)
-{
-    return data.size() > offset;
-}
-
 } // namespace
 
 RVX5350::RVX5350(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::RVX5350>())
@@ -45,6 +39,8 @@ RVX5350::RVX5350(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::RVX
     ui->setupUi(this);
     PanelSetup8000::dressWindow(this, S::WindowTitle, S::Window, true);
     m_link = new RVX5ALL_workdata(this);
+    // Its wipe and audio source codes are its own.
+    m_link->setFamily(Family::Rvx5350);
 
     ui->pip_area->setStyleSheet(QString::fromLatin1(S::PreviewArea));
     m_pipBox = new PIPGro5350(m_link, ui->pip_area);
@@ -62,7 +58,7 @@ RVX5350::RVX5350(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::RVX
     initUpper();
     initRight();
 
-    connect(m_link, &RVX5ALL_workdata::on_signals_3210Data, this, &RVX5350::m_on_toRead_5370Dtat);
+    connect(m_link, &RVX5ALL_workdata::stateReported, this, &RVX5350::showUnitState);
     connect(m_link, &RVX5ALL_workdata::on_signals_5370Data, m_set, &Set::on_toRead_5370SMDtat);
     connect(m_set, &Set::setPIPSZ_Style, this, &RVX5350::setPIPSZ_Style);
 }
@@ -264,27 +260,29 @@ void RVX5350::setPIPSZ_Style(int size)
 
 void RVX5350::m_on_toRead_5370Dtat(const QByteArray &data)
 {
-    using FrameCodec::byteAt;
-    if (has(data, State::Pgm))
-        showInput(byteAt(data, State::Pgm));
-    // This unit numbers its wipe directions its own way.
-    showSharedReport(data, wipeTypeFromReport5350, m_front, m_audioMode, m_audio, m_insets);
-    if (has(data, State::PipSize)) {
-        const uint8_t size = byteAt(data, State::PipSize);
+    showUnitState(UnitState::decode(m_link->stateLayout(), data));
+}
+
+void RVX5350::showUnitState(const UnitState &s)
+{
+    if (s.has(UnitState::Pgm))
+        showInput(s.pgm());
+    showSharedReport(s, m_front, m_audioMode, m_audio, m_insets);
+    if (s.has(UnitState::PipSize)) {
+        const int size = s.pipSize();
         setPIPSZ_Style(size);
         m_set->setPIP_S_V(size);
     }
-    if (has(data, State::PipV + 1))
-        m_pipBox->set_H_Vposition_Style(FrameCodec::bigEndianAt(data, State::PipH),
-                                        FrameCodec::bigEndianAt(data, State::PipV));
-    if (has(data, State::Still))
-        m_stillBlink->showReported(byteAt(data, State::Still) != 0);
-    if (has(data, State::Mute))
-        ui->btn_mute->setLit(byteAt(data, State::Mute) != 0);
-    if (has(data, State::Rate) && byteAt(data, State::Rate) < RateCount)
-        setRate(byteAt(data, State::Rate));
-    if (has(data, State::Resolution)) {
-        const int index = outputFormatIndex(byteAt(data, State::Resolution));
+    if (s.has(UnitState::PipV))
+        m_pipBox->set_H_Vposition_Style(s.pipH(), s.pipV());
+    if (s.has(UnitState::Still))
+        m_stillBlink->showReported(s.still());
+    if (s.has(UnitState::Mute))
+        ui->btn_mute->setLit(s.mute());
+    if (s.has(UnitState::Rate) && s.rate() < RateCount)
+        setRate(s.rate());
+    if (s.has(UnitState::Format)) {
+        const int index = s.formatIndex();
         if (index >= 0)
             setResolution(index);
     }

@@ -18,6 +18,7 @@ class QButtonGroup;
 class QPushButton;
 class RVX5ALL_workdata;
 class Set;
+class UnitState;
 
 namespace Ui {
 class RVX5350;
@@ -65,8 +66,9 @@ public:
     void in1_in2_style();
 
 public slots:
-    // The unit's state report.
+    // The unit's state report: the record as the link signals it, decoded and shown.
     void m_on_toRead_5370Dtat(const QByteArray &data);
+    void showUnitState(const UnitState &s);
     // PIP size 0-2: size label and preview box (the state's and SET's PIP_SZ).
     void setPIPSZ_Style(int size);
 

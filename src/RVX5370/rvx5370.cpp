@@ -11,7 +11,6 @@
 #include "RVX8000/pipgro.h"
 #include "RVX8000/report8000.h"
 #include "RVX8000/setdialog.h"
-#include "SwitcherData/framecodec.h"
 #include "SwitcherData/protocol.h"
 #include "SwitcherData/rvx5all_workdata.h"
 #include "common/keysheet.h"
@@ -25,11 +24,6 @@ namespace {
 
 constexpr int ReadWaitMs = 400;
 constexpr uint8_t PhoneInCode = 0x07;
-
-bool has(const QByteArray &data, int offset)
-{
-    return data.size() > offset;
-}
 
 // The main list, but for the phone input's own label; the unit takes the levels as the
 // sliders give them, unscaled.
@@ -76,7 +70,7 @@ RVX5370::RVX5370(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::RVX
     initUpper();
     initBelow();
 
-    connect(m_link, &RVX5ALL_workdata::on_signals_3210Data, this, &RVX5370::m_on_toRead_5370Dtat);
+    connect(m_link, &RVX5ALL_workdata::stateReported, this, &RVX5370::showUnitState);
     connect(m_link, &RVX5ALL_workdata::on_signals_5370Data, m_set, &SetDialog::on_toRead_5370SMDtat);
     connect(m_set, &SetDialog::setPIPSZ_Style, this, &RVX5370::setPIPSZ_Style);
     connect(m_set, &SetDialog::setRATE_Style, this, &RVX5370::setRATE_Style);
@@ -250,29 +244,32 @@ void RVX5370::setRATE_Style(int rate)
 
 void RVX5370::m_on_toRead_5370Dtat(const QByteArray &data)
 {
-    using FrameCodec::byteAt;
-    showSharedReport(data, wipeTypeFromReport, m_front, m_audioMode, m_audio, m_insets);
-    if (has(data, State::Ftb))
-        m_ftbBlink->showReported(byteAt(data, State::Ftb) != 0);
-    if (has(data, State::PipSize)) {
-        const uint8_t size = byteAt(data, State::PipSize);
+    showUnitState(UnitState::decode(m_link->stateLayout(), data));
+}
+
+void RVX5370::showUnitState(const UnitState &s)
+{
+    showSharedReport(s, m_front, m_audioMode, m_audio, m_insets);
+    if (s.has(UnitState::Ftb))
+        m_ftbBlink->showReported(s.ftb());
+    if (s.has(UnitState::PipSize)) {
+        const int size = s.pipSize();
         setPIPSZ_Style(size);
         m_set->setPIP_S_V(size);
     }
-    if (has(data, State::PipV + 1))
-        m_pipBox->set_H_Vposition_Style(FrameCodec::bigEndianAt(data, State::PipH),
-                                        FrameCodec::bigEndianAt(data, State::PipV));
-    if (has(data, State::Still))
-        ui->btn_still->setLit(byteAt(data, State::Still) != 0);
-    if (has(data, State::Mute))
-        ui->btn_mute->setLit(byteAt(data, State::Mute) != 0);
-    if (has(data, State::Rate)) {
-        const uint8_t rate = byteAt(data, State::Rate);
+    if (s.has(UnitState::PipV))
+        m_pipBox->set_H_Vposition_Style(s.pipH(), s.pipV());
+    if (s.has(UnitState::Still))
+        ui->btn_still->setLit(s.still());
+    if (s.has(UnitState::Mute))
+        ui->btn_mute->setLit(s.mute());
+    if (s.has(UnitState::Rate)) {
+        const int rate = s.rate();
         setRATE_Style(rate);
         m_set->setRARE_V(rate);
     }
-    if (has(data, State::Resolution)) {
-        const int index = outputFormatIndex(byteAt(data, State::Resolution));
+    if (s.has(UnitState::Format)) {
+        const int index = s.formatIndex();
         if (index >= 0) {
             ui->label_reso->setText(QString::fromLatin1(OutputFormats[index].name));
             m_set->setRESO_V(index);

@@ -18,6 +18,7 @@ class PIPGro;
 class QPushButton;
 class RVX5ALL_workdata;
 class SetDialog;
+class UnitState;
 
 namespace Ui {
 class RVX5370;
@@ -61,8 +62,9 @@ public:
     void set_audio_vol();
 
 public slots:
-    // The unit's state report.
+    // The unit's state report: the record as the link signals it, decoded and shown.
     void m_on_toRead_5370Dtat(const QByteArray &data);
+    void showUnitState(const UnitState &s);
     // PIP size 0-2: size label and preview box (the state's and SET's PIP_S).
     void setPIPSZ_Style(int size);
     // Rate 0-2: rate label and AUTO's run (the state's and SET's RATE).

@@ -1,8 +1,8 @@
 #include "audiochannels.h"
 
-#include "SwitcherData/framecodec.h"
 #include "SwitcherData/protocol.h"
 #include "SwitcherData/rvx5all_workdata.h"
+#include "SwitcherData/unitstate.h"
 #include "lampkeys.h"
 
 #include <QLabel>
@@ -16,7 +16,6 @@ AudioChannels::Sources AudioChannels::mainList(double levelScale)
     Sources sources;
     sources.count = AudioSourceCount;
     sources.name = [](int index) { return QString::fromLatin1(AudioSources[index].name); };
-    sources.indexOf = audioSourceIndex;
     sources.send = [](RVX5ALL_workdata *link, int channel, int index) {
         if (channel == 0)
             link->SendCMDCH1(index);
@@ -32,7 +31,6 @@ AudioChannels::Sources AudioChannels::list5350()
     Sources sources;
     sources.count = AudioSource5350Count;
     sources.name = [](int index) { return QString::fromLatin1(AudioSources5350[index].name); };
-    sources.indexOf = audioSource5350Index;
     sources.send = [](RVX5ALL_workdata *link, int channel, int index) {
         if (channel == 0)
             link->SendCMDCH1_for5350(index);
@@ -81,22 +79,19 @@ void AudioChannels::sendLevels()
                                  uint8_t(m_channels[1].level->value() * scale), 0, 100);
 }
 
-void AudioChannels::showReport(const QByteArray &data)
+void AudioChannels::showReport(const UnitState &s)
 {
-    using FrameCodec::byteAt;
     // What the unit reports is shown, never sent back: the sliders keep quiet meanwhile.
     const QSignalBlocker quiet1(m_channels[0].level);
     const QSignalBlocker quiet2(m_channels[1].level);
-    const State::Offset offsets[2][2] = {{State::Ch1Source, State::Ch1Level},
-                                         {State::Ch2Source, State::Ch2Level}};
+    const UnitState::Field fields[2][2] = {{UnitState::Ch1Source, UnitState::Ch1Level},
+                                           {UnitState::Ch2Source, UnitState::Ch2Level}};
+    const int indexes[2] = {s.ch1SourceIndex(), s.ch2SourceIndex()};
     for (int channel = 0; channel < 2; ++channel) {
-        if (data.size() > offsets[channel][0]) {
-            const int index = m_sources.indexOf(byteAt(data, offsets[channel][0]));
-            if (index >= 0)
-                show(channel, index);
-        }
-        if (data.size() > offsets[channel][1]) {
-            m_channels[channel].level->setValue(byteAt(data, offsets[channel][1]));
+        if (s.has(fields[channel][0]) && indexes[channel] >= 0)
+            show(channel, indexes[channel]);
+        if (s.has(fields[channel][1])) {
+            m_channels[channel].level->setValue(s.value(fields[channel][1]));
             showLevels();
         }
     }

@@ -5,12 +5,12 @@
 #include <cstdint>
 #include <functional>
 
-class QByteArray;
 class QLabel;
 class QPushButton;
 class QSlider;
 class QWidget;
 class RVX5ALL_workdata;
+class UnitState;
 
 // CH1 and CH2 on the 8000-series panels: a channel's key steps its source round the unit's
 // list (lit for the wait, then shown on its label and sent), and the two level sliders go out
@@ -32,7 +32,6 @@ public:
     {
         int count = 0;
         std::function<QString(int index)> name;
-        std::function<int(uint8_t code)> indexOf;
         std::function<void(RVX5ALL_workdata *link, int channel, int index)> send;
         // The unit's level for slider value 1.
         double levelScale = 1.0;
@@ -53,8 +52,8 @@ public:
     int source(int channel) const { return m_source[channel]; }
     // Sends both levels as the sliders stand.
     void sendLevels();
-    // The sources and levels of the unit's state report.
-    void showReport(const QByteArray &data);
+    // The sources and levels of the unit's state, its sources read in its family's list.
+    void showReport(const UnitState &s);
 
 private:
     void showLevels();

@@ -1,8 +1,7 @@
 #include "frontpanel8000.h"
 
-#include "SwitcherData/framecodec.h"
-#include "SwitcherData/protocol.h"
 #include "SwitcherData/rvx5all_workdata.h"
+#include "SwitcherData/unitstate.h"
 #include "common/delay.h"
 #include "common/keysheet.h"
 #include "common/panelkeys.h"
@@ -126,18 +125,16 @@ QButtonGroup *FrontPanel8000::transitionRow(QObject *owner, QAbstractButton *mix
     return row;
 }
 
-void FrontPanel8000::showReport(const QByteArray &data, int (*wipeType)(uint8_t reported))
+void FrontPanel8000::showReport(const UnitState &s)
 {
-    using FrameCodec::byteAt;
-    using namespace Protocol;
-    if (m_keys.pgm && data.size() > State::Pgm)
-        set_PGMCH_Style(byteAt(data, State::Pgm));
-    if (m_keys.pvw && data.size() > State::Pvw)
-        set_PVWCH_Style(byteAt(data, State::Pvw));
-    if (data.size() > State::Transition)
-        showTransition(byteAt(data, State::Transition));
-    if (data.size() > State::Wipe)
-        showWipe(wipeType(byteAt(data, State::Wipe)));
+    if (m_keys.pgm && s.has(UnitState::Pgm))
+        set_PGMCH_Style(uint8_t(s.pgm()));
+    if (m_keys.pvw && s.has(UnitState::Pvw))
+        set_PVWCH_Style(uint8_t(s.pvw()));
+    if (s.has(UnitState::Transition))
+        showTransition(uint8_t(s.transition()));
+    if (s.has(UnitState::Wipe))
+        showWipe(s.wipeType());
 }
 
 void FrontPanel8000::set_PGMCH_Style(uint8_t ch)

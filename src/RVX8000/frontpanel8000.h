@@ -1,5 +1,7 @@
 #pragma once
 
+#include "SwitcherData/protocol.h"
+
 #include <QObject>
 #include <cstdint>
 #include <functional>
@@ -7,12 +9,12 @@
 
 class QAbstractButton;
 class QButtonGroup;
-class QByteArray;
 class QPushButton;
 class QSlider;
 class QTimer;
 class RVX5ALL_workdata;
 class TbarSequencer;
+class UnitState;
 
 // What the 8000-series front panels share on their video side: the PGM and PVW lamps, CUT
 // with its 300 ms lamp, AUTO with the fader run whose length follows the rate, the T-bar's
@@ -48,7 +50,7 @@ public:
     static constexpr int CutLampMs = 300;
     // The bus value of the colour bars. No digit stands for them: they are not an input.
     static constexpr int BarId = 9;
-    static constexpr int FaderTop = 127;
+    static constexpr int FaderTop = Protocol::TbarMax;
     static constexpr int WipeSteps = 4;
 
     // A bus row: the keys numbered from 1 in order.
@@ -81,9 +83,8 @@ public:
     void showTransition(uint8_t type);
     void showWipe(int transitionType);
     int wipeIndex() const { return m_wipeIndex; }
-    // The buses (where the panel has them), the transition and the wipe of the unit's state
-    // report; `wipeType` reads the unit's wipe code as a transition type.
-    void showReport(const QByteArray &data, int (*wipeType)(uint8_t reported));
+    // The buses (where the panel has them), the transition and the wipe of the unit's state.
+    void showReport(const UnitState &s);
 
     void on_btn_cut_clicked();
     void on_btn_auto_clicked();

@@ -1,5 +1,6 @@
 #include "pipgro.h"
 
+#include "SwitcherData/protocol.h"
 #include "SwitcherData/rvx5all_workdata.h"
 
 #include <QMouseEvent>
@@ -30,13 +31,17 @@ const PIPGro::Geometry PIPGro::Geometry5370 = {
     }},
     ""};
 
-// The RVX5350's large box is 308 x 173 but stops one short of that in both directions.
-const PIPGro::Geometry PIPGro::Geometry5350 = {{{
-                                                   {QSize(154, 86), m_x1, m_y1, 1440, m_x1, 810, m_y1},
-                                                   {QSize(205, 115), m_x2, m_y2, 1280, m_x2, 720, m_y2},
-                                                   {QSize(308, 173), m_x3, m_y3, 960, m_x3, 540, m_y3},
-                                               }},
-                                               "QToolButton{border:2px solid red;}"};
+// The RVX5350's large box is 308 x 173 but stops one short of that in both directions. Its
+// scales are the unit's position range over the preview's.
+using Protocol::PipHMax;
+using Protocol::PipVMax;
+const PIPGro::Geometry PIPGro::Geometry5350 = {
+    {{
+        {QSize(154, 86), m_x1, m_y1, double(PipHMax[0]), m_x1, double(PipVMax[0]), m_y1},
+        {QSize(205, 115), m_x2, m_y2, double(PipHMax[1]), m_x2, double(PipVMax[1]), m_y2},
+        {QSize(308, 173), m_x3, m_y3, double(PipHMax[2]), m_x3, double(PipVMax[2]), m_y3},
+    }},
+    "QToolButton{border:2px solid red;}"};
 
 PIPGro::PIPGro(RVX5ALL_workdata *model, QWidget *parent) : PIPGro(Geometry5370, model, parent) {}
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "SwitcherData/protocol.h"
 #include "SwitcherData/unitaddress.h"
 
 #include <QPoint>
@@ -32,7 +33,7 @@ public:
         double vFactor;
         double vDivisor;
     };
-    static constexpr int SizeCount = 3;
+    static constexpr int SizeCount = Protocol::PipSizeCount;
     using Table = std::array<SizeRow, SizeCount>;
 
     struct Geometry

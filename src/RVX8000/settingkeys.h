@@ -1,5 +1,7 @@
 #pragma once
 
+#include "SwitcherData/protocol.h"
+
 #include <QByteArray>
 #include <QString>
 #include <functional>
@@ -19,7 +21,7 @@ class SettingKeys
 public:
     static constexpr int KeyWaitMs = 200;
     static constexpr int FanWaitMs = 600;
-    static constexpr int PipSizeCount = 3;
+    static constexpr int PipSizeCount = Protocol::PipSizeCount;
 
     // `owner` holds the keys; a press that frees it during the wait sends nothing.
     SettingKeys(QWidget *owner, RVX5ALL_workdata *model);

@@ -48,30 +48,40 @@ enum Offset : int
     UvcValue = 23,
     Mute = 24, // the F3 setting
     Rotate = 25,
+    // The RVX3410's record goes on with three bit fields.
+    Recording = 26, // bits 3-4
+    Streaming = 27, // bit 2
+    Rotation = 28,  // bits 6-7
 };
 constexpr int Size3210 = 26;
+constexpr int Size3410 = 29;
 constexpr int Size5All = 25;
+constexpr uint8_t RecordingMask = 0x18;
+constexpr uint8_t StreamingMask = 0x04;
+constexpr uint8_t RotationMask = 0xC0;
 } // namespace State
 
-// Ranges of the operator's controls, as the panels' keys, faders and spin boxes give them.
-// The T-bar's travel byte (128 ends a stroke on the units that report state; the RVX3220's
-// lever stops at 126), the PIP and POP positions at the widest size, and the bars as input 9.
+// What the units take. The PIP size presets Small, Medium and Large are insets of 480 x 270,
+// 640 x 360 and 960 x 540 inside 1920 x 1080; their top-left corner goes no further than this.
+constexpr int PipSizeCount = 3;
+constexpr int PipHMax[PipSizeCount] = {1440, 1280, 960};
+constexpr int PipVMax[PipSizeCount] = {810, 720, 540};
+constexpr int PipBorderColorCount = 4; // white, red, blue, green
+constexpr int PipBorderWidthMin = 2;
+constexpr int PipBorderWidthMax = 7;
+// The audio faders' levels, and the T-bar's slider (the travel byte adds 128 for a
+// transition's end: TravelMax; the RVX3220's lever stops at 126).
+constexpr int AudioLevelMax = 127;
+constexpr int TbarMax = 127;
 constexpr int TravelMax = 128;
 constexpr int Travel3220Max = 126;
-constexpr int PipHMax = 1440;
-constexpr int PipVMax = 810;
+// The RVX3220's PIP and POP positions, and the bars as bus input 9.
 constexpr int Pip3220HMax = 960;
 constexpr int Pip3220VMax = 540;
 constexpr int BarInput = 9;
 constexpr int RateKeys = 3;
-// Levels: the per-channel level of the RVX3210 family and the RVX3220 in percent; the four
-// audio faders of the levels command 0-127.
+// The per-channel level of the RVX3210 family and the RVX3220, in percent.
 constexpr int LevelMax = 100;
-constexpr int FaderLevelMax = 127;
-constexpr int BorderWidthMin = 2;
-constexpr int BorderWidthMax = 7;
-constexpr int BorderColors = 4;
-constexpr int PipSizes = 3;
 constexpr int PopWindows = 2;
 // The HIS board's streaming URL slots and the fields of each.
 constexpr int UrlSlots = 5;

@@ -77,7 +77,10 @@ ReportingLink::ReportingLink(const FamilyCodes &codes, Family family, LogCategor
     // port on its own address.
     : UnitLink(family, log, QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint, parent),
       m_family(codes)
-{}
+{
+    // Receivers may queue it or spy on it.
+    qRegisterMetaType<UnitState>();
+}
 
 void ReportingLink::sendHis(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data)
 {
@@ -375,9 +378,13 @@ void ReportingLink::showState(const QByteArray *piece5370, const QByteArray &rec
         m_heldRecord = record;
         return;
     }
+    // A copy: a receiver that waits in an event loop may see the next state shown meanwhile.
+    const UnitState state = UnitState::decode(stateLayout(), record, piece5370 ? *piece5370 : QByteArray());
+    m_unitState = state;
     if (piece5370)
         emit on_signals_5370Data(*piece5370);
     emit on_signals_3210Data(record);
+    emit stateReported(state);
 }
 
 void ReportingLink::frameSent(const QByteArray &frame)

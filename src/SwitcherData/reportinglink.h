@@ -1,7 +1,9 @@
 #pragma once
 
 #include "linkwatch.h"
+#include "statelayout.h"
 #include "unitlink.h"
+#include "unitstate.h"
 
 #include <QByteArray>
 #include <QLoggingCategory>
@@ -120,6 +122,13 @@ public:
 
     void ShowCurrentSendData(QByteArray frame);
 
+    // The layout state replies are decoded by: the family's. The link cannot tell an RVX3410
+    // from an RVX3210, nor an RVX5350 from another 8000-series unit: the panel opened sets the
+    // family (setFamily).
+    StateLayout stateLayout() const { return traits().state; }
+    // The newest state shown (empty until the first).
+    const UnitState &unitState() const { return m_unitState; }
+
     // Bytes received and not yet decoded (for the stall's bound).
     int heldBytes() const { return m_recvBuf.size(); }
 
@@ -138,6 +147,8 @@ signals:
     void on_signals_3210HIS_URL_Data(const QByteArray &data);
     void on_signals_5370Data(const QByteArray &data);
     void showCurrentData(QByteArray frame);
+    // Each state shown, decoded once, right after its bytes went out on the signals above.
+    void stateReported(const UnitState &state);
 
 protected:
     void datagramArrived(const QByteArray &datagram, int length) override;
@@ -163,6 +174,7 @@ private:
     // the socket only the newest is shown, at the end of the pass: a unit (or a stranger)
     // sending state faster than the panel can restyle itself cannot hold the GUI thread.
     void showState(const QByteArray *piece5370, const QByteArray &record);
+    UnitState m_unitState;
     bool m_inPass = false;
     bool m_stateHeld = false;
     bool m_heldHas5370 = false;

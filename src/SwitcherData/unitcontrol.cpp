@@ -85,7 +85,7 @@ bool UnitControl::level(int channel, int percent, int sourceIndex)
 }
 bool UnitControl::levels(int ch1, int ch2, int ch3, int master)
 {
-    const int m = Protocol::FaderLevelMax;
+    const int m = Protocol::AudioLevelMax;
     return run(within(ch1, 0, m) && within(ch2, 0, m) && within(ch3, 0, m) && within(master, 0, m),
                {UnitAction::Levels, ch1, ch2, ch3, master});
 }
@@ -95,7 +95,7 @@ bool UnitControl::pip(bool on)
 }
 bool UnitControl::pipSize(int index)
 {
-    return run(within(index, 0, Protocol::PipSizes - 1), {UnitAction::PipSize, index});
+    return run(within(index, 0, Protocol::PipSizeCount - 1), {UnitAction::PipSize, index});
 }
 bool UnitControl::pipPosition(bool horizontal, int pixels)
 {
@@ -108,11 +108,11 @@ bool UnitControl::pipBorder(bool on)
 }
 bool UnitControl::pipBorderColor(int index)
 {
-    return run(within(index, 0, Protocol::BorderColors - 1), {UnitAction::PipBorderColor, index});
+    return run(within(index, 0, Protocol::PipBorderColorCount - 1), {UnitAction::PipBorderColor, index});
 }
 bool UnitControl::pipBorderWidth(int width)
 {
-    return run(within(width, Protocol::BorderWidthMin, Protocol::BorderWidthMax),
+    return run(within(width, Protocol::PipBorderWidthMin, Protocol::PipBorderWidthMax),
                {UnitAction::PipBorderWidth, width});
 }
 bool UnitControl::pop(bool on)
@@ -129,11 +129,11 @@ bool UnitControl::popBorder(bool on)
 }
 bool UnitControl::popBorderColor(int index)
 {
-    return run(within(index, 0, Protocol::BorderColors - 1), {UnitAction::PopBorderColor, index});
+    return run(within(index, 0, Protocol::PipBorderColorCount - 1), {UnitAction::PopBorderColor, index});
 }
 bool UnitControl::popBorderWidth(int width)
 {
-    return run(within(width, Protocol::BorderWidthMin, Protocol::BorderWidthMax),
+    return run(within(width, Protocol::PipBorderWidthMin, Protocol::PipBorderWidthMax),
                {UnitAction::PopBorderWidth, width});
 }
 bool UnitControl::popPosition(bool horizontal, int pixels)

@@ -22,11 +22,11 @@ const char *const Sources3220[] = {"PHONE_IN", "RCA_IN", "IN1", "IN2", "IN3", "I
 const FamilyTraits Families[] = {
     {Family::Rvx3210, "RVX3210", "rvx3210", StateLayout::Rvx3210,
      Reporting | ActionSet{A::Level, A::Levels, A::F2, A::F7}, 4, true, Protocol::TravelMax,
-     Protocol::PipHMax, Protocol::PipVMax, Protocol::AudioSourceCount, false},
+     Protocol::PipHMax[0], Protocol::PipVMax[0], Protocol::AudioSourceCount, false},
     {Family::Rvx3410, "RVX3410", "rvx3410", StateLayout::Rvx3410,
      Reporting |
          ActionSet{A::Level, A::Levels, A::F2, A::F7, A::Rec, A::Pause, A::Stream, A::Rotate, A::Menu},
-     4, true, Protocol::TravelMax, Protocol::PipHMax, Protocol::PipVMax, Protocol::AudioSourceCount, false},
+     4, true, Protocol::TravelMax, Protocol::PipHMax[0], Protocol::PipVMax[0], Protocol::AudioSourceCount, false},
     {Family::Rvx3220, "RVX3220", "rvx3220", StateLayout::None,
      Common | ActionSet{A::Level, A::Pop, A::PopWindow, A::PopBorder, A::PopBorderColor, A::PopBorderWidth,
                         A::PopPosition},
@@ -34,10 +34,10 @@ const FamilyTraits Families[] = {
      int(std::size(Sources3220)), true},
     {Family::Series8000, "8000 series", "8000", StateLayout::Series8000,
      Reporting | ActionSet{A::Levels, A::Pop, A::Bar, A::Rec, A::Pause, A::Stream, A::Reset}, 4, true,
-     Protocol::TravelMax, Protocol::PipHMax, Protocol::PipVMax, Protocol::AudioSourceCount, false},
+     Protocol::TravelMax, Protocol::PipHMax[0], Protocol::PipVMax[0], Protocol::AudioSourceCount, false},
     {Family::Rvx5350, "RVX5350", "rvx5350", StateLayout::Rvx5350,
      Reporting | ActionSet{A::Levels, A::Pop, A::Rec, A::Stream, A::Reset}, 2, true, Protocol::TravelMax,
-     Protocol::PipHMax, Protocol::PipVMax, Protocol::AudioSource5350Count, false},
+     Protocol::PipHMax[0], Protocol::PipVMax[0], Protocol::AudioSource5350Count, false},
 };
 
 const UnitModel Models[] = {

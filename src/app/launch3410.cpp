@@ -12,8 +12,6 @@ void showsearch::open3410(const UnitAddress &unit, const UnitAddress &his)
 {
     auto *panel = new RVX3410UI(nullptr);
     panel->setWindowIcon(panelIcon());
-    // The RVX3410 speaks through the RVX3210 family's link, with actions of its own.
-    panel->link()->setFamily(Family::Rvx3410);
     panel->bindUnit(unit, his);
     launchRvx3210Family(this, panel, &RVX3410UI::ExitSignals);
 }

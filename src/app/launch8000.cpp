@@ -49,8 +49,6 @@ void showsearch::open5350(const UnitAddress &unit, const UnitAddress &his)
     // No way back to the search is wired for this panel: it ends with the application.
     auto *panel = new RVX5350(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
-    // The RVX5350 speaks through the 8000 series' link, with its own inputs and sources.
-    panel->link()->setFamily(Family::Rvx5350);
     panel->bindUnit(unit, his);
     hide();
     panel->show();

@@ -136,3 +136,50 @@ void PanelKeys::takeFocusFromField()
     if (focus && focus != m_panel && m_panel->isAncestorOf(focus))
         m_panel->setFocus(Qt::MouseFocusReason);
 }
+
+PanelKeys *PanelKeys::of(const QWidget *panel)
+{
+    return panel ? panel->findChild<PanelKeys *>(QString(), Qt::FindDirectChildrenOnly) : nullptr;
+}
+
+void PanelKeys::nameKey(const QString &name, QAbstractButton *key)
+{
+    if (key)
+        m_named.insert(name, key);
+}
+
+QAbstractButton *PanelKeys::key(const QString &name) const
+{
+    if (name == QLatin1String("cut"))
+        return m_keys.cut;
+    if (name == QLatin1String("auto"))
+        return m_keys.autoKey;
+    for (const auto &[prefix, row] : {std::pair{QLatin1String("pgm"), &m_keys.program},
+                                      std::pair{QLatin1String("pvw"), &m_keys.preview}}) {
+        if (!name.startsWith(prefix))
+            continue;
+        // One row of inputs is the programme row only.
+        if (row == &m_keys.preview && m_keys.preview == m_keys.program)
+            return nullptr;
+        bool ok = false;
+        const int place = name.mid(prefix.size()).toInt(&ok);
+        return ok && place >= 1 && place <= row->size() ? row->at(place - 1) : nullptr;
+    }
+    return m_named.value(name);
+}
+
+QStringList PanelKeys::keyNames() const
+{
+    QStringList names;
+    if (m_keys.cut)
+        names << QStringLiteral("cut");
+    if (m_keys.autoKey)
+        names << QStringLiteral("auto");
+    for (int i = 1; i <= m_keys.program.size(); ++i)
+        names << QStringLiteral("pgm%1").arg(i);
+    if (m_keys.preview != m_keys.program) {
+        for (int i = 1; i <= m_keys.preview.size(); ++i)
+            names << QStringLiteral("pvw%1").arg(i);
+    }
+    return names + m_named.keys();
+}

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <QList>
+#include <QMap>
 #include <QObject>
+#include <QStringList>
 
 class QAbstractButton;
+class QAbstractSlider;
 class QKeyEvent;
 class QWidget;
 
@@ -37,6 +40,18 @@ public:
     // and text edits.
     static bool typingField(const QWidget *w);
 
+    // The keys by the stable names a remote control presses them by: "cut", "auto", "pgm1"..
+    // and "pvw1".. from the rows (a panel with one row of inputs has only "pgm"), and whatever
+    // else the panel names. A name the panel does not have gives null.
+    static PanelKeys *of(const QWidget *panel);
+    void nameKey(const QString &name, QAbstractButton *key);
+    QAbstractButton *key(const QString &name) const;
+    QStringList keyNames() const;
+    int inputCount() const { return int(m_keys.program.size()); }
+    // The T-bar, where the panel has one.
+    void setFader(QAbstractSlider *fader) { m_fader = fader; }
+    QAbstractSlider *fader() const { return m_fader; }
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -48,4 +63,6 @@ private:
 
     QWidget *m_panel;
     Keys m_keys;
+    QMap<QString, QAbstractButton *> m_named;
+    QAbstractSlider *m_fader = nullptr;
 };

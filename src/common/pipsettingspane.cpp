@@ -1,5 +1,7 @@
 #include "pipsettingspane.h"
 
+#include "SwitcherData/protocol.h"
+#include "SwitcherData/unitstate.h"
 #include "unitstateguard.h"
 
 #include <QComboBox>
@@ -10,11 +12,8 @@
 
 namespace {
 
-// Largest top-left corner per size preset (Small, Medium, Large): insets of 480 x 270,
-// 640 x 360 and 960 x 540 inside 1920 x 1080.
-constexpr int HMax[] = {1440, 1280, 960};
-constexpr int VMax[] = {810, 720, 540};
 constexpr int PositionStep = 10;
+// Both positions until a size is chosen.
 constexpr int StartMax = 960;
 
 template <std::size_t N> QComboBox *makeList(QWidget *parent, const char *const (&items)[N])
@@ -44,7 +43,7 @@ PipSettingsPane::PipSettingsPane(QWidget *parent, PipCommands commands, Echo ech
     m_vPos = makeSpin(this, 0, StartMax, PositionStep);
     m_borderEnable = makeList(this, PipTexts::BorderEnableItems);
     m_borderColor = makeList(this, PipTexts::BorderColorItems);
-    m_borderWidth = makeSpin(this, 2, 7, 1);
+    m_borderWidth = makeSpin(this, Protocol::PipBorderWidthMin, Protocol::PipBorderWidthMax, 1);
 
     connect(m_size, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &PipSettingsPane::on_coboxIndexChanged_Size);
@@ -62,10 +61,10 @@ PipSettingsPane::PipSettingsPane(QWidget *parent, PipCommands commands, Echo ech
 
 void PipSettingsPane::applyRanges(int index)
 {
-    if (index < 0 || index > 2)
+    if (index < 0 || index >= Protocol::PipSizeCount)
         return;
-    m_hPos->setRange(0, HMax[index]);
-    m_vPos->setRange(0, VMax[index]);
+    m_hPos->setRange(0, Protocol::PipHMax[index]);
+    m_vPos->setRange(0, Protocol::PipVMax[index]);
 }
 
 void PipSettingsPane::on_coboxIndexChanged_Size(int index)
@@ -137,19 +136,19 @@ void PipSettingsPane::set_BorderEnable_Style(uint8_t b)
 
 void PipSettingsPane::set_BorderColor_Style(uint8_t c)
 {
-    if (c <= 3)
+    if (c < Protocol::PipBorderColorCount)
         showState(m_borderColor, int(c));
 }
 
 void PipSettingsPane::set_BorderWidth_Style(uint8_t w)
 {
-    if (w >= 2 && w <= 7)
+    if (w >= Protocol::PipBorderWidthMin && w <= Protocol::PipBorderWidthMax)
         showState(m_borderWidth, int(w));
 }
 
 void PipSettingsPane::set_Size_Style(uint8_t s)
 {
-    if (s > 2)
+    if (s >= Protocol::PipSizeCount)
         return;
     if (m_echo == Echo::Send) {
         m_size->setCurrentIndex(s);
@@ -171,4 +170,21 @@ void PipSettingsPane::set_Hposition_Style(uint8_t hi, uint8_t lo)
 void PipSettingsPane::set_Vposition_Style(uint8_t hi, uint8_t lo)
 {
     showState(m_vPos, (hi << 8) | lo);
+}
+
+void PipSettingsPane::showReport(const UnitState &s)
+{
+    using F = UnitState::Field;
+    if (s.has(F::PipBorder))
+        set_BorderEnable_Style(uint8_t(s.value(F::PipBorder)));
+    if (s.has(F::PipBorderColor))
+        set_BorderColor_Style(uint8_t(s.pipBorderColor()));
+    if (s.has(F::PipBorderWidth))
+        set_BorderWidth_Style(uint8_t(s.pipBorderWidth()));
+    if (s.has(F::PipSize))
+        set_Size_Style(uint8_t(s.pipSize()));
+    if (s.has(F::PipH))
+        showState(m_hPos, s.pipH());
+    if (s.has(F::PipV))
+        showState(m_vPos, s.pipV());
 }

@@ -6,6 +6,7 @@
 
 class QComboBox;
 class QSpinBox;
+class UnitState;
 
 // The six PIP commands a settings pane sends. `of` takes them from any link that has the
 // usual senders (the RVX3210, RVX3220 and 8000-series links all do), so the pane does not
@@ -85,6 +86,8 @@ public:
     // Positions come high byte first in the state record; the commands send them low first.
     void set_Hposition_Style(uint8_t hi, uint8_t lo);
     void set_Vposition_Style(uint8_t hi, uint8_t lo);
+    // The PIP fields of a unit's state, through the setters above in record order.
+    void showReport(const UnitState &s);
 
 public slots:
     void on_coboxIndexChanged_Size(int index);

@@ -212,7 +212,7 @@ void levels(CallBuilder &b)
     if (!b.count(4))
         return;
     for (int i = 0; i < 4; ++i) {
-        if (!b.number(i, 0, Protocol::FaderLevelMax, &v[i]))
+        if (!b.number(i, 0, Protocol::AudioLevelMax, &v[i]))
             return;
     }
     b.send([v](UnitControl &u) { return u.levels(v[0], v[1], v[2], v[3]); });
@@ -230,7 +230,7 @@ void pipBorderColor(CallBuilder &b)
 
 void pipBorderWidth(CallBuilder &b)
 {
-    ranged<&UnitControl::pipBorderWidth>(b, Protocol::BorderWidthMin, Protocol::BorderWidthMax);
+    ranged<&UnitControl::pipBorderWidth>(b, Protocol::PipBorderWidthMin, Protocol::PipBorderWidthMax);
 }
 
 template <bool Horizontal, bool Pop> void position(CallBuilder &b)
@@ -255,7 +255,7 @@ void popBorderColor(CallBuilder &b)
 
 void popBorderWidth(CallBuilder &b)
 {
-    ranged<&UnitControl::popBorderWidth>(b, Protocol::BorderWidthMin, Protocol::BorderWidthMax);
+    ranged<&UnitControl::popBorderWidth>(b, Protocol::PipBorderWidthMin, Protocol::PipBorderWidthMax);
 }
 
 void menu(CallBuilder &b)

@@ -207,14 +207,11 @@ int runState(const QString &address, int timeoutMs, bool json)
                     QStringLiteral("UDP port %1 is held by another program").arg(SWITCHER_DATA::Port));
     link->bindUnit(UnitAddress::mainBoard(unit));
 
-    QByteArray record;
-    QByteArray serial;
+    UnitState state;
     bool got = false;
     QEventLoop loop;
-    QObject::connect(link, &ReportingLink::on_signals_5370Data, &loop,
-                     [&serial](const QByteArray &piece) { serial = piece; });
-    QObject::connect(link, &ReportingLink::on_signals_3210Data, &loop, [&](const QByteArray &data) {
-        record = data;
+    QObject::connect(link, &ReportingLink::stateReported, &loop, [&](const UnitState &reported) {
+        state = reported;
         got = true;
         loop.quit();
     });
@@ -225,16 +222,16 @@ int runState(const QString &address, int timeoutMs, bool json)
         return fail(NoReply,
                     QStringLiteral("%1 did not report its state within %2 ms").arg(address).arg(timeoutMs));
 
-    const QVector<StateField> fields = decodeState(family, record, serial);
+    const QVector<StateField> fields = stateFields(state);
     if (json) {
-        QJsonObject state;
+        QJsonObject values;
         for (const StateField &f : fields)
-            state.insert(f.name, f.value);
+            values.insert(f.name, f.value);
         QJsonObject o;
         o.insert(QStringLiteral("address"), address);
         o.insert(QStringLiteral("model"), UnitModels::modelName(unit.childType));
         o.insert(QStringLiteral("family"), QLatin1String(traits.key));
-        o.insert(QStringLiteral("state"), state);
+        o.insert(QStringLiteral("state"), values);
         out() << QJsonDocument(o).toJson(QJsonDocument::Indented);
         return Ok;
     }

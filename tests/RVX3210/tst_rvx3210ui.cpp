@@ -29,6 +29,7 @@
 #include <ctime>
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -51,6 +52,28 @@ QByteArray stateReply(const QByteArray &record)
 {
     return reply(0xA5FF, 0x49, "#\x01#" + record + "#");
 }
+
+// Counts the style changes of every widget under `root`: each is a new picture for a key.
+class RestyleCount : public QObject
+{
+public:
+    explicit RestyleCount(QWidget *root)
+    {
+        for (QWidget *w : root->findChildren<QWidget *>())
+            w->installEventFilter(this);
+    }
+    int take() { return std::exchange(m_count, 0); }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        m_count += event->type() == QEvent::StyleChange;
+        return false;
+    }
+
+private:
+    int m_count = 0;
+};
 
 } // namespace
 
@@ -78,6 +101,7 @@ private slots:
     void stateReplyLightsKeys_data();
     void stateReplyLightsKeys();
     void shortRecordUpdatesWhatItCarries();
+    void repeatedReplyRestylesOnlyWhatDiffers();
     void pipKeyAndPane();
     void faders();
     void refusedInputWarns_data();
@@ -405,6 +429,22 @@ void TestRvx3210Panel::shortRecordUpdatesWhatItCarries()
     feedState(record({{7, 2}}));
     feedState(record({{7, 1}}).left(8));
     QVERIFY(lit(m_panel->middleRow()->transitions()->button(2), ":/images/green/FADE.bmp"));
+}
+
+void TestRvx3210Panel::repeatedReplyRestylesOnlyWhatDiffers()
+{
+    feedState(BaseRecord);
+    RestyleCount restyles(m_panel);
+    feedState(BaseRecord);
+    QCOMPARE(restyles.take(), 0);
+    // What the keys show is compared, not the last reply: the operator's STILL goes back.
+    QAbstractButton *still = keyNamed("still");
+    still->click();
+    QVERIFY(lit(still, ":/images/green/STILL.bmp"));
+    restyles.take();
+    feedState(BaseRecord);
+    QVERIFY(lit(still, ":/images/white/STILL.bmp"));
+    QCOMPARE(restyles.take(), 1);
 }
 
 void TestRvx3210Panel::pipKeyAndPane()

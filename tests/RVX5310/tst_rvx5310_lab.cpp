@@ -59,7 +59,7 @@ void TestRvx5310Lab::openChangeReadBack()
 
     // A stale picture on the panel, then DS: the unit's state comes back, and the format the
     // list already shows is not sent again.
-    emit panel->link()->on_signals_3210Data(QByteArray::fromHex("0102000000000000000000000000"));
+    panel->on_toRead_5370Dtat(QByteArray::fromHex("0102000000000000000000000000"));
     QVERIFY(isRed(key("btn_pgm1")) && !isGreen(key("btn_pip")));
     Lab8000::readBack(panel.data());
     QVERIFY(isRed(key("btn_pgm4")) && isGreen(key("btn_pvw3")));

@@ -47,10 +47,10 @@ void TestRvx5350Lab::openChangeReadBack()
                              5000);
 
     // A stale picture on the panel: the first input, another format, the box in its corner.
-    emit panel->link()->on_signals_3210Data(QByteArray::fromHex(first == 1 ? "01" : "02"));
+    panel->m_on_toRead_5370Dtat(QByteArray::fromHex(first == 1 ? "01" : "02"));
     QByteArray stale(22, '\0');
     stale[21] = format == QLatin1String("1080P60") ? 0x0B : 0x07;
-    emit panel->link()->on_signals_3210Data(stale);
+    panel->m_on_toRead_5370Dtat(stale);
     QVERIFY(label("label_reso") != format);
     box->set_H_Vposition_Style(0, 0);
     Lab8000::readBack(panel.data());

@@ -48,7 +48,7 @@ void TestRvx5370Lab::openShowDragReadBack()
 
     // Tell the panel something else (as a stale report would), then read the unit: DS puts the
     // buses and the box back where the unit has them.
-    emit panel->link()->on_signals_3210Data(QByteArray::fromHex("0102"));
+    panel->m_on_toRead_5370Dtat(QByteArray::fromHex("0102"));
     box->set_H_Vposition_Style(0, 0);
     QCOMPARE(box->pos(), QPoint(0, 0));
     Lab8000::readBack(panel.data());

@@ -132,7 +132,13 @@ template <class Panel, class Key = QPushButton> struct PanelRig
         return panel.template findChild<QLabel *>(QLatin1String(name))->text();
     }
     QList<QByteArray> sent() { return takeFrames(spy); }
-    void state(const QByteArray &data) { emit panel.link()->on_signals_3210Data(data); }
+    // A state record as the link hands it on: its bytes, then the state decoded.
+    void state(const QByteArray &data)
+    {
+        RVX5ALL_workdata *link = panel.link();
+        emit link->on_signals_3210Data(data);
+        emit link->stateReported(UnitState::decode(link->stateLayout(), data));
+    }
     // Clicks the keys named, blank-separated, in order; "name=value" moves a slider.
     void press(const QString &keys)
     {

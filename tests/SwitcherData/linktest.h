@@ -102,8 +102,22 @@ template <typename Link> void checkDecode(Rig<Link> &rig)
     QObject::connect(rig.link.get(), &Link::on_signals_3210HISData, &context, record("his"));
     QObject::connect(rig.link.get(), &Link::on_signals_3210HIS_URL_Data, &context, record("url"));
     QObject::connect(rig.link.get(), &Link::on_signals_3410Data, &context, record("3410"));
+    QObject::connect(rig.link.get(), &Link::stateReported, &context, [&got, &rig](const UnitState &state) {
+        got << QStringLiteral("decoded:%1%2")
+                   .arg(QString::fromLatin1(state.record().toHex()),
+                        rig.link->unitState() == state ? QString() : QStringLiteral(" not kept"));
+    });
     deliver(rig, datagrams);
-    QTEST(got, "signals");
+    // Each record is followed at once by its state, decoded and kept as the newest.
+    // ("signals" is Qt's keyword: the column is read without QFETCH.)
+    const auto listed = *static_cast<QStringList *>(QTest::qData("signals", qMetaTypeId<QStringList>()));
+    QStringList expected;
+    for (const QString &s : listed) {
+        expected << s;
+        if (s.startsWith(QLatin1String("state:")))
+            expected << QLatin1String("decoded:") + s.mid(6);
+    }
+    QCOMPARE(got, expected);
 }
 
 inline QByteArray stateReply(const QByteArray &body)
