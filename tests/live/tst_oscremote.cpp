@@ -40,28 +40,14 @@ QByteArray error(const QByteArray &reason)
 class FakePanel : public RemoteTarget
 {
 public:
-    QStringList keys;
+    QStringList keys =
+        QStringLiteral(
+            "cut auto ftb mix wipe pip pop rec stream mute f7 marker pgm1 pgm2 pgm3 pgm4 pvw1 pvw2 pvw3 pvw4")
+            .split(QLatin1Char(' '));
     QSet<QString> lit{QStringLiteral("pop"), QStringLiteral("rec")};
     QStringList calls;
     bool canAsk = true;
 
-    FakePanel()
-    {
-        keys << "cut"
-             << "auto"
-             << "ftb"
-             << "mix"
-             << "wipe"
-             << "pip"
-             << "pop"
-             << "rec"
-             << "stream"
-             << "mute"
-             << "f7"
-             << "marker";
-        for (int i = 1; i <= 4; ++i)
-            keys << QStringLiteral("pgm%1").arg(i) << QStringLiteral("pvw%1").arg(i);
-    }
     QString modelName() const override { return QStringLiteral("RVX3210"); }
     QString unitAddress() const override { return QStringLiteral("10.0.0.5"); }
     int inputCount() const override { return 4; }
@@ -100,6 +86,7 @@ class TestOscRemote : public QObject
     QUdpSocket m_peer;
     QString m_oscsend;
     QString m_oscdump;
+    int m_probes = 0;
 
     void oscsend(const QStringList &message)
     {
@@ -127,43 +114,33 @@ class TestOscRemote : public QObject
         replies << "no marker";
         return replies;
     }
-    // Starts oscdump on `port` and waits until it prints a probe sent to it.
+    // oscdump's lines without their time tag, up to a probe sent now (again and again while
+    // oscdump may still be starting). Probes are numbered, so a late one is never taken for it.
+    QStringList dumped(QProcess &dump, quint16 port, bool starting = false)
+    {
+        const QString probe = QStringLiteral("/probe%1").arg(++m_probes);
+        QStringList lines;
+        QUdpSocket s;
+        for (int n = 0; n < 100; ++n) {
+            if (n == 0 || starting)
+                s.writeDatagram(str(probe.toLatin1()) + str(","), Local, port);
+            dump.waitForReadyRead(100);
+            while (dump.canReadLine()) {
+                const QString message =
+                    QString::fromUtf8(dump.readLine()).trimmed().section(QLatin1Char(' '), 1);
+                if (message == probe)
+                    return lines;
+                if (!message.startsWith(QLatin1String("/probe")))
+                    lines << message;
+            }
+        }
+        return lines << QStringLiteral("no probe");
+    }
     void startDump(QProcess &dump, quint16 port)
     {
         dump.start(m_oscdump, {QStringLiteral("-L"), QString::number(port)});
         QVERIFY(dump.waitForStarted());
-        QVERIFY(probe(dump, port));
-    }
-    static bool probe(QProcess &dump, quint16 port)
-    {
-        QUdpSocket s;
-        for (int n = 0; n < 100; ++n) {
-            s.writeDatagram(str("/probe") + str(","), Local, port);
-            if (dump.waitForReadyRead(100) || dump.bytesAvailable()) {
-                while (dump.canReadLine() || dump.waitForReadyRead(100))
-                    if (dump.canReadLine() && dump.readLine().contains("/probe"))
-                        return true;
-            }
-        }
-        return false;
-    }
-    // oscdump's lines without their time tag, up to the next probe.
-    static QStringList dumped(QProcess &dump, quint16 port)
-    {
-        QStringList lines;
-        QUdpSocket s;
-        s.writeDatagram(str("/probe") + str(","), Local, port);
-        for (int n = 0; n < 50; ++n) {
-            while (dump.canReadLine()) {
-                const QString line = QString::fromUtf8(dump.readLine()).trimmed();
-                const QString message = line.section(QLatin1Char(' '), 1);
-                if (message.startsWith(QLatin1String("/probe")))
-                    return lines;
-                lines << message;
-            }
-            dump.waitForReadyRead(100);
-        }
-        return lines << QStringLiteral("no probe");
+        QCOMPARE(dumped(dump, port, true), QStringList{});
     }
 
 private slots:
@@ -237,7 +214,6 @@ private slots:
         QTest::newRow("unknown address")
             << str("/kova/foo") + str(",") << true << error("unknown address /kova/foo");
         QTest::newRow("pgm bare") << str("/kova/pgm") + str(",") << true << error("pgm takes 1 to 4");
-        QTest::newRow("pgm 0") << i("/kova/pgm", 0) << true << error("pgm takes 1 to 4");
         QTest::newRow("pvw 5") << i("/kova/pvw", 5) << true << error("pvw takes 1 to 4");
         QTest::newRow("pgm as float")
             << str("/kova/pgm") + str(",f") + be32(0x40000000) << true << error("pgm takes 1 to 4");
@@ -261,7 +237,7 @@ private slots:
         QTest::newRow("subscribe port 0") << i("/kova/subscribe", 0) << true
                                           << error("subscribe takes no argument or a port from 1 to 65535");
         QTest::newRow("no panel") << str("/kova/cut") + str(",") << false << error("no panel is open");
-        QTest::newRow("no panel, pgm") << i("/kova/pgm", 1) << false << error("no panel is open");
+
         // Not OSC at all: liblo drops it, and nothing answers.
         QTest::newRow("garbage") << QByteArray("hello") << true << QByteArray();
         QTest::newRow("truncated") << str("/kova/pgm") + str(",i") + QByteArray(2, '\0') << true
@@ -350,6 +326,22 @@ private slots:
         QCOMPARE(dumped(a, 9101), (QStringList{"/kova/link i 1", "/kova/model s \"RVX3210\"",
                                                "/kova/fader f 0.500000", "/kova/pip i 1", "/kova/pgm i 4",
                                                "/kova/ftb i 0", "/kova/unit s \"10.0.0.5\""}));
+        oscsend({"/kova/unsubscribe", "i", "9101"});
+        oscsend({"/kova/unsubscribe", "i", "9102"});
+        QTRY_COMPARE(m_remote.subscriberCount(), 0);
+    }
+
+    void subscribersAreCapped()
+    {
+        const auto subscribe = [](const char *path, int port) { return str(path) + str(",i") + be32(port); };
+        for (int n = 0; n < OscRemote::MaxSubscribers; ++n)
+            m_peer.writeDatagram(subscribe("/kova/subscribe", 10000 + n), Local, RemotePort);
+        QCOMPARE(repliesBeforeMarker(), QByteArrayList{});
+        m_peer.writeDatagram(subscribe("/kova/subscribe", 20000), Local, RemotePort);
+        QCOMPARE(repliesBeforeMarker(), QByteArrayList{error("too many subscribers (32)")});
+        for (int n = 0; n < OscRemote::MaxSubscribers; ++n)
+            m_peer.writeDatagram(subscribe("/kova/unsubscribe", 10000 + n), Local, RemotePort);
+        QTRY_COMPARE(m_remote.subscriberCount(), 0);
     }
 
     void floodIsReadInBatches()
