@@ -33,7 +33,6 @@ private slots:
         QTest::newRow("nothing: all off") << "" << run << 0 << lo << QStringList{} << 0;
         QTest::newRow("port") << "--osc-port 9000" << run << 9000 << lo << QStringList{} << 0;
         QTest::newRow("port too big") << "--osc-port 65536" << bad << 0 << lo << QStringList{} << 0;
-        QTest::newRow("port not a number") << "--osc-port 9k" << bad << 0 << lo << QStringList{} << 0;
         QTest::newRow("bind") << "--osc-bind 0.0.0.0" << run << 0 << "0.0.0.0" << QStringList{} << 0;
         QTest::newRow("bind bad octet") << "--osc-bind 10.0.0.300" << bad << 0 << lo << QStringList{} << 0;
         QTest::newRow("bind IPv6") << "--osc-bind ::1" << bad << 0 << lo << QStringList{} << 0;
@@ -44,7 +43,6 @@ private slots:
         QTest::newRow("tsl name") << "--tsl tally.local:8900" << bad << 0 << lo << QStringList{} << 0;
         QTest::newRow("follow") << "--follow 100" << run << 0 << lo << QStringList{} << 100;
         QTest::newRow("follow below 100") << "--follow 99" << bad << 0 << lo << QStringList{} << 0;
-        QTest::newRow("follow 0 is off") << "--follow 0" << run << 0 << lo << QStringList{} << 0;
         QTest::newRow("unknown option") << "--osc 9000" << bad << 0 << lo << QStringList{} << 0;
         QTest::newRow("stray argument") << "9000" << bad << 0 << lo << QStringList{} << 0;
         QTest::newRow("help") << "--help" << int(LiveOptions::Outcome::Help) << 0 << lo << QStringList{} << 0;
