@@ -147,6 +147,20 @@ int main(int argc, char *argv[])
             for (const QByteArray &f : frames)
                 emulator.add(char(childType) + QByteArray(1, board) + join({f}));
 
+    // OSC datagrams as a surface sends them: commands with and without arguments, a pattern,
+    // and a bundle of two.
+    Writer osc(out + "/fuzz_osc");
+    const QByteArray cut("/kova/cut\0\0\0,\0\0\0", 16);
+    const QByteArray pgm("/kova/pgm\0\0\0,i\0\0\0\0\0\x02", 20);
+    osc.add(cut);
+    osc.add(pgm);
+    osc.add(QByteArray("/kova/fader\0,f\0\0\x3f\0\0\0", 20));
+    osc.add(QByteArray("/kova/transition\0\0\0\0,s\0\0mix\0", 28));
+    osc.add(QByteArray("/kova/p?p\0\0\0,i\0\0\0\0\0\x01", 20));
+    osc.add(QByteArray("/kova/state\0,\0\0\0", 16));
+    osc.add(QByteArray("#bundle\0\0\0\0\0\0\0\0\x01\0\0\0\x10", 20) + cut + QByteArray("\0\0\0\x14", 4) +
+            pgm);
+
     std::printf("%d frames and %d records from the tests; seeds written to %s\n",
                 int(frames.size() - 3 * records.size()), int(records.size()), qPrintable(out));
     return 0;

@@ -1,7 +1,7 @@
 #!/bin/sh
 # Builds the fuzz targets with clang (libFuzzer, ASan, UBSan), writes their seed corpus from the
 # frames the tests write out, and runs them, each inside a private network namespace
-# (tests/netns-run.sh: root, like the tests), since the link and panel targets bind port 7000.
+# (tests/netns-run.sh: root, like the tests), since the link and panel targets bind port 7000 and the OSC target its own port.
 #
 #   fuzz/run.sh --smoke [SECONDS]          every target for SECONDS (12) on its seeds: the CI step
 #   fuzz/run.sh [--time S] [--jobs N] [TARGET...]
@@ -14,7 +14,7 @@
 set -eu
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=${KOVA_FUZZ_BUILD:-"$root/build-fuzz"}
-all="fuzz_discovery fuzz_rvx3210_link fuzz_rvx5all_link fuzz_rvx3220_link fuzz_panel_fanout fuzz_emulator"
+all="fuzz_discovery fuzz_rvx3210_link fuzz_rvx5all_link fuzz_rvx3220_link fuzz_panel_fanout fuzz_osc fuzz_emulator"
 
 mode=long
 seconds=600

@@ -5,7 +5,7 @@ set -eu
 
 PACKAGES="cmake g++ make ccache qtbase5-dev qtbase5-dev-tools libqt5network5 \
 iproute2 util-linux xvfb xauth x11-apps imagemagick fonts-dejavu-core fonts-dejavu-extra \
-clang libclang-rt-14-dev \
+clang libclang-rt-14-dev liblo-dev liblo-tools pkg-config \
 dpkg-dev lintian desktop-file-utils appstream groff-base x11-utils"
 
 missing=""

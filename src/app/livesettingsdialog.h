@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QDialog>
+
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QSettings;
+class QSpinBox;
+
+// The live features' settings (OSC remote, tally targets, state following), read from and
+// written to the settings on OK. They take effect at the next start.
+class LiveSettingsDialog : public QDialog
+{
+    Q_OBJECT
+public:
+    explicit LiveSettingsDialog(QSettings &settings, QWidget *parent = nullptr);
+
+    void accept() override;
+
+private:
+    QSettings &m_settings;
+    QSpinBox *m_oscPort;
+    QLineEdit *m_oscBind;
+    QPlainTextEdit *m_tslTargets;
+    QSpinBox *m_follow;
+    QLabel *m_error;
+};

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class QSettings;
+
+// What the live features are told to do: the OSC remote's port and address, where tally goes
+// and how often the unit's state is followed. Everything is off by default, and off means the
+// program opens, binds and sends nothing more than without them.
+struct LiveOptions
+{
+    static constexpr int MinFollowMs = 100;
+    static constexpr int MaxFollowMs = 60000;
+    // Where the settings live; the program sets no organisation of its own.
+    static const char *const Organisation;
+    static const char *const Application;
+
+    quint16 oscPort = 0; // 0: no OSC remote
+    QString oscBind = QStringLiteral("127.0.0.1");
+    QStringList tslTargets; // "HOST:PORT", HOST an IPv4 address
+    int followMs = 0;       // 0: off
+
+    // Each takes one value as typed and returns why it is refused, empty when it is taken.
+    QString setOscPort(const QString &text);
+    QString setOscBind(const QString &text);
+    QString addTslTarget(const QString &text);
+    QString setFollowMs(const QString &text);
+
+    enum class Outcome
+    {
+        Run,
+        Help,
+        Version,
+        Error
+    };
+    // Reads the command line (arguments()[0] is the program) over what the options hold, so
+    // that what is given there wins for this run; --tsl replaces the saved targets. `message`
+    // gets the help or version text, or the error.
+    Outcome parseArguments(const QStringList &arguments, QString *message);
+
+    // Values saved by hand that would be refused are left at their defaults.
+    static LiveOptions load(QSettings &settings);
+    static LiveOptions load();
+    void save(QSettings &settings) const;
+    void save() const;
+
+    friend bool operator==(const LiveOptions &a, const LiveOptions &b)
+    {
+        return a.oscPort == b.oscPort && a.oscBind == b.oscBind && a.tslTargets == b.tslTargets &&
+               a.followMs == b.followMs;
+    }
+};

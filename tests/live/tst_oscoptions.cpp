@@ -1,0 +1,120 @@
+// The live options: the command line over the saved settings, and the dialog that saves them.
+#include "app/livesettingsdialog.h"
+#include "live/liveoptions.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSettings>
+#include <QSpinBox>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class TestOscOptions : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    QString iniPath() const { return m_dir.filePath(QStringLiteral("kova.ini")); }
+
+private slots:
+    void init() { QFile::remove(iniPath()); }
+
+    void commandLine_data()
+    {
+        QTest::addColumn<QString>("args");
+        QTest::addColumn<int>("outcome");
+        QTest::addColumn<int>("port");
+        QTest::addColumn<QString>("bind");
+        QTest::addColumn<QStringList>("tsl");
+        QTest::addColumn<int>("follow");
+        const int run = int(LiveOptions::Outcome::Run), bad = int(LiveOptions::Outcome::Error);
+        const QString lo = QStringLiteral("127.0.0.1");
+        QTest::newRow("nothing: all off") << "" << run << 0 << lo << QStringList{} << 0;
+        QTest::newRow("port") << "--osc-port 9000" << run << 9000 << lo << QStringList{} << 0;
+        QTest::newRow("port too big") << "--osc-port 65536" << bad << 0 << lo << QStringList{} << 0;
+        QTest::newRow("bind") << "--osc-bind 0.0.0.0" << run << 0 << "0.0.0.0" << QStringList{} << 0;
+        QTest::newRow("bind bad octet") << "--osc-bind 10.0.0.300" << bad << 0 << lo << QStringList{} << 0;
+        QTest::newRow("bind IPv6") << "--osc-bind ::1" << bad << 0 << lo << QStringList{} << 0;
+        QTest::newRow("bind short form") << "--osc-bind 127.1" << bad << 0 << lo << QStringList{} << 0;
+        QTest::newRow("tsl twice") << "--tsl 10.0.0.9:8900 --tsl 10.0.0.10:9000" << run << 0 << lo
+                                   << QStringList{"10.0.0.9:8900", "10.0.0.10:9000"} << 0;
+        QTest::newRow("tsl without port") << "--tsl 10.0.0.9" << bad << 0 << lo << QStringList{} << 0;
+        QTest::newRow("tsl name") << "--tsl tally.local:8900" << bad << 0 << lo << QStringList{} << 0;
+        QTest::newRow("follow") << "--follow 100" << run << 0 << lo << QStringList{} << 100;
+        QTest::newRow("follow below 100") << "--follow 99" << bad << 0 << lo << QStringList{} << 0;
+        QTest::newRow("unknown option") << "--osc 9000" << bad << 0 << lo << QStringList{} << 0;
+        QTest::newRow("stray argument") << "9000" << bad << 0 << lo << QStringList{} << 0;
+        QTest::newRow("help") << "--help" << int(LiveOptions::Outcome::Help) << 0 << lo << QStringList{} << 0;
+        QTest::newRow("version") << "--version" << int(LiveOptions::Outcome::Version) << 0 << lo
+                                 << QStringList{} << 0;
+    }
+    void commandLine()
+    {
+        QFETCH(QString, args);
+        QFETCH(int, outcome);
+        LiveOptions options;
+        QString message;
+        const auto got = options.parseArguments(
+            QStringList{"kova"} + args.split(QLatin1Char(' '), Qt::SkipEmptyParts), &message);
+        QCOMPARE(int(got), outcome);
+        QCOMPARE(message.isEmpty(), outcome == int(LiveOptions::Outcome::Run));
+        if (outcome != int(LiveOptions::Outcome::Run))
+            return;
+        QTEST(int(options.oscPort), "port");
+        QTEST(options.oscBind, "bind");
+        QTEST(options.tslTargets, "tsl");
+        QTEST(options.followMs, "follow");
+    }
+
+    void commandLineWinsOverSettings()
+    {
+        QSettings settings(iniPath(), QSettings::IniFormat);
+        LiveOptions saved;
+        saved.oscPort = 8000;
+        saved.tslTargets = QStringList{"10.0.0.9:8900"};
+        saved.followMs = 500;
+        saved.save(settings);
+        LiveOptions options = LiveOptions::load(settings);
+        QCOMPARE(options, saved);
+        QCOMPARE(options.parseArguments({"kova", "--osc-port", "9001", "--tsl", "10.0.0.7:1"}, nullptr),
+                 LiveOptions::Outcome::Run);
+        QCOMPARE(options.oscPort, quint16(9001));
+        QCOMPARE(options.tslTargets, QStringList{"10.0.0.7:1"});
+        QCOMPARE(options.followMs, 500);
+
+        // Hand-edited values that would be refused load as their defaults.
+        settings.setValue("live/followMs", 5);
+        settings.setValue("live/oscBind", "localhost");
+        options = LiveOptions::load(settings);
+        QCOMPARE(options.followMs, 0);
+        QCOMPARE(options.oscBind, QStringLiteral("127.0.0.1"));
+    }
+
+    void dialogSavesOnlyWhatLoads()
+    {
+        QSettings settings(iniPath(), QSettings::IniFormat);
+        LiveSettingsDialog dialog(settings);
+        dialog.findChild<QSpinBox *>("oscPort")->setValue(9000);
+        dialog.findChild<QLineEdit *>("oscBind")->setText("0.0.0.0");
+        dialog.findChild<QPlainTextEdit *>("tslTargets")->setPlainText("10.0.0.9:8900\n\n10.0.0.10:9000\n");
+        dialog.findChild<QSpinBox *>("follow")->setValue(50);
+        dialog.accept();
+        QVERIFY(!dialog.findChild<QLabel *>("error")->text().isEmpty());
+        QCOMPARE(dialog.result(), int(QDialog::Rejected));
+        QVERIFY(!settings.contains("live/oscPort"));
+
+        dialog.findChild<QSpinBox *>("follow")->setValue(250);
+        dialog.accept();
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        LiveOptions expected;
+        expected.oscPort = 9000;
+        expected.oscBind = "0.0.0.0";
+        expected.tslTargets = QStringList{"10.0.0.9:8900", "10.0.0.10:9000"};
+        expected.followMs = 250;
+        QCOMPARE(LiveOptions::load(settings), expected);
+    }
+};
+
+QTEST_MAIN(TestOscOptions)
+#include "tst_oscoptions.moc"
