@@ -1,5 +1,6 @@
 // Launcher of the RVX3220 panel.
 #include "RVX3220/rvx3220ui.h"
+#include "SwitcherData/rvx3220_workdata.h"
 #include "searchstyles.h"
 #include "showsearch.h"
 
@@ -15,6 +16,7 @@ void showsearch::open3220(const UnitAddress &unit)
     auto *panel = new RVX3220UI(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
     panel->bindUnit(unit);
+    emit panelOpened(panel, panel->link(), PanelKind::Rvx3220);
     hide();
     // Modal: the search comes back when the panel is left, and the panel (with its hold on
     // port 7000) goes with it.

@@ -13,5 +13,6 @@ void showsearch::open3410(const UnitAddress &unit, const UnitAddress &his)
     auto *panel = new RVX3410UI(nullptr);
     panel->setWindowIcon(panelIcon());
     panel->bindUnit(unit, his);
+    emit panelOpened(panel, panel->link(), PanelKind::Rvx3410);
     launchRvx3210Family(this, panel, &RVX3410UI::ExitSignals);
 }

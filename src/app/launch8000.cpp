@@ -20,6 +20,7 @@ void showsearch::open5310(const UnitAddress &unit, const UnitAddress &his)
     auto *panel = new RVX5310Dialog(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
     panel->bindUnit(unit, his);
+    emit panelOpened(panel, panel->link(), PanelKind::Rvx5310);
     hide();
     panel->show();
 }
@@ -35,6 +36,7 @@ void showsearch::open5370(const UnitAddress &unit, const UnitAddress &his)
     auto *panel = new RVX5370(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
     panel->bindUnit(unit, his);
+    emit panelOpened(panel, panel->link(), PanelKind::Rvx5370);
     hide();
     panel->show();
 }
@@ -50,6 +52,7 @@ void showsearch::open5350(const UnitAddress &unit, const UnitAddress &his)
     auto *panel = new RVX5350(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
     panel->bindUnit(unit, his);
+    emit panelOpened(panel, panel->link(), PanelKind::Rvx5350);
     hide();
     panel->show();
 }

@@ -5,6 +5,8 @@
 #include "common/windowdrag.h"
 #include "globaldev.h"
 #include "groupbox_right.h"
+#include "live/liveoptions.h"
+#include "livesettingsdialog.h"
 #include "searchstyles.h"
 
 #include <QHBoxLayout>
@@ -12,6 +14,8 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPainter>
+#include <QSettings>
+#include <QShortcut>
 #include <QSpacerItem>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -52,6 +56,8 @@ showsearch::showsearch(QWidget *parent) : QWidget(parent)
 
 void showsearch::init()
 {
+    auto *settings = new QShortcut(QKeySequence(QStringLiteral("Ctrl+,")), this);
+    connect(settings, &QShortcut::activated, this, &showsearch::showLiveSettings);
     auto *outer = new QVBoxLayout(this);
     outer->setContentsMargins(3, 3, 3, 3);
 
@@ -249,6 +255,13 @@ void showsearch::openPanel(PanelKind panel, const UnitAddress &unit, const UnitA
     case PanelKind::Rvx5120:
         return set5120UI();
     }
+}
+
+void showsearch::showLiveSettings()
+{
+    QSettings settings(QLatin1String(LiveOptions::Organisation), QLatin1String(LiveOptions::Application));
+    LiveSettingsDialog dialog(settings, this);
+    dialog.exec();
 }
 
 void showsearch::showSearchPage()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "SwitcherData/unitaddress.h"
+#include "SwitcherData/unitlink.h"
 #include "SwitcherData/unitmodel.h"
 
 #include <QString>
@@ -45,6 +46,14 @@ public slots:
     // Opens the panel of a model for a unit as the search found it: the launchers above take
     // the same boards as text.
     void openPanel(PanelKind panel, const UnitAddress &unit, const UnitAddress &his);
+
+    // The live features' settings (OSC remote, tally, followed state), from Ctrl+, on this
+    // window; the window's own layout has no key for them.
+    void showLiveSettings();
+
+signals:
+    // A panel of `kind` is about to show, bound to its unit through `link`.
+    void panelOpened(QWidget *panel, UnitLink *link, PanelKind kind);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
