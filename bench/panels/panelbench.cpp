@@ -1,6 +1,7 @@
 // Panel timings against a socket standing in for the unit, the same runs for every panel:
 //  - a click on CUT until the datagram is readable at the unit,
-//  - a state reply sent by the unit until the panel has restyled its keys, and repainted them,
+//  - a state reply sent by the unit until the panel has restyled its keys, and repainted them;
+//    and one that repeats the last reply (loopback only),
 //  - a bare datagram between two plain sockets on the same addresses, as the floor,
 //  - CPU used by the process over 10 s idle, with FTB blinking, and with AUTO run after AUTO
 //    at rate 2 (loopback only).
@@ -206,29 +207,34 @@ int loopback(PanelRig &rig)
     // State reply from the unit to restyled keys: the fan-out runs inside the link's signal,
     // so a connection made after the panel's fires once the keys have their new sheets. The
     // repaint they ask for is a posted event, handled right after, so each run starts clean.
-    std::vector<double> paintedUs;
-    QCoreApplication::sendPostedEvents();
-    for (int i = 0; i < Runs; ++i) {
-        const uint8_t pgm = (i % 2) ? 3 : 4;
-        qint64 restyledAt = -1;
-        QEventLoop loop;
-        auto c = QObject::connect(rig.link(), &ReportingLink::stateReported, [&] {
-            restyledAt = t.nsecsElapsed();
-            loop.quit();
-        });
-        QTimer::singleShot(1000, &loop, &QEventLoop::quit);
-        t.start();
-        reply(pgm, 0);
-        loop.exec();
-        QObject::disconnect(c);
+    // The replies move PGM between 3 and 4 (two keys change), or repeat PGM 3 (none does).
+    std::vector<double> paintedUs, repeatUs;
+    auto stateRuns = [&](bool moving, std::vector<double> &restyled, std::vector<double> *painted) {
         QCoreApplication::sendPostedEvents();
-        if (restyledAt < 0)
-            return 1;
-        stateUs.push_back(restyledAt / 1e3);
-        paintedUs.push_back(t.nsecsElapsed() / 1e3);
-        if (rig.pgmLit(3) != (pgm == 3))
-            return 1;
-    }
+        for (int i = 0; i < Runs; ++i) {
+            const uint8_t pgm = moving && i % 2 == 0 ? 4 : 3;
+            qint64 restyledAt = -1;
+            QEventLoop loop;
+            auto c = QObject::connect(rig.link(), &ReportingLink::stateReported, [&] {
+                restyledAt = t.nsecsElapsed();
+                loop.quit();
+            });
+            QTimer::singleShot(1000, &loop, &QEventLoop::quit);
+            t.start();
+            reply(pgm, 0);
+            loop.exec();
+            QObject::disconnect(c);
+            QCoreApplication::sendPostedEvents();
+            if (restyledAt < 0 || rig.pgmLit(3) != (pgm == 3))
+                return false;
+            restyled.push_back(restyledAt / 1e3);
+            if (painted)
+                painted->push_back(t.nsecsElapsed() / 1e3);
+        }
+        return true;
+    };
+    if (!stateRuns(true, stateUs, &paintedUs) || !stateRuns(false, repeatUs, nullptr))
+        return 1;
     // Nothing the panel was told may have been sent back.
     if (unit.hasPendingDatagrams()) {
         std::fprintf(stderr, "the panel answered a state reply\n");
@@ -267,6 +273,7 @@ int loopback(PanelRig &rig)
         {"CUT click to datagram read at the unit, after the click is fully handled", cutUs},
         {"state reply sent by the unit to keys restyled", stateUs},
         {"state reply sent by the unit to the panel repainted", paintedUs},
+        {"state reply repeating the last one to keys restyled", repeatUs},
     });
     std::printf("\n| Condition | CPU (user + system) | Share of one core |\n|---|---|---|\n");
     printCpu("panel shown, idle", idleMs, 10000);
