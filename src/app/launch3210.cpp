@@ -16,6 +16,6 @@ void showsearch::open3210(const UnitAddress &unit, const UnitAddress &his)
     panel->setWindowIcon(panelIcon());
     panel->titleBar()->setDev_Child_Type(GLOBAL_DEV_CHILD_TYPE);
     panel->bindUnit(unit, his);
-    emit panelOpened(panel, panel->link(), PanelKind::Rvx3210);
+    emit panelOpened(panel, panel->link(), PanelKind::Rvx3210, GLOBAL_DEV_CHILD_TYPE);
     launchRvx3210Family(this, panel, &RVX3210UI::m_on_Singnals_returnloginwin);
 }

@@ -1,6 +1,7 @@
 // Launcher of the RVX3220 panel.
 #include "RVX3220/rvx3220ui.h"
 #include "SwitcherData/rvx3220_workdata.h"
+#include "globaldev.h"
 #include "searchstyles.h"
 #include "showsearch.h"
 
@@ -16,7 +17,7 @@ void showsearch::open3220(const UnitAddress &unit)
     auto *panel = new RVX3220UI(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
     panel->bindUnit(unit);
-    emit panelOpened(panel, panel->link(), PanelKind::Rvx3220);
+    emit panelOpened(panel, panel->link(), PanelKind::Rvx3220, GLOBAL_DEV_CHILD_TYPE);
     hide();
     // Modal: the search comes back when the panel is left, and the panel (with its hold on
     // port 7000) goes with it.

@@ -1,5 +1,6 @@
 // Launcher of the RVX3410 panel.
 #include "RVX3410/rvx3410ui.h"
+#include "globaldev.h"
 #include "launchrvx3210family.h"
 #include "showsearch.h"
 
@@ -13,6 +14,6 @@ void showsearch::open3410(const UnitAddress &unit, const UnitAddress &his)
     auto *panel = new RVX3410UI(nullptr);
     panel->setWindowIcon(panelIcon());
     panel->bindUnit(unit, his);
-    emit panelOpened(panel, panel->link(), PanelKind::Rvx3410);
+    emit panelOpened(panel, panel->link(), PanelKind::Rvx3410, GLOBAL_DEV_CHILD_TYPE);
     launchRvx3210Family(this, panel, &RVX3410UI::ExitSignals);
 }

@@ -4,6 +4,7 @@
 #include "RVX5350/rvx5350.h"
 #include "RVX5370/rvx5370.h"
 #include "SwitcherData/rvx5all_workdata.h"
+#include "globaldev.h"
 #include "searchstyles.h"
 #include "showsearch.h"
 
@@ -20,7 +21,7 @@ void showsearch::open5310(const UnitAddress &unit, const UnitAddress &his)
     auto *panel = new RVX5310Dialog(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
     panel->bindUnit(unit, his);
-    emit panelOpened(panel, panel->link(), PanelKind::Rvx5310);
+    emit panelOpened(panel, panel->link(), PanelKind::Rvx5310, GLOBAL_DEV_CHILD_TYPE);
     hide();
     panel->show();
 }
@@ -36,7 +37,7 @@ void showsearch::open5370(const UnitAddress &unit, const UnitAddress &his)
     auto *panel = new RVX5370(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
     panel->bindUnit(unit, his);
-    emit panelOpened(panel, panel->link(), PanelKind::Rvx5370);
+    emit panelOpened(panel, panel->link(), PanelKind::Rvx5370, GLOBAL_DEV_CHILD_TYPE);
     hide();
     panel->show();
 }
@@ -52,7 +53,7 @@ void showsearch::open5350(const UnitAddress &unit, const UnitAddress &his)
     auto *panel = new RVX5350(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
     panel->bindUnit(unit, his);
-    emit panelOpened(panel, panel->link(), PanelKind::Rvx5350);
+    emit panelOpened(panel, panel->link(), PanelKind::Rvx5350, GLOBAL_DEV_CHILD_TYPE);
     hide();
     panel->show();
 }

@@ -1,5 +1,4 @@
 #include "common/fontsubstitutes.h"
-#include "globaldev.h"
 #include "liveproduction.h"
 #include "showsearch.h"
 
@@ -36,10 +35,7 @@ int main(int argc, char *argv[])
 
     registerFontSubstitutes();
     showsearch window(nullptr);
-    QObject::connect(&window, &showsearch::panelOpened, &live,
-                     [&live](QWidget *panel, UnitLink *link, PanelKind kind) {
-                         live.panelOpened(panel, link, kind, GLOBAL_DEV_CHILD_TYPE);
-                     });
+    QObject::connect(&window, &showsearch::panelOpened, &live, &LiveProduction::panelOpened);
     window.show();
     return app.exec();
 }

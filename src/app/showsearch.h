@@ -52,8 +52,8 @@ public slots:
     void showLiveSettings();
 
 signals:
-    // A panel of `kind` is about to show, bound to its unit through `link`.
-    void panelOpened(QWidget *panel, UnitLink *link, PanelKind kind);
+    // A panel of `kind` is about to show, bound through `link` to a unit of that child type.
+    void panelOpened(QWidget *panel, UnitLink *link, PanelKind kind, uint8_t childType);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

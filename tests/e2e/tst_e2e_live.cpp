@@ -1,0 +1,414 @@
+// The live features end to end in the lab: the search window and LiveProduction put together as
+// main does, each panel opened by a double-click, OSC sent and read by liblo's own tools
+// (oscsend, oscdump), the tally read off the wire and decoded here by its published layout.
+#include "SwitcherData/workdata.h"
+#include "app/liveproduction.h"
+#include "app/showsearch.h"
+#include "common/noreplymark.h"
+#include "labstate.h"
+#include "modalanswer.h"
+
+#include <QDir>
+#include <QListWidget>
+#include <QNetworkDatagram>
+#include <QPointer>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QUdpSocket>
+#include <QtTest>
+#include <functional>
+#include <unistd.h>
+
+namespace {
+constexpr quint16 OscPort = 9000;
+constexpr quint16 DumpPort = 9200;
+constexpr quint16 TallyPort = 9100;
+constexpr int FollowMs = 300;
+// The lab's units, in the order lab.sh was given them.
+enum Unit
+{
+    Desk,     // RVX3210
+    Recorder, // RVX3410
+    Truck,    // RVX3220
+    Small,    // RVX5310
+    Hall,     // RVX5370
+    Duo,      // RVX5350
+    UnitCount
+};
+
+// One tally display message as a listener reads it: little-endian PBC, VER, FLAGS, SCREEN,
+// then INDEX, CONTROL, LENGTH and the text.
+struct Display
+{
+    int index = -1;
+    int rightTally = 0, textTally = 0, leftTally = 0, brightness = 0;
+    QByteArray text;
+};
+
+int le16(const QByteArray &d, int at)
+{
+    return uint8_t(d.at(at)) | uint8_t(d.at(at + 1)) << 8;
+}
+
+bool decode(const QByteArray &d, Display *out)
+{
+    if (d.size() < 12 || le16(d, 0) != d.size() - 2 || d.at(2) != 0 || d.at(3) != 0 || le16(d, 4) != 0)
+        return false;
+    const int control = le16(d, 8);
+    const int length = le16(d, 10);
+    if (12 + length != d.size())
+        return false;
+    *out = {le16(d, 6), control & 3, control >> 2 & 3, control >> 4 & 3, control >> 6 & 3, d.mid(12)};
+    return true;
+}
+} // namespace
+
+class tst_E2eLive : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void oscActsThroughTheKeys_data();
+    void oscActsThroughTheKeys();
+    void badInputAnsweredAndNothingSent();
+    void feedbackAndTallyFollowTheUnit();
+    void silentUnitIsShown();
+    void noOptionOpensNothing();
+
+private:
+    void oscsend(const QStringList &message);
+    // Runs `body` with the panel of `unit` open, then goes back to the search window.
+    void withPanel(Unit unit, const std::function<void(QWidget *)> &body);
+    // New oscdump lines (without their time tag) until `want` shows, or all of them on timeout.
+    bool dumpShows(const QString &want, int ms = 4000);
+    bool dumpShows(const QRegularExpression &want, int ms = 4000);
+    // The newest display of each index read from the tally socket until `done` holds.
+    bool tallyUntil(const std::function<bool(const QMap<int, Display> &)> &done, int ms = 4000);
+    int framesTo(Unit unit, const QString &command);
+
+    QStringList m_units;
+    std::unique_ptr<showsearch> m_window;
+    std::unique_ptr<LiveProduction> m_live;
+    QString m_oscsend, m_oscdump;
+    QProcess m_dump;
+    QStringList m_dumped;
+    QUdpSocket m_tally;
+    QMap<int, Display> m_displays;
+};
+
+void tst_E2eLive::initTestCase()
+{
+    m_units = qEnvironmentVariable("LAB_UNITS").split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    QVERIFY2(m_units.size() == UnitCount, "run me through lab/lab.sh with the six units of CMakeLists.txt");
+    m_oscsend = QStandardPaths::findExecutable(QStringLiteral("oscsend"));
+    m_oscdump = QStandardPaths::findExecutable(QStringLiteral("oscdump"));
+    QVERIFY2(!m_oscsend.isEmpty() && !m_oscdump.isEmpty(),
+             "oscsend and oscdump are missing: install liblo-tools (scripts/install-deps.sh)");
+    QVERIFY(m_tally.bind(QHostAddress::LocalHost, TallyPort));
+
+    LiveOptions options;
+    QVERIFY(options.setOscPort(QString::number(OscPort)).isEmpty());
+    QVERIFY(options.addTslTarget(QStringLiteral("127.0.0.1:%1").arg(TallyPort)).isEmpty());
+    QVERIFY(options.setFollowMs(QString::number(FollowMs)).isEmpty());
+    m_live = std::make_unique<LiveProduction>(options);
+    QString error;
+    QVERIFY2(m_live->start(&error), qPrintable(error));
+    m_window = std::make_unique<showsearch>();
+    connect(m_window.get(), &showsearch::panelOpened, m_live.get(), &LiveProduction::panelOpened);
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+
+    m_dump.start(m_oscdump, {QStringLiteral("-L"), QString::number(DumpPort)});
+    QVERIFY(m_dump.waitForStarted());
+}
+
+void tst_E2eLive::cleanupTestCase()
+{
+    m_dump.kill();
+    m_dump.waitForFinished();
+}
+
+void tst_E2eLive::oscsend(const QStringList &message)
+{
+    QProcess p;
+    p.start(m_oscsend, QStringList{QStringLiteral("127.0.0.1"), QString::number(OscPort)} + message);
+    QVERIFY2(p.waitForFinished(5000) && p.exitCode() == 0, qPrintable(p.readAllStandardError()));
+}
+
+int tst_E2eLive::framesTo(Unit unit, const QString &command)
+{
+    return LabState::logCount(QStringLiteral("^rx unit=%1 board=main %2").arg(m_units.at(unit), command));
+}
+
+bool tst_E2eLive::dumpShows(const QString &want, int ms)
+{
+    return QTest::qWaitFor(
+        [&] {
+            while (m_dump.canReadLine())
+                m_dumped << QString::fromUtf8(m_dump.readLine()).trimmed().section(QLatin1Char(' '), 1);
+            return m_dumped.contains(want);
+        },
+        ms);
+}
+
+bool tst_E2eLive::dumpShows(const QRegularExpression &want, int ms)
+{
+    return QTest::qWaitFor(
+        [&] {
+            dumpShows(QString(), 0);
+            return !m_dumped.filter(want).isEmpty();
+        },
+        ms);
+}
+
+bool tst_E2eLive::tallyUntil(const std::function<bool(const QMap<int, Display> &)> &done, int ms)
+{
+    return QTest::qWaitFor(
+        [&] {
+            while (m_tally.hasPendingDatagrams()) {
+                Display d;
+                if (decode(m_tally.receiveDatagram().data(), &d))
+                    m_displays.insert(d.index, d);
+            }
+            return done(m_displays);
+        },
+        ms);
+}
+
+void tst_E2eLive::withPanel(Unit unit, const std::function<void(QWidget *)> &body)
+{
+    const QString ip = m_units.at(unit);
+    QListWidget *list = m_window->deviceList();
+    QListWidgetItem *item = nullptr;
+    QVERIFY(QTest::qWaitFor(
+        [&] {
+            const auto found = list->findItems(QStringLiteral(": ") + ip, Qt::MatchEndsWith);
+            item = found.size() == 1 ? found.first() : nullptr;
+            // The HIS board too: a panel bound before its reply would have none.
+            for (int i = 0; item && i < m_window->link()->DevInfo_DATA_IDX(); ++i) {
+                const DevInfo_DATA &d = m_window->link()->devices()[i];
+                if (SWITCHER_DATA::dottedIp(d.ip) == ip)
+                    return unit == Truck || d.ip2 != 0;
+            }
+            return false;
+        },
+        10000));
+    list->scrollToItem(item);
+    const QPoint at = list->visualItemRect(item).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+
+    if (unit == Truck) {
+        // Modal: driven from inside its own loop, then closed.
+        bool ran = false;
+        ModalWatch watch([&](QWidget *panel) {
+            body(panel);
+            ran = true;
+            panel->close();
+        });
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+        QVERIFY(ran);
+        return;
+    }
+    const QList<QWidget *> before = QApplication::topLevelWidgets();
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    QPointer<QWidget> panel;
+    for (QWidget *w : QApplication::topLevelWidgets()) {
+        if (w != m_window.get() && w->isVisible() && !before.contains(w))
+            panel = w;
+    }
+    QVERIFY(panel);
+    // Bound: its first state request reached the unit.
+    QTRY_VERIFY_WITH_TIMEOUT(framesTo(unit, QStringLiteral("cmd=0x49 ")) > 0 || unit == Truck, 5000);
+    body(panel);
+    // Hidden and freed, with its link: the next panel takes port 7000.
+    panel->hide();
+    delete panel;
+    m_window->showSearchPage();
+}
+
+void tst_E2eLive::oscActsThroughTheKeys_data()
+{
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<QStringList>("message");
+    QTest::addColumn<QString>("frame"); // as the emulator logs what reached the unit
+    auto row = [](const char *name, Unit u, const QStringList &message, const char *frame) {
+        QTest::newRow(name) << int(u) << message << QString::fromLatin1(frame);
+    };
+    row("RVX3210 programme 2", Desk, {"/kova/pgm", "i", "2"}, "cmd=0x80 data=02 ");
+    row("RVX3210 mix", Desk, {"/kova/transition", "s", "mix"}, "cmd=0x8d data= ");
+    row("RVX3410 recording", Recorder, {"/kova/rec", "i", "1"}, "cmd=0xb2 data=01 ");
+    row("RVX3220 preview 6", Truck, {"/kova/pvw", "i", "6"}, "cmd=0x81 data=06 ");
+    row("RVX5310 pop", Small, {"/kova/pop", "i", "1"}, "cmd=0xa7 data=01 ");
+    row("RVX5370 cut", Hall, {"/kova/cut"}, "cmd=0x83 data= ");
+    row("RVX5350 input 2 on air", Duo, {"/kova/pgm", "i", "2"}, "cmd=0x80 data=02 ");
+}
+
+void tst_E2eLive::oscActsThroughTheKeys()
+{
+    QFETCH(int, unit);
+    QFETCH(QStringList, message);
+    QFETCH(QString, frame);
+    withPanel(Unit(unit), [&](QWidget *) {
+        const int before = framesTo(Unit(unit), frame);
+        oscsend(message);
+        QTRY_COMPARE_WITH_TIMEOUT(framesTo(Unit(unit), frame), before + 1, 5000);
+    });
+}
+
+void tst_E2eLive::badInputAnsweredAndNothingSent()
+{
+    oscsend({"/kova/subscribe", "i", QString::number(DumpPort)});
+    // No panel: refused, and the subscriber hears the link is down.
+    oscsend({"/kova/cut"});
+    withPanel(Desk, [&](QWidget *) {
+        const int before = LabState::logCount(QStringLiteral("^rx unit=%1 ").arg(m_units.at(Desk)));
+        // Every kind of bad input, then one good command: only the good one reaches the unit.
+        for (const QStringList &bad : {QStringList{"/kova/pgm", "i", "9"},
+                                       {"/kova/pgm", "s", "two"},
+                                       {"/kova/explode"},
+                                       {"/kova/key", "s", "no-such-key"},
+                                       {"/kova/pop", "i", "1"},
+                                       {"/kova/fader", "f", "1.5"}})
+            oscsend(bad);
+        oscsend({"/kova/pvw", "i", "3"});
+        QTRY_COMPARE_WITH_TIMEOUT(framesTo(Desk, QStringLiteral("cmd=0x81 data=03 ")), 1, 5000);
+        // The state polls come and go meanwhile; apart from them only the preview went out.
+        const int after = LabState::logCount(QStringLiteral("^rx unit=%1 ").arg(m_units.at(Desk)));
+        const int polls =
+            LabState::logCount(QStringLiteral("^rx unit=%1 board=main cmd=0x49 ").arg(m_units.at(Desk)));
+        QVERIFY(after - before <= 1 + polls);
+    });
+    // The refusals reach only the sender (oscsend, which has gone); the subscriber sees none.
+    QVERIFY(!dumpShows(QStringLiteral("/kova/error"), 300));
+    oscsend({"/kova/unsubscribe", "i", QString::number(DumpPort)});
+}
+
+void tst_E2eLive::feedbackAndTallyFollowTheUnit()
+{
+    withPanel(Small, [&](QWidget *) {
+        m_dumped.clear();
+        oscsend({"/kova/subscribe", "i", QString::number(DumpPort)});
+        // The whole state at once: the model, the unit's address, the link and the fields.
+        QVERIFY(dumpShows(QStringLiteral("/kova/unit s \"%1\"").arg(m_units.at(Small))));
+        QVERIFY(m_dumped.contains(QStringLiteral("/kova/link i 1")));
+        QVERIFY(m_dumped.contains(QStringLiteral("/kova/model s \"RVX5310\"")));
+        // The unit's fields as soon as its state is in.
+        QVERIFY2(dumpShows(QRegularExpression(QStringLiteral("^/kova/pgm i \\d$"))),
+                 qPrintable(m_dumped.join(QLatin1Char('\n'))));
+
+        // A change made beside KOVA (a second sender putting input 3 on the programme bus) is
+        // followed: it shows on the panel's subscribers and in the tally within two periods.
+        QUdpSocket other;
+        const QByteArray pgm3 = QByteArray::fromHex("a56c1500a5ff0100000000000000000080034e03ae");
+        other.writeDatagram(pgm3, QHostAddress(m_units.at(Small)), 7000);
+        QVERIFY2(dumpShows(QStringLiteral("/kova/pgm i 3"), 2 * FollowMs + 1500),
+                 qPrintable(m_dumped.join('\n')));
+        QVERIFY(tallyUntil([](const QMap<int, Display> &d) {
+            return d.value(3).rightTally == 1 && d.value(3).textTally == 1 && d.value(3).brightness == 3;
+        }));
+        QCOMPARE(m_displays.value(3).text, QByteArray("3"));
+        // An OSC cut: the unit swaps its buses, and the feedback says so.
+        const int preview = m_dumped.filter(QStringLiteral("/kova/pvw i ")).last().section(' ', 2).toInt();
+        oscsend({"/kova/cut"});
+        QVERIFY(dumpShows(QStringLiteral("/kova/pgm i %1").arg(preview), 2 * FollowMs + 1500));
+        QVERIFY(tallyUntil([preview](const QMap<int, Display> &d) {
+            return d.value(preview).rightTally == 1 && d.value(3).leftTally == 2;
+        }));
+    });
+    // No panel: every tally off.
+    QVERIFY(tallyUntil([](const QMap<int, Display> &d) {
+        for (const Display &x : d)
+            if (x.rightTally || x.textTally || x.leftTally)
+                return false;
+        return !d.isEmpty();
+    }));
+    oscsend({"/kova/unsubscribe", "i", QString::number(DumpPort)});
+}
+
+void tst_E2eLive::silentUnitIsShown()
+{
+    withPanel(Hall, [&](QWidget *panel) {
+        oscsend({"/kova/subscribe", "i", QString::number(DumpPort)});
+        QVERIFY(dumpShows(QStringLiteral("/kova/link i 1")));
+        m_dumped.clear();
+        auto *mark = panel->findChild<NoReplyMark *>();
+        QVERIFY(mark && !mark->isVisible());
+        // The emulator stopped: the next poll goes unanswered for a second.
+        QProcess::execute(QStringLiteral("pkill"),
+                          {QStringLiteral("-STOP"), QStringLiteral("-x"), QStringLiteral("kova-emulator")});
+        QTRY_VERIFY_WITH_TIMEOUT(mark->isVisible(), 1000 + 2 * FollowMs + 500);
+        QCOMPARE(mark->text(), QStringLiteral("NO REPLY"));
+        QVERIFY(dumpShows(QStringLiteral("/kova/link i 0")));
+        QVERIFY(tallyUntil([](const QMap<int, Display> &d) {
+            for (const Display &x : d)
+                if (x.rightTally || x.textTally || x.leftTally)
+                    return false;
+            return true;
+        }));
+        // Started again: the next reply clears all three.
+        QProcess::execute(QStringLiteral("pkill"),
+                          {QStringLiteral("-CONT"), QStringLiteral("-x"), QStringLiteral("kova-emulator")});
+        QTRY_VERIFY_WITH_TIMEOUT(!mark->isVisible(), 2 * FollowMs + 1500);
+        QVERIFY(dumpShows(QStringLiteral("/kova/link i 1")));
+        QVERIFY(tallyUntil([](const QMap<int, Display> &d) {
+            for (const Display &x : d)
+                if (x.rightTally == 1)
+                    return true;
+            return false;
+        }));
+        oscsend({"/kova/unsubscribe", "i", QString::number(DumpPort)});
+    });
+}
+
+// The shipped program with no option opens only its search socket until a panel is opened;
+// with --osc-port it opens that port besides.
+void tst_E2eLive::noOptionOpensNothing()
+{
+    QTemporaryDir config;
+    auto localPorts = [](qint64 pid) {
+        // The inodes of the process's sockets, from its descriptors' links ("socket:[123]").
+        QSet<QString> inodes;
+        const QString fds = QStringLiteral("/proc/%1/fd").arg(pid);
+        for (const QString &fd :
+             QDir(fds).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
+            char target[64] = {};
+            const QByteArray path = QFile::encodeName(fds + QLatin1Char('/') + fd);
+            if (::readlink(path.constData(), target, sizeof target - 1) > 0 &&
+                QByteArray(target).startsWith("socket:["))
+                inodes << QString::fromLatin1(QByteArray(target).mid(8).chopped(1));
+        }
+        QSet<int> ports;
+        QFile udp(QStringLiteral("/proc/%1/net/udp").arg(pid));
+        if (udp.open(QIODevice::ReadOnly)) {
+            for (const QByteArray &line : udp.readAll().split('\n').mid(1)) {
+                const QList<QByteArray> f = line.simplified().split(' ');
+                if (f.size() > 9 && inodes.contains(QString::fromLatin1(f.at(9))))
+                    ports << f.at(1).split(':').value(1).toInt(nullptr, 16);
+            }
+        }
+        return ports;
+    };
+    for (const QStringList &args : {QStringList{}, QStringList{"--osc-port", "9400"}}) {
+        QProcess kova;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("XDG_CONFIG_HOME"), config.path());
+        kova.setProcessEnvironment(env);
+        kova.start(QStringLiteral(KOVA_BINARY), args);
+        QVERIFY(kova.waitForStarted());
+        // The search socket (an ephemeral port it broadcasts from) comes first; with the remote
+        // on, its port is there from the start.
+        QSet<int> ports;
+        QVERIFY(QTest::qWaitFor([&] { return !(ports = localPorts(kova.processId())).isEmpty(); }, 10000));
+        QTest::qWait(500);
+        ports = localPorts(kova.processId());
+        kova.kill();
+        kova.waitForFinished();
+        QCOMPARE(ports.size(), args.isEmpty() ? 1 : 2);
+        QCOMPARE(ports.contains(9400), !args.isEmpty());
+    }
+}
+
+QTEST_MAIN(tst_E2eLive)
+#include "tst_e2e_live.moc"
