@@ -27,6 +27,7 @@ void nameRows3210(PanelKeys *keys, Rvx3210PanelFrame *frame, Upper_Widget *upper
     keys->nameKey(QStringLiteral("f1"), upper->btnF1());
     keys->nameKey(QStringLiteral("f2"), upper->btnF2());
     keys->nameKey(QStringLiteral("f3"), upper->btnF3());
+    keys->nameKey(QStringLiteral("f7"), upper->btnF7());
     keys->nameKey(QStringLiteral("ds"), upper->btnRead());
     keys->nameKey(QStringLiteral("afv"), middle->btnAFV());
     keys->nameKey(QStringLiteral("audio-mix"), middle->btnMIX());
@@ -88,7 +89,6 @@ void nameRemoteKeys(PanelKind kind, QWidget *panel)
     case PanelKind::Rvx3210: {
         auto *p = static_cast<RVX3210UI *>(panel);
         nameRows3210(keys, p, p->upperRow(), p->middleRow());
-        keys->nameKey(QStringLiteral("f7"), p->upperRow()->btnF7());
         return;
     }
     case PanelKind::Rvx3410: {
