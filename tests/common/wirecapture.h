@@ -10,14 +10,15 @@
 #include <functional>
 #include <utility>
 
-// A unit on the loopback: listens on <address>:7000 and hands back what arrived, in order. A
-// marker sent after an action bounds the capture, so "nothing was sent" needs no fixed wait.
+// A unit on the loopback (or any other listener): listens on <address>:<port> and hands back
+// what arrived, in order. A marker sent after an action bounds the capture, so "nothing was
+// sent" needs no fixed wait.
 class WireCapture
 {
 public:
-    explicit WireCapture(const QString &address = QStringLiteral("127.0.0.2"))
+    explicit WireCapture(const QString &address = QStringLiteral("127.0.0.2"), quint16 port = 7000)
     {
-        m_ok = m_socket.bind(QHostAddress(address), 7000,
+        m_ok = m_socket.bind(QHostAddress(address), port,
                              QUdpSocket::ShareAddress | QUdpSocket::ReuseAddressHint);
     }
 

@@ -1,6 +1,7 @@
 // The UMD tally as a listener on the loopback sees it. Every datagram is decoded here, field by
 // field from the published layout, never with the code under test.
 #include "live/tsltally.h"
+#include "wirecapture.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
@@ -14,61 +15,22 @@ namespace {
 const QStringList In = {"IN1", "IN2", "IN3", "IN4"};
 
 // A listener on 127.0.0.1:<port>.
-class Listener
+class Listener : public WireCapture
 {
 public:
-    explicit Listener(quint16 port) : m_port(port) { m_ok = m_socket.bind(QHostAddress::LocalHost, port); }
-    bool isBound() const { return m_ok; }
+    explicit Listener(quint16 port) : WireCapture(QStringLiteral("127.0.0.1"), port), m_port(port) {}
     TslTarget target() const { return {QHostAddress(QHostAddress::LocalHost), m_port}; }
 
-    // What arrived before a marker sent now: the loopback queues datagrams in the order they
-    // were sent, so "nothing else was sent" needs no fixed wait.
+    // What arrived before a marker sent now.
     QList<QByteArray> sinceLast()
     {
         const QByteArray marker("-- marker --");
         QUdpSocket().writeDatagram(marker, QHostAddress::LocalHost, m_port);
-        if (!waitUntil([&] { return m_got.contains(marker); }, 3000))
-            return {"marker lost"};
-        const int at = m_got.indexOf(marker);
-        const QList<QByteArray> before = m_got.mid(0, at);
-        m_got = m_got.mid(at + 1);
-        return before;
-    }
-
-    // What arrived until `count` datagrams are held or `ms` have passed.
-    QList<QByteArray> take(int count, int ms)
-    {
-        waitUntil([&] { return m_got.size() >= count; }, ms);
-        return std::exchange(m_got, {});
+        return until(marker);
     }
 
 private:
-    bool waitUntil(const std::function<bool()> &done, int ms)
-    {
-        QElapsedTimer clock;
-        clock.start();
-        for (drain(); !done(); drain()) {
-            if (clock.elapsed() > ms)
-                return false;
-            QSignalSpy spy(&m_socket, &QUdpSocket::readyRead);
-            if (!m_socket.hasPendingDatagrams())
-                spy.wait(50);
-        }
-        return true;
-    }
-    void drain()
-    {
-        while (m_socket.hasPendingDatagrams()) {
-            QByteArray d(int(m_socket.pendingDatagramSize()), '\0');
-            m_socket.readDatagram(d.data(), d.size());
-            m_got << d;
-        }
-    }
-
-    QUdpSocket m_socket;
     quint16 m_port;
-    bool m_ok = false;
-    QList<QByteArray> m_got;
 };
 
 // One datagram as "index text rhN txN lhN" (the three tallies), or what is wrong with it. Every
