@@ -42,14 +42,17 @@ inline bool save(QWidget *panel, const QDir &out, const char *name, int settleMs
 
 // The program: opens the first unit the search lists as a `Panel` and hands it to `pictures`
 // with the folder named on the command line (default: here). Exits 1 when no panel opened or
-// a picture was not written.
+// a picture was not written. `setUp` sees the search window before anything opens.
 template <class Panel>
-int run(int argc, char **argv, const char *model, const std::function<bool(Panel *, const QDir &)> &pictures)
+int run(int argc, char **argv, const char *model, const std::function<bool(Panel *, const QDir &)> &pictures,
+        const std::function<void(showsearch *)> &setUp = nullptr)
 {
     QApplication app(argc, argv);
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     const QDir out(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("."));
     showsearch window;
+    if (setUp)
+        setUp(&window);
     window.show();
     QListWidget *list = window.deviceList();
     if (!QTest::qWaitFor([list] { return list->count() > 0; }, 10000)) {

@@ -38,6 +38,7 @@ shots=(
     "rvx5370_screenshot type=0x51,name=Stage"
     "rvx5350_screenshot type=0x55,name=Hall"
     "rvx5120_screenshot type=0x21,name=Desk"
+    "live_screenshot type=0x4f,name=Control"
 )
 
 wanted() {
