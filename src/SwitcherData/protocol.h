@@ -16,6 +16,49 @@ constexpr uint8_t CmdHisAddress = 0x24;
 constexpr uint8_t CmdHisDns = 0x23;
 constexpr uint8_t CmdReadUrl = 0x6A;
 constexpr uint8_t CmdSetUrl = 0x67;
+// Command codes, the same in every family that has the command. Where the families differ
+// (the transition keys, the rate, the RVX3220's wipe) the family's link names its own.
+namespace Cmd {
+constexpr uint8_t Pgm = 0x80;
+constexpr uint8_t Pvw = 0x81;
+constexpr uint8_t Tbar = 0x82;
+constexpr uint8_t Cut = 0x83;
+constexpr uint8_t Auto = 0x84;
+constexpr uint8_t Ftb = 0x85;
+constexpr uint8_t Pip = 0x86;
+constexpr uint8_t Stream = 0x87;
+constexpr uint8_t WipePattern = 0x92;
+constexpr uint8_t PipBorderEnable = 0x9D;
+constexpr uint8_t PipBorderColor = 0x9E;
+constexpr uint8_t PipBorderWidth = 0x9F;
+constexpr uint8_t PipH = 0xA0;
+constexpr uint8_t PipV = 0xA1;
+constexpr uint8_t PipSize = 0xA2;
+constexpr uint8_t Format = 0xA3;
+constexpr uint8_t Pop = 0xA7;
+constexpr uint8_t PopWindow = 0xA8;
+constexpr uint8_t PopBorderEnable = 0xA9;
+constexpr uint8_t PopBorderColor = 0xAA;
+constexpr uint8_t PopBorderWidth = 0xAB;
+constexpr uint8_t PopH = 0xAC;
+constexpr uint8_t PopV = 0xAD;
+constexpr uint8_t Rec = 0xB2;
+constexpr uint8_t Levels = 0xB4;
+constexpr uint8_t Level3220 = 0xB8; // the RVX3220's level: source code, then level
+constexpr uint8_t Ch1Source = 0xB9;
+constexpr uint8_t Ch2Source = 0xBA;
+constexpr uint8_t Pause = 0xC5;
+constexpr uint8_t AudioMix = 0xCB;
+constexpr uint8_t AudioAfv = 0xCC;
+constexpr uint8_t Still = 0xCD;
+constexpr uint8_t Ch1Level = 0xCE;
+constexpr uint8_t Ch2Level = 0xCF;
+constexpr uint8_t F2 = 0xD0;
+constexpr uint8_t F3 = 0xD4;
+constexpr uint8_t Rotate = 0xD5;
+constexpr uint8_t F7 = 0xD6;
+} // namespace Cmd
+
 // State replies are cut into pieces at this byte value ('#').
 constexpr char StateSeparator = 0x23;
 

@@ -6,6 +6,8 @@
 #include <QDebug>
 #include <cstring>
 
+namespace Cmd = Protocol::Cmd;
+
 namespace {
 
 // Log labels, one per sender.
@@ -50,6 +52,10 @@ const char *const LabelReadUrl = "读取设备上His板URL信息 senbuf的数据
 const char *const LabelSetUrl = "设置设备上His板URL信息 senbuf的数据";
 const char *const LabelUrlPiece = "切割后的数据2";
 
+// The transition keys' codes of the units that report their state (the RVX3220's differ).
+constexpr uint8_t CmdMix = 0x8D;
+constexpr uint8_t CmdFade = 0x8E;
+constexpr uint8_t CmdSetWipe = 0x8F;
 constexpr uint8_t ChildRvx3410 = 0x27;
 // Sent as the unit expects them after the DNS address; their meaning is the HIS board's.
 constexpr uint8_t DnsTail[] = {0x02, 0x50, 0x3B, 0x8C};
@@ -118,92 +124,92 @@ void ReportingLink::SendCMDRead3210state()
 }
 void ReportingLink::SendCDMPGMCH(uint8_t ch)
 {
-    sendMain(LabelPgm, 0x80, {ch});
+    sendMain(LabelPgm, Cmd::Pgm, {ch});
 }
 void ReportingLink::SendCMDPVWCH(uint8_t ch)
 {
-    sendMain(LabelPvw, 0x81, {ch});
+    sendMain(LabelPvw, Cmd::Pvw, {ch});
 }
 void ReportingLink::SwndCMDslider(uint8_t a, uint8_t b)
 {
-    sendMain(LabelSlider, 0x82, {a, b});
+    sendMain(LabelSlider, Cmd::Tbar, {a, b});
 }
 void ReportingLink::SendCMDCUT()
 {
-    sendMain(LabelCut, 0x83);
+    sendMain(LabelCut, Cmd::Cut);
 }
 void ReportingLink::SendCMDAUTO()
 {
-    sendMain(LabelAuto, 0x84);
+    sendMain(LabelAuto, Cmd::Auto);
 }
 void ReportingLink::SendCMDFTB()
 {
-    sendMain(LabelFtb, 0x85);
+    sendMain(LabelFtb, Cmd::Ftb);
 }
 void ReportingLink::SendCMDPIP(uint8_t on)
 {
-    sendMain(LabelPip, 0x86, {on});
+    sendMain(LabelPip, Cmd::Pip, {on});
 }
 void ReportingLink::SendCMDSTREAM(int v)
 {
-    sendMain(LabelStream, 0x87, {uint8_t(v & 0xFF)});
+    sendMain(LabelStream, Cmd::Stream, {uint8_t(v & 0xFF)});
 }
 
 void ReportingLink::SendCMDTRANSITIONS(uint8_t t)
 {
     if (t == 1) {
-        sendMain(LabelTransitions, 0x8D);
+        sendMain(LabelTransitions, CmdMix);
     } else if (t == 2) {
-        sendMain(LabelTransitions, 0x8E);
+        sendMain(LabelTransitions, CmdFade);
     } else if (t >= 3 && t <= 6) {
         SET_WIPE();
-        sendMain(LabelTransitions, 0x92, {m_family.wipePatterns[t - 3]});
+        sendMain(LabelTransitions, Cmd::WipePattern, {m_family.wipePatterns[t - 3]});
     }
 }
 
 void ReportingLink::SET_WIPE()
 {
-    sendMain(LabelSetWipe, 0x8F);
+    sendMain(LabelSetWipe, CmdSetWipe);
 }
 void ReportingLink::SendCMDPIP_Border_Enable(uint8_t v)
 {
-    sendMain(LabelPipBorderEnable, 0x9D, {v});
+    sendMain(LabelPipBorderEnable, Cmd::PipBorderEnable, {v});
 }
 void ReportingLink::SendCMDPIP_Border_Color(uint8_t v)
 {
-    sendMain(LabelPipBorderColor, 0x9E, {v});
+    sendMain(LabelPipBorderColor, Cmd::PipBorderColor, {v});
 }
 void ReportingLink::SendCMDPIP_Border_Width(uint8_t v)
 {
-    sendMain(LabelPipBorderWidth, 0x9F, {v});
+    sendMain(LabelPipBorderWidth, Cmd::PipBorderWidth, {v});
 }
 
 // Positions go out low byte first, although the state record reports them high byte first.
 void ReportingLink::SendCMDPIP_H_Position(uint16_t v)
 {
-    sendMain(LabelPipHPosition, 0xA0, {QLOBYTE(v), QHIBYTE(v)});
+    sendMain(LabelPipHPosition, Cmd::PipH, {QLOBYTE(v), QHIBYTE(v)});
 }
 
 void ReportingLink::SendCMDPIP_V_Position(uint16_t v)
 {
-    sendMain(LabelPipVPosition, 0xA1, {QLOBYTE(v), QHIBYTE(v)});
+    sendMain(LabelPipVPosition, Cmd::PipV, {QLOBYTE(v), QHIBYTE(v)});
 }
 
 void ReportingLink::SendCMDPIP_Border_Size(uint8_t v)
 {
-    sendMain(LabelPipBorderSize, 0xA2, {v});
+    sendMain(LabelPipBorderSize, Cmd::PipSize, {v});
 }
 void ReportingLink::SendCMDF1(int index)
 {
     if (!m_family.formatByTable) {
-        sendMain(LabelF1, 0xA3, {uint8_t(index & 0xFF)});
+        sendMain(LabelF1, Cmd::Format, {uint8_t(index & 0xFF)});
         return;
     }
     // Callers pass list positions only; one outside the table sends nothing rather than a
     // byte read from beyond it.
     const int code = Protocol::outputFormatCode(index);
     if (code >= 0)
-        sendMain(LabelF1, 0xA3, {uint8_t(code)});
+        sendMain(LabelF1, Cmd::Format, {uint8_t(code)});
 }
 void ReportingLink::SendCMDRATE(uint8_t r)
 {
@@ -211,62 +217,62 @@ void ReportingLink::SendCMDRATE(uint8_t r)
 }
 void ReportingLink::SendCMDREC(int v)
 {
-    sendMain(LabelRec, 0xB2, {uint8_t(v & 0xFF)});
+    sendMain(LabelRec, Cmd::Rec, {uint8_t(v & 0xFF)});
 }
 
 void ReportingLink::SendCMDLeftSliderVOL(uint8_t ch1, uint8_t ch2, uint8_t ch3, uint8_t master)
 {
-    sendMain(LabelLevels, 0xB4, {ch1, ch2, ch3, master});
+    sendMain(LabelLevels, Cmd::Levels, {ch1, ch2, ch3, master});
 }
 
 // A list position outside the source table sends source 0, as the lists never offer one.
 void ReportingLink::SendCMDCH1(int index)
 {
-    sendMain(LabelCh1, 0xB9, {uint8_t(qMax(0, Protocol::audioSourceCode(index)))});
+    sendMain(LabelCh1, Cmd::Ch1Source, {uint8_t(qMax(0, Protocol::audioSourceCode(index)))});
 }
 void ReportingLink::SendCMDCH2(int index)
 {
-    sendMain(LabelCh2, 0xBA, {uint8_t(qMax(0, Protocol::audioSourceCode(index)))});
+    sendMain(LabelCh2, Cmd::Ch2Source, {uint8_t(qMax(0, Protocol::audioSourceCode(index)))});
 }
 void ReportingLink::SendCMDPAUSE()
 {
-    sendMain(LabelPause, 0xC5);
+    sendMain(LabelPause, Cmd::Pause);
 }
 void ReportingLink::SendCMDMIX()
 {
-    sendMain(LabelMix, 0xCB);
+    sendMain(LabelMix, Cmd::AudioMix);
 }
 void ReportingLink::SendCMDAFV()
 {
-    sendMain(LabelAfv, 0xCC);
+    sendMain(LabelAfv, Cmd::AudioAfv);
 }
 void ReportingLink::SendCMDSTILL()
 {
-    sendMain(LabelStill, 0xCD);
+    sendMain(LabelStill, Cmd::Still);
 }
 void ReportingLink::SendCMDCH1_VOL(uint8_t v)
 {
-    sendMain(LabelCh1Vol, 0xCE, {v});
+    sendMain(LabelCh1Vol, Cmd::Ch1Level, {v});
 }
 void ReportingLink::SendCMDCH2_VOL(uint8_t v)
 {
-    sendMain(LabelCh2Vol, 0xCF, {v});
+    sendMain(LabelCh2Vol, Cmd::Ch2Level, {v});
 }
 void ReportingLink::SendCMDF2()
 {
-    sendMain(LabelF2, 0xD0);
+    sendMain(LabelF2, Cmd::F2);
 }
 void ReportingLink::SendCMDF3()
 {
-    sendMain(LabelF3, 0xD4);
+    sendMain(LabelF3, Cmd::F3);
 }
 void ReportingLink::SendCMDROTATE()
 {
-    sendMain(LabelPause, 0xD5);
+    sendMain(LabelPause, Cmd::Rotate);
 }
 void ReportingLink::SendCMDF7()
 {
-    sendMain(LabelF7, 0xD6);
+    sendMain(LabelF7, Cmd::F7);
 }
 void ReportingLink::SendCMD_SetIP(const QByteArray &ip, QString ipText)
 {

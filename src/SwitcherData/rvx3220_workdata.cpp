@@ -5,6 +5,8 @@
 
 #include <cstring>
 
+namespace Cmd = Protocol::Cmd;
+
 namespace {
 
 // Audio source list index -> source code. The unit has no source 0x02; the gap is its own.
@@ -14,7 +16,8 @@ const uint8_t CH_NB[8] = {0x00, 0x01, 0x03, 0x04, 0x05, 0x06, 0x07, 0x08};
 // one sends nothing rather than a byte read from beyond them.
 using Protocol::CmdReadState;
 constexpr uint8_t CmdWipe = 0x90;
-constexpr uint8_t CmdWipePattern = 0x92;
+constexpr uint8_t CmdMix = 0x8E;
+constexpr uint8_t CmdFade = 0x8F;
 constexpr uint8_t CmdSetIp = 5;
 
 } // namespace
@@ -85,22 +88,22 @@ void RVX3220_workdata::SendCMDReadstate()
 
 void RVX3220_workdata::SendCMDPGM(quint8 ch)
 {
-    send1(0x80, ch);
+    send1(Cmd::Pgm, ch);
 }
 
 void RVX3220_workdata::SendCMDPVW(quint8 ch)
 {
-    send1(0x81, ch);
+    send1(Cmd::Pvw, ch);
 }
 
 void RVX3220_workdata::SwndCMDslider(quint8 stroke, quint8 travel)
 {
-    send2(0x82, stroke, travel);
+    send2(Cmd::Tbar, stroke, travel);
 }
 
 void RVX3220_workdata::SendCMDCUT()
 {
-    send0(0x83);
+    send0(Cmd::Cut);
 }
 
 void RVX3220_workdata::SendCMDAUTO()
@@ -111,36 +114,20 @@ void RVX3220_workdata::SendCMDAUTO()
 
 void RVX3220_workdata::SendCMDPIP(quint8 on)
 {
-    send1(0x86, on);
+    send1(Cmd::Pip, on);
 }
 
 void RVX3220_workdata::SendCMDTRANSITIONS(quint8 effect)
 {
-    switch (effect) {
-    case 1:
-        send0(0x8E);
-        break;
-    case 2:
-        send0(0x8F);
-        break;
-    case 3:
+    // MIX and FADE have codes of their own here; a wipe is the wipe command, then its pattern
+    // (the RVX3210 family's patterns).
+    if (effect == 1)
+        send0(CmdMix);
+    else if (effect == 2)
+        send0(CmdFade);
+    else if (effect >= 3 && effect <= 6) {
         SET_WIPE();
-        send1(CmdWipePattern, 0x25);
-        break;
-    case 4:
-        SET_WIPE();
-        send1(CmdWipePattern, 0x29);
-        break;
-    case 5:
-        SET_WIPE();
-        send1(CmdWipePattern, 0x23);
-        break;
-    case 6:
-        SET_WIPE();
-        send1(CmdWipePattern, 0x27);
-        break;
-    default:
-        break;
+        send1(Cmd::WipePattern, Protocol::WipePatterns3210[effect - 3]);
     }
 }
 
@@ -151,74 +138,74 @@ void RVX3220_workdata::SET_WIPE()
 
 void RVX3220_workdata::SendCMDPIP_Border_Enable(quint8 v)
 {
-    send1(0x9D, v);
+    send1(Cmd::PipBorderEnable, v);
 }
 
 void RVX3220_workdata::SendCMDPIP_Border_Color(quint8 v)
 {
-    send1(0x9E, v);
+    send1(Cmd::PipBorderColor, v);
 }
 
 void RVX3220_workdata::SendCMDPIP_Border_Width(quint8 v)
 {
-    send1(0x9F, v);
+    send1(Cmd::PipBorderWidth, v);
 }
 
 void RVX3220_workdata::SendCMDPIP_H_Position(quint16 x)
 {
-    send2(0xA0, QLOBYTE(x), QHIBYTE(x));
+    send2(Cmd::PipH, QLOBYTE(x), QHIBYTE(x));
 }
 
 void RVX3220_workdata::SendCMDPIP_V_Position(quint16 y)
 {
-    send2(0xA1, QLOBYTE(y), QHIBYTE(y));
+    send2(Cmd::PipV, QLOBYTE(y), QHIBYTE(y));
 }
 
 void RVX3220_workdata::SendCMDPIP_Border_Size(quint8 v)
 {
-    send1(0xA2, v);
+    send1(Cmd::PipSize, v);
 }
 
 void RVX3220_workdata::SendCMDPGM_OUT(int index)
 {
     const int code = Protocol::outputFormatCode(index);
     if (code >= 0)
-        send1(0xA3, uint8_t(code));
+        send1(Cmd::Format, uint8_t(code));
 }
 
 void RVX3220_workdata::SendCMDPOP(quint8 on)
 {
-    send1(0xA7, on);
+    send1(Cmd::Pop, on);
 }
 
 void RVX3220_workdata::SendCMDPOP_Window(quint8 w)
 {
-    send1(0xA8, w);
+    send1(Cmd::PopWindow, w);
 }
 
 void RVX3220_workdata::SendCMDPOP_Border_Enable(quint8 on)
 {
-    send1(0xA9, on);
+    send1(Cmd::PopBorderEnable, on);
 }
 
 void RVX3220_workdata::SendCMDPOP_Border_Color(quint8 v)
 {
-    send1(0xAA, v);
+    send1(Cmd::PopBorderColor, v);
 }
 
 void RVX3220_workdata::SendCMDPOP_Border_Width(quint8 v)
 {
-    send1(0xAB, v);
+    send1(Cmd::PopBorderWidth, v);
 }
 
 void RVX3220_workdata::SendCMDPOP_H_Position(quint16 x)
 {
-    send2(0xAC, QLOBYTE(x), QHIBYTE(x));
+    send2(Cmd::PopH, QLOBYTE(x), QHIBYTE(x));
 }
 
 void RVX3220_workdata::SendCMDPOP_V_Position(quint16 y)
 {
-    send2(0xAD, QLOBYTE(y), QHIBYTE(y));
+    send2(Cmd::PopV, QLOBYTE(y), QHIBYTE(y));
 }
 
 // Both channels' volumes share one command code: the unit tells them apart by the source
@@ -227,38 +214,38 @@ void RVX3220_workdata::SendCMDCH1_VOL(int src, quint8 vol)
 {
     if (src < 0 || src >= int(sizeof(CH_NB)))
         return;
-    send2(0xB8, CH_NB[src], vol);
+    send2(Cmd::Level3220, CH_NB[src], vol);
 }
 
 void RVX3220_workdata::SendCMDCH2_VOL(int src, quint8 vol)
 {
     if (src < 0 || src >= int(sizeof(CH_NB)))
         return;
-    send2(0xB8, CH_NB[src], vol);
+    send2(Cmd::Level3220, CH_NB[src], vol);
 }
 
 void RVX3220_workdata::SendCMDCH1(int src)
 {
     if (src < 0 || src >= int(sizeof(CH_NB)))
         return;
-    send1(0xB9, CH_NB[src]);
+    send1(Cmd::Ch1Source, CH_NB[src]);
 }
 
 void RVX3220_workdata::SendCMDCH2(int src)
 {
     if (src < 0 || src >= int(sizeof(CH_NB)))
         return;
-    send1(0xBA, CH_NB[src]);
+    send1(Cmd::Ch2Source, CH_NB[src]);
 }
 
 void RVX3220_workdata::SendCMDMIX()
 {
-    send0(0xCB);
+    send0(Cmd::AudioMix);
 }
 
 void RVX3220_workdata::SendCMDAFV()
 {
-    send0(0xCC);
+    send0(Cmd::AudioAfv);
 }
 
 void RVX3220_workdata::SendCMD_IP(QByteArray &ip4, QString newIp)

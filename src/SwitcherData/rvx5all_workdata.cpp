@@ -4,6 +4,8 @@
 
 Q_LOGGING_CATEGORY(lc5all, "kova.rvx5all", QtInfoMsg)
 
+namespace Cmd = Protocol::Cmd;
+
 namespace {
 constexpr ReportingLink::FamilyCodes Rvx5AllCodes{0xA5, Protocol::WipePatterns5All, true, true};
 
@@ -20,33 +22,33 @@ RVX5ALL_workdata::RVX5ALL_workdata(QObject *parent)
 
 void RVX5ALL_workdata::SendCMDPOP(uint8_t v)
 {
-    sendMain(LabelPop, 0xA7, {v});
+    sendMain(LabelPop, Cmd::Pop, {v});
 }
 
 // The POP inset commands write no log line.
 void RVX5ALL_workdata::SendCMDPOP_Window(uint8_t v)
 {
-    sendMain(nullptr, 0xA8, {v});
+    sendMain(nullptr, Cmd::PopWindow, {v});
 }
 void RVX5ALL_workdata::SendCMDPOP_Border_Enable(uint8_t v)
 {
-    sendMain(nullptr, 0xA9, {v});
+    sendMain(nullptr, Cmd::PopBorderEnable, {v});
 }
 void RVX5ALL_workdata::SendCMDPOP_Border_Color(uint8_t v)
 {
-    sendMain(nullptr, 0xAA, {v});
+    sendMain(nullptr, Cmd::PopBorderColor, {v});
 }
 void RVX5ALL_workdata::SendCMDPOP_Border_Width(uint8_t v)
 {
-    sendMain(nullptr, 0xAB, {v});
+    sendMain(nullptr, Cmd::PopBorderWidth, {v});
 }
 void RVX5ALL_workdata::SendCMDPOP_H_Position(uint16_t p)
 {
-    sendMain(nullptr, 0xAC, {QLOBYTE(p), QHIBYTE(p)});
+    sendMain(nullptr, Cmd::PopH, {QLOBYTE(p), QHIBYTE(p)});
 }
 void RVX5ALL_workdata::SendCMDPOP_V_Position(uint16_t p)
 {
-    sendMain(nullptr, 0xAD, {QLOBYTE(p), QHIBYTE(p)});
+    sendMain(nullptr, Cmd::PopV, {QLOBYTE(p), QHIBYTE(p)});
 }
 
 void RVX5ALL_workdata::SendCMDPGMBAR(int v)
@@ -66,13 +68,13 @@ void RVX5ALL_workdata::SendCMDCH1_for5350(int index)
 {
     const int code = Protocol::audioSource5350Code(index);
     if (code >= 0)
-        sendMain(LabelCh5350, 0xB9, {uint8_t(code)});
+        sendMain(LabelCh5350, Cmd::Ch1Source, {uint8_t(code)});
 }
 void RVX5ALL_workdata::SendCMDCH2_for5350(int index)
 {
     const int code = Protocol::audioSource5350Code(index);
     if (code >= 0)
-        sendMain(LabelCh5350, 0xBA, {uint8_t(code)});
+        sendMain(LabelCh5350, Cmd::Ch2Source, {uint8_t(code)});
 }
 
 void RVX5ALL_workdata::perform(const Call &c)

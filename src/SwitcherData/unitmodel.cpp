@@ -26,7 +26,8 @@ const FamilyTraits Families[] = {
     {Family::Rvx3410, "RVX3410", "rvx3410", StateLayout::Rvx3410,
      Reporting |
          ActionSet{A::Level, A::Levels, A::F2, A::F7, A::Rec, A::Pause, A::Stream, A::Rotate, A::Menu},
-     4, true, Protocol::TravelMax, Protocol::PipHMax[0], Protocol::PipVMax[0], Protocol::AudioSourceCount, false},
+     4, true, Protocol::TravelMax, Protocol::PipHMax[0], Protocol::PipVMax[0], Protocol::AudioSourceCount,
+     false},
     {Family::Rvx3220, "RVX3220", "rvx3220", StateLayout::None,
      Common | ActionSet{A::Level, A::Pop, A::PopWindow, A::PopBorder, A::PopBorderColor, A::PopBorderWidth,
                         A::PopPosition},
