@@ -2,6 +2,7 @@
 
 #include "statelayout.h"
 
+#include <QMetaType>
 #include <QString>
 #include <cstdint>
 #include <initializer_list>
@@ -122,6 +123,8 @@ enum class PanelKind
     Rvx5350,
     Rvx5120,
 };
+
+Q_DECLARE_METATYPE(PanelKind)
 
 // The search window's model filters, by their key order.
 enum class ModelFilter

@@ -3,6 +3,7 @@
 #include "SwitcherData/workdata.h"
 #include "app/groupbox_right.h"
 #include "app/showsearch.h"
+#include "modalanswer.h"
 #include "testframes.h"
 
 #include <QApplication>
@@ -22,6 +23,7 @@ private slots:
     void replyAndSearchUnderAFilter();
     void openOnce_data();
     void openOnce();
+    void liveSettingsOnCtrlComma();
 
 private:
     void addUnit(const char *ip, uint8_t childType, const QByteArray &name, uint8_t idByte);
@@ -124,6 +126,9 @@ void tst_SearchWindow::openOnce()
     extern uint8_t GLOBAL_DEV_CHILD_TYPE;
     GLOBAL_DEV_CHILD_TYPE = 0;
     const QList<QWidget *> before = QApplication::topLevelWidgets();
+    qRegisterMetaType<PanelKind>();
+    qRegisterMetaType<uint8_t>("uint8_t");
+    QSignalSpy announced(m_window, &showsearch::panelOpened);
     QListWidget *list = m_window->deviceList();
     if (list->findItems(entry, Qt::MatchExactly).isEmpty())
         list->addItem(entry);
@@ -148,7 +153,28 @@ void tst_SearchWindow::openOnce()
     if (childType)
         QCOMPARE(QString::fromLatin1(opened.first()->metaObject()->className()),
                  QString::fromLatin1(childType == 0x55 ? "RVX5350" : "RVX3210UI"));
+    // The live features hear of the panel, its kind and the unit's type, before it shows.
+    QCOMPARE(announced.size(), childType ? 1 : 0);
+    if (childType) {
+        QCOMPARE(announced.first().at(0).value<QWidget *>(), opened.first());
+        QCOMPARE(announced.first().at(2).value<PanelKind>(),
+                 childType == 0x55 ? PanelKind::Rvx5350 : PanelKind::Rvx3210);
+        QCOMPARE(int(announced.first().at(3).value<uint8_t>()), childType);
+    }
     qDeleteAll(opened);
+}
+
+void tst_SearchWindow::liveSettingsOnCtrlComma()
+{
+    QString opened;
+    ModalWatch watch([&](QWidget *dialog) {
+        opened = QString::fromLatin1(dialog->metaObject()->className());
+        dialog->close();
+    });
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window));
+    QTest::keyClick(m_window, Qt::Key_Comma, Qt::ControlModifier);
+    QCOMPARE(opened, QStringLiteral("LiveSettingsDialog"));
 }
 
 QTEST_MAIN(tst_SearchWindow)
