@@ -25,6 +25,7 @@
 #include <arpa/inet.h>
 #include <atomic>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <deque>
