@@ -4,6 +4,7 @@
 #include "SwitcherData/workdata.h"
 #include "app/liveproduction.h"
 #include "app/showsearch.h"
+#include "common/keysheet.h"
 #include "common/noreplymark.h"
 #include "labstate.h"
 #include "modalanswer.h"
@@ -13,6 +14,7 @@
 #include <QNetworkDatagram>
 #include <QPointer>
 #include <QProcess>
+#include <QPushButton>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QUdpSocket>
@@ -287,7 +289,7 @@ void tst_E2eLive::badInputAnsweredAndNothingSent()
 
 void tst_E2eLive::feedbackAndTallyFollowTheUnit()
 {
-    withPanel(Small, [&](QWidget *) {
+    withPanel(Small, [&](QWidget *panel) {
         m_dumped.clear();
         oscsend({"/kova/subscribe", "i", QString::number(DumpPort)});
         // The whole state at once: the model, the unit's address, the link and the fields.
@@ -299,7 +301,7 @@ void tst_E2eLive::feedbackAndTallyFollowTheUnit()
                  qPrintable(m_dumped.join(QLatin1Char('\n'))));
 
         // A change made beside KOVA (a second sender putting input 3 on the programme bus) is
-        // followed: it shows on the panel's subscribers and in the tally within two periods.
+        // followed: it shows on the panel, to its subscribers and in the tally within two periods.
         QUdpSocket other;
         const QByteArray pgm3 = QByteArray::fromHex("a56c1500a5ff0100000000000000000080034e03ae");
         other.writeDatagram(pgm3, QHostAddress(m_units.at(Small)), 7000);
@@ -309,6 +311,8 @@ void tst_E2eLive::feedbackAndTallyFollowTheUnit()
             return d.value(3).rightTally == 1 && d.value(3).textTally == 1 && d.value(3).brightness == 3;
         }));
         QCOMPARE(m_displays.value(3).text, QByteArray("3"));
+        QCOMPARE(panel->findChild<QPushButton *>(QStringLiteral("btn_pgm3"))->styleSheet(),
+                 QString::fromLatin1(KeySheet::GradientRed));
         // An OSC cut: the unit swaps its buses, and the feedback says so.
         const int preview = m_dumped.filter(QStringLiteral("/kova/pvw i ")).last().section(' ', 2).toInt();
         oscsend({"/kova/cut"});
