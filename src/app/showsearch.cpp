@@ -259,7 +259,7 @@ void showsearch::openPanel(PanelKind panel, const UnitAddress &unit, const UnitA
 
 void showsearch::showLiveSettings()
 {
-    QSettings settings(QLatin1String(LiveOptions::Organisation), QLatin1String(LiveOptions::Application));
+    QSettings settings{QString::fromLatin1(LiveOptions::Organisation), QString::fromLatin1(LiveOptions::Application)};
     LiveSettingsDialog dialog(settings, this);
     dialog.exec();
 }
