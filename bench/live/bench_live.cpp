@@ -15,6 +15,7 @@
 #include "RVX5310/rvx5310dialog.h"
 #include "SwitcherData/rvx5all_workdata.h"
 #include "app/liveproduction.h"
+#include "testframes.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -122,17 +123,7 @@ QByteArray stateReply(uint8_t pgm)
 {
     QByteArray record = QByteArray::fromHex("0102010332043c020200000000020200000000000007000000");
     record[0] = char(pgm);
-    QByteArray f = QByteArray::fromHex("a56c0000a5ff0100000000000000000049") + "#\x01#" + record + "#";
-    const int length = f.size() + 3;
-    f[2] = char(length & 0xFF);
-    f[3] = char(length >> 8);
-    quint16 sum = 0;
-    for (char c : f)
-        sum = quint16(sum + uint8_t(c));
-    f.append(char(sum & 0xFF));
-    f.append(char(sum >> 8));
-    f.append(char(0xAE));
-    return f;
+    return reply(0xA5FF, 0x49, "#\x01#" + record + "#");
 }
 
 long rssKiB()

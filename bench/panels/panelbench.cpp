@@ -10,6 +10,7 @@
 #include "panelbench.h"
 
 #include "SwitcherData/reportinglink.h"
+#include "testframes.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -76,17 +77,7 @@ bool awaitDatagram(QUdpSocket &sock)
 // A state reply of unit A5 FF in the short form: "#", 0x01, "#", the record, "#".
 QByteArray stateReply(const QByteArray &record)
 {
-    QByteArray f = QByteArray::fromHex("a56c0000a5ff0100000000000000000049") + "#\x01#" + record + "#";
-    const int length = f.size() + 3;
-    f[2] = char(length & 0xFF);
-    f[3] = char(length >> 8);
-    quint16 sum = 0;
-    for (char c : f)
-        sum = quint16(sum + uint8_t(c));
-    f.append(char(sum & 0xFF));
-    f.append(char(sum >> 8));
-    f.append(char(0xAE));
-    return f;
+    return reply(0xA5FF, 0x49, "#\x01#" + record + "#");
 }
 
 double cpuMs()
