@@ -272,6 +272,10 @@ public:
                 m_longestAt = m_clock.elapsed();
                 m_longestCpu = (cpu - m_cpuAtTick) / 1e6;
             }
+            if (gap > 50)
+                m_long << QByteArray::number(m_clock.elapsed() / 1000.0, 'f', 1) +
+                              "s:" + QByteArray::number(gap, 'f', 0) + "/" +
+                              QByteArray::number((cpu - m_cpuAtTick) / 1e6, 'f', 0);
             m_cpuAtTick = cpu;
             m_over50 += gap > 50 ? 1 : 0;
             m_over20 += gap > 20 ? 1 : 0;
@@ -282,6 +286,7 @@ public:
     {
         m_longest = 0;
         m_over50 = m_over20 = 0;
+        m_long.clear();
         m_clock.start();
         m_cpuAtTick = threadCpuNs();
         m_since.start();
@@ -289,13 +294,14 @@ public:
     }
     double longestMs() const { return m_longest; }
     // "longest_gui_block_ms=15.6 (ending 5210 ms in, 14.9 ms of it on the CPU) blocks_over_20ms=0
-    // blocks_over_50ms=0": a block with little CPU time in it is the thread waiting for a core.
+    // blocks_over_50ms=0 (...)": a block with little CPU time in it is the thread waiting for a
+    // core. Each block over 50 ms is listed as "when:length/CPU", in seconds and milliseconds.
     QByteArray summary() const
     {
         return QByteArray("longest_gui_block_ms=") + QByteArray::number(m_longest, 'f', 1) + " (ending " +
                QByteArray::number(m_longestAt) + " ms in, " + QByteArray::number(m_longestCpu, 'f', 1) +
                " ms of it on the CPU)" + " blocks_over_20ms=" + QByteArray::number(m_over20) +
-               " blocks_over_50ms=" + QByteArray::number(m_over50);
+               " blocks_over_50ms=" + QByteArray::number(m_over50) + " (" + m_long.join(' ') + ")";
     }
 
 private:
@@ -308,6 +314,7 @@ private:
     qint64 m_cpuAtTick = 0;
     int m_over20 = 0;
     int m_over50 = 0;
+    QList<QByteArray> m_long;
 };
 
 void runFor(int ms)

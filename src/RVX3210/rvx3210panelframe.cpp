@@ -3,6 +3,7 @@
 #include "SwitcherData/rvx3210_workdata.h"
 #include "below_widget.h"
 #include "common/panelkeys.h"
+#include "common/pictureiconengine.h"
 #include "common/tbarsequencer.h"
 #include "middle_widget.h"
 #include "plane_botton.h"
@@ -25,6 +26,8 @@ namespace S = Rvx3210Styles;
 
 Rvx3210PanelFrame::Rvx3210PanelFrame(QWidget *parent) : QDialog(parent)
 {
+    // The keys' pictures come from their sheets and are restyled with every state reply.
+    PictureIconEngine::install();
     setWindowTitle(QString::fromLatin1(S::WindowTitle));
     setWindowIcon(QIcon(QString::fromLatin1(S::WindowIcon)));
     // Frameless like the search window: the title strip carries the drag and the keys.

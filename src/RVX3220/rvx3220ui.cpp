@@ -7,6 +7,7 @@
 #include "common/keyflash.h"
 #include "common/keysheet.h"
 #include "common/panelkeys.h"
+#include "common/pictureiconengine.h"
 #include "devlog.h"
 #include "ipdialog.h"
 #include "pgm.h"
@@ -37,6 +38,8 @@ constexpr int CutLampMs = 300;
 
 RVX3220UI::RVX3220UI(QWidget *parent) : QDialog(parent)
 {
+    // Its keys' pictures come from their sheets and are restyled with every state reply.
+    PictureIconEngine::install();
     m_reachedMax = m_reachedMin = m_strokeBack = m_pipOn = m_popOn = false;
     init();
 }

@@ -1,6 +1,7 @@
 #include "settingkeys.h"
 
 #include "SwitcherData/rvx5all_workdata.h"
+#include "common/elidedlabel.h"
 #include "common/keyflash.h"
 #include "common/keysheet.h"
 
@@ -75,9 +76,9 @@ QString SettingKeys::serialText(const QByteArray &sn)
     return text;
 }
 
-void SettingKeys::showSerial(QLabel *label, const QByteArray &sn)
+void SettingKeys::showSerial(ElidedLabel *label, const QByteArray &sn)
 {
-    label->setText(serialText(sn));
+    label->setFullText(serialText(sn));
 }
 
 void SettingKeys::showAddress(QLabel *label, const QString &ip)

@@ -7,6 +7,7 @@
 #include <functional>
 #include <initializer_list>
 
+class ElidedLabel;
 class QLabel;
 class QPushButton;
 class QWidget;
@@ -51,7 +52,9 @@ public:
 
     // "SN:" and each non-zero byte of the serial in lower-case hex, each followed by a blank.
     static QString serialText(const QByteArray &sn);
-    static void showSerial(QLabel *label, const QByteArray &sn);
+    // A long reply leaves room for a serial of about a thousand bytes, far more than the strip
+    // can show: the label shows what fits and holds the whole serial in its tooltip.
+    static void showSerial(ElidedLabel *label, const QByteArray &sn);
     static void showAddress(QLabel *label, const QString &ip);
 
 private:

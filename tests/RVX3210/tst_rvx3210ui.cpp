@@ -11,6 +11,7 @@
 #include "RVX3210/upper_widget.h"
 #include "SwitcherData/rvx3210_workdata.h"
 #include "app/showsearch.h"
+#include "common/pictureiconengine.h"
 #include "modalanswer.h"
 #include "testframes.h"
 #include "wirecapture.h"
@@ -19,6 +20,7 @@
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QDialog>
+#include <QDirIterator>
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QPointer>
@@ -90,6 +92,7 @@ private slots:
     void cleanup();
 
     void tbarUpAndDown();
+    void keyPicturesLoadedOnce();
     void cutSwapsLights_data();
     void cutSwapsLights();
     void autoKeepsEventsFlowing_data();
@@ -640,6 +643,33 @@ void TestRvx3210Panel::closeKeyQuits()
     QTimer::singleShot(0, m_panel->titleBar()->closeButton(), &QPushButton::click);
     QTimer::singleShot(3000, &loop, [&loop] { loop.exit(99); });
     QCOMPARE(loop.exec(), 0);
+}
+
+void TestRvx3210Panel::keyPicturesLoadedOnce()
+{
+    // A restyle builds a new icon from the sheet: with the panel open, two icons of one picture
+    // share it and its scaled copy, so a flood of restyles leaves nothing behind in Qt's cache.
+    const QString file = QStringLiteral(":/images/green/F1.bmp");
+    const QIcon first(file);
+    const QIcon second(file);
+    QCOMPARE(first.pixmap(72).cacheKey(), second.pixmap(72).cacheKey());
+    QCOMPARE(first.pixmap(55).cacheKey(), second.pixmap(55).cacheKey());
+    QCOMPARE(first.pixmap(55).size(), QSize(55, 55));
+    QCOMPARE(first.actualSize(QSize(200, 200)), QSize(72, 72));
+    // Two copies of every picture at full size (more than its copies at the two key sizes the
+    // panels use) fit the room kept for scaled copies, so a panel's set never pushes itself out.
+    qint64 bytes = 0;
+    int pictures = 0;
+    QDirIterator it(QStringLiteral(":/images"), QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QImage image(it.next());
+        if (image.isNull())
+            continue;
+        ++pictures;
+        bytes += qint64(image.width()) * image.height() * 4 * 2;
+    }
+    QVERIFY(pictures > 100);
+    QVERIFY2(bytes / 1024 < PictureIconEngine::ScaledLimitKb, qPrintable(QString::number(bytes / 1024)));
 }
 
 QTEST_MAIN(TestRvx3210Panel)

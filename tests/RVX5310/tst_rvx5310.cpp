@@ -10,7 +10,11 @@
 #include "RVX8000/resobody.h"
 
 #include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPainterPath>
 #include <QSpinBox>
+#include <QStyleOptionGroupBox>
 
 using namespace Rig8000;
 
@@ -38,6 +42,8 @@ private slots:
     void formatEchoOnlyWhenItDiffers();
     void randomPayloadsSendNothing();
     void fieldsKeepTheirKeys();
+    void titleClearOfBorder_data();
+    void titleClearOfBorder();
 };
 
 void TestRvx5310::formAndBinding()
@@ -238,6 +244,47 @@ void TestRvx5310::fieldsKeepTheirKeys()
     QTest::keyClick(&rig.panel, Qt::Key_Space);
     QTest::keyClick(&rig.panel, Qt::Key_9);
     QCOMPARE(rig.sent(), hexList(QByteArray("a56c1400a5ff01000000000000000000cd9703ae ") + Cut));
+}
+
+void TestRvx5310::titleClearOfBorder_data()
+{
+    QTest::addColumn<QString>("label");
+    QTest::newRow("title") << QStringLiteral("label_title");
+    QTest::newRow("version") << QStringLiteral("label_version");
+}
+
+void TestRvx5310::titleClearOfBorder()
+{
+    QFETCH(QString, label);
+    Rig rig;
+    rig.panel.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&rig.panel));
+    QCOMPARE(rig.panel.size(), QSize(800, 578));
+    auto *box = rig.panel.findChild<QGroupBox *>(QStringLiteral("g_upper"));
+    auto *text = rig.panel.findChild<QLabel *>(label);
+    QVERIFY(box && text);
+    QCOMPARE(text->parentWidget(), box);
+
+    // The frame as the group box's sheet places it (below its title margin), and its line: the
+    // sheet's 2 px border with 15 px rounded corners.
+    QStyleOptionGroupBox opt;
+    opt.initFrom(box);
+    opt.text = box->title();
+    opt.subControls = QStyle::SC_GroupBoxFrame | QStyle::SC_GroupBoxLabel;
+    const QRectF frame =
+        box->style()->subControlRect(QStyle::CC_GroupBox, &opt, QStyle::SC_GroupBoxFrame, box);
+    QVERIFY(frame.top() > 0);
+    QPainterPath outer;
+    outer.addRoundedRect(frame, 15, 15);
+    QPainterPath inner;
+    inner.addRoundedRect(frame.adjusted(2, 2, -2, -2), 13, 13);
+    const QPainterPath line = outer.subtracted(inner);
+    const QRectF area(text->geometry());
+    QVERIFY2(!line.intersects(area), qPrintable(label));
+    QVERIFY(inner.contains(area));
+    // The caption is not clipped by its own rectangle either.
+    QVERIFY(text->fontMetrics().height() <= text->height());
+    QVERIFY(text->fontMetrics().horizontalAdvance(text->text()) <= text->width());
 }
 
 QTEST_MAIN(TestRvx5310)

@@ -41,13 +41,17 @@ QStringList overflowing(const QWidget *window, const QString &name)
 
 constexpr char LongIp[] = "IP:255.255.255.255";
 
-// The settings strip as its SET key shows it, with the longest serial and address.
-template <typename Strip> QWidget *settingsStrip(QWidget *panel)
+// The longest serial a long state reply can carry: a reply of at most 1056 bytes holds a 17-byte
+// head, the sixteen '#' that cut it into seventeen pieces and the 3-byte checksum and end.
+constexpr int LongestSerial = 1056 - 17 - 16 - 3;
+
+// The settings strip as its SET key shows it, with a serial and the longest address.
+template <typename Strip> QWidget *settingsStrip(QWidget *panel, int serialBytes = 8)
 {
     auto *strip = panel->findChild<Strip *>();
     if (!strip)
         return panel;
-    strip->on_toRead_5370SMDtat(QByteArray(8, char(0xab)));
+    strip->on_toRead_5370SMDtat(QByteArray(serialBytes, char(0xab)));
     strip->getDevIP(QStringLiteral("255.255.255.255"));
     strip->show();
     return panel;
@@ -66,6 +70,8 @@ private slots:
     void captionsFit();
     void titleBandOnSmallScreen_data();
     void titleBandOnSmallScreen();
+    void longSerialFits_data();
+    void longSerialFits();
 };
 
 void TestPanelFit::captionsFit_data()
@@ -129,6 +135,52 @@ void TestPanelFit::titleBandOnSmallScreen()
     QCOMPARE(panel->size(), size);
     // Right-aligned (the close key) and at the top (the band).
     QCOMPARE(panel->geometry().topRight(), screen.topRight());
+}
+
+void TestPanelFit::longSerialFits_data()
+{
+    QTest::addColumn<Opener>("open");
+    QTest::addColumn<int>("bytes");
+    QTest::addColumn<bool>("whole");
+    for (int bytes : {9, 10, LongestSerial}) {
+        const bool whole = bytes < 10;
+        QTest::addRow("RVX5370 SET %d", bytes)
+            << Opener([bytes] { return settingsStrip<SetDialog>(new RVX5370, bytes); }) << bytes << whole;
+        QTest::addRow("RVX5350 SET %d", bytes)
+            << Opener([bytes] { return settingsStrip<Set>(new RVX5350, bytes); }) << bytes << whole;
+    }
+}
+
+void TestPanelFit::longSerialFits()
+{
+    QFETCH(Opener, open);
+    QFETCH(int, bytes);
+    QFETCH(bool, whole);
+    QWidget *window = open();
+    std::unique_ptr<QWidget> owner(window);
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window));
+    const QLabel *label = nullptr;
+    for (const QLabel *l : window->findChildren<QLabel *>(QStringLiteral("label_SM")))
+        label = l->isVisible() ? l : label;
+    QVERIFY(label);
+    const QString full = QStringLiteral("SN:") + QStringLiteral("ab ").repeated(bytes);
+    QVERIFY2(label->sizeHint().width() <= label->width(),
+             qPrintable(QStringLiteral("%1 > %2").arg(label->sizeHint().width()).arg(label->width())));
+    // Inside the strip that holds it, and the strip inside its window.
+    const QWidget *strip = label->parentWidget();
+    QVERIFY(strip->rect().contains(label->geometry()));
+    QVERIFY(label->window()->rect().contains(QRect(strip->mapTo(label->window(), QPoint()), strip->size())));
+    if (whole) {
+        QCOMPARE(label->text(), full);
+        QCOMPARE(label->toolTip(), QString());
+    } else {
+        // Cut in the middle: both ends stay, and the tooltip has it all.
+        QCOMPARE(label->toolTip(), full);
+        QVERIFY2(label->text().startsWith(QLatin1String("SN:ab ab")) &&
+                     label->text().contains(QChar(0x2026)) && label->text().endsWith(QLatin1String("ab ab ")),
+                 qPrintable(label->text()));
+    }
 }
 
 QTEST_MAIN(TestPanelFit)
