@@ -96,6 +96,8 @@ void LiveProduction::panelOpened(QWidget *panel, UnitLink *link, PanelKind kind,
     const PanelKeys *keys = PanelKeys::of(panel);
     m_hasPreview = keys && keys->key(QStringLiteral("pvw1"));
     panel->installEventFilter(this);
+    // Hidden first where a panel is left; gone at once where a panel is simply deleted.
+    m_connections << connect(panel, &QObject::destroyed, this, &LiveProduction::panelGone);
 
     if (auto *reporting = qobject_cast<ReportingLink *>(link)) {
         m_connections << connect(reporting, &ReportingLink::stateReported, this, &LiveProduction::showState);
