@@ -36,7 +36,10 @@ void BusRow::setStyle(quint8 id)
     initbtnStyle();
     if (id >= 1 && id <= 6)
         lightInput(id);
+    const bool changed = m_lit != id;
     m_lit = id;
+    if (changed)
+        emit litChanged(id);
 }
 
 void BusRow::lightKey(int id)

@@ -24,6 +24,10 @@ public:
 public slots:
     void on_btnGrp_clicked(quint8 id);
 
+signals:
+    // The lit input changed (0: none), by a key or by the panel's own bus swap.
+    void litChanged(quint8 input);
+
 protected:
     BusRow(QWidget *parent, RVX3220_workdata *link, const char *caption, const char *const *lit);
     virtual void sendInput(quint8 id) = 0;

@@ -1,5 +1,9 @@
 #include "liveproduction.h"
 
+#include "RVX3220/busrow.h"
+#include "RVX3220/pgm.h"
+#include "RVX3220/pvw.h"
+#include "RVX3220/rvx3220ui.h"
 #include "SwitcherData/reportinglink.h"
 #include "SwitcherData/unitlink.h"
 #include "common/noreplymark.h"
@@ -107,6 +111,16 @@ void LiveProduction::panelOpened(QWidget *panel, UnitLink *link, PanelKind kind,
         m_answering = reporting->watch()->isAnswering();
         m_mark->setAnswering(m_answering);
     }
+    if (kind == PanelKind::Rvx3220) {
+        // Its unit reports nothing: tally and subscribers follow the buses the panel shows.
+        auto *p = static_cast<RVX3220UI *>(panel);
+        m_connections << connect(p->pgm(), &BusRow::litChanged, this,
+                                 [this](quint8 input) { showBuses(input, m_shownPvw); });
+        m_connections << connect(p->pvw(), &BusRow::litChanged, this,
+                                 [this](quint8 input) { showBuses(m_shownPgm, input); });
+        m_shownPgm = p->pgm()->litInput();
+        m_shownPvw = p->pvw()->litInput();
+    }
     if (keys && keys->fader())
         m_connections << connect(keys->fader(), &QAbstractSlider::valueChanged, this,
                                  &LiveProduction::publishFader);
@@ -134,6 +148,7 @@ void LiveProduction::panelGone()
     if (m_osc)
         m_osc->setTarget(nullptr);
     m_remote.reset();
+    m_shownPgm = m_shownPvw = 0;
     m_panel = nullptr;
     m_link = nullptr;
     m_state = UnitState();
@@ -176,6 +191,20 @@ void LiveProduction::setAnswering(bool answering)
     updateTally();
 }
 
+void LiveProduction::showBuses(int pgm, int pvw)
+{
+    OscFields changed;
+    if (pgm != m_shownPgm)
+        changed.append({QStringLiteral("pgm"), pgm});
+    if (pvw != m_shownPvw)
+        changed.append({QStringLiteral("pvw"), pvw});
+    m_shownPgm = pgm;
+    m_shownPvw = pvw;
+    if (m_osc && !changed.isEmpty())
+        m_osc->publish(changed);
+    updateTally();
+}
+
 void LiveProduction::publishFader()
 {
     if (m_osc && m_remote)
@@ -187,8 +216,9 @@ void LiveProduction::updateTally()
     if (!m_tally)
         return;
     const bool live = m_panel && m_answering;
-    m_tally->setTally(live && m_state.has(UnitState::Pgm) ? m_state.pgm() : 0,
-                      live && m_hasPreview && m_state.has(UnitState::Pvw) ? m_state.pvw() : 0);
+    const int pgm = m_state.has(UnitState::Pgm) ? m_state.pgm() : m_shownPgm;
+    const int pvw = m_state.has(UnitState::Pvw) ? m_state.pvw() : m_shownPvw;
+    m_tally->setTally(live ? pgm : 0, live && m_hasPreview ? pvw : 0);
     m_tally->setLive(live);
 }
 
@@ -211,5 +241,7 @@ OscFields LiveProduction::wholeState() const
     out.append({QStringLiteral("link"), m_panel && m_answering ? 1 : 0});
     if (m_remote && m_remote->faderPosition() >= 0)
         out.append({QStringLiteral("fader"), m_remote->faderPosition()});
+    if (m_shownPgm || m_shownPvw)
+        out.append({{QStringLiteral("pgm"), m_shownPgm}, {QStringLiteral("pvw"), m_shownPvw}});
     return out + fields(m_state, m_state.fields());
 }

@@ -41,6 +41,7 @@ private:
     void showState(const UnitState &state);
     void setAnswering(bool answering);
     void publishFader();
+    void showBuses(int pgm, int pvw);
     void updateTally();
     OscFields fields(const UnitState &state, UnitState::FieldSet which) const;
     OscFields wholeState() const;
@@ -56,6 +57,9 @@ private:
     QPointer<NoReplyMark> m_mark;
     QList<QMetaObject::Connection> m_connections;
     UnitState m_state;
+    // A unit that reports no state (the RVX3220): the buses as its panel shows them.
+    int m_shownPgm = 0;
+    int m_shownPvw = 0;
     bool m_answering = true;
     bool m_hasPreview = false;
 };

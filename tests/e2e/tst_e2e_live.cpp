@@ -77,6 +77,7 @@ private slots:
     void badInputAnsweredAndNothingSent();
     void feedbackAndTallyFollowTheUnit();
     void silentUnitIsShown();
+    void unitWithoutStateTalliesItsPanel();
     void noOptionOpensNothing();
 
 private:
@@ -361,6 +362,24 @@ void tst_E2eLive::silentUnitIsShown()
                 if (x.rightTally == 1)
                     return true;
             return false;
+        }));
+        oscsend({"/kova/unsubscribe", "i", QString::number(DumpPort)});
+    });
+}
+
+// The RVX3220 reports no state: its tally and subscribers follow the buses its panel shows.
+void tst_E2eLive::unitWithoutStateTalliesItsPanel()
+{
+    withPanel(Truck, [&](QWidget *) {
+        m_dumped.clear();
+        oscsend({"/kova/subscribe", "i", QString::number(DumpPort)});
+        oscsend({"/kova/pgm", "i", "5"});
+        oscsend({"/kova/pvw", "i", "2"});
+        QVERIFY(dumpShows(QStringLiteral("/kova/pvw i 2")));
+        QVERIFY(m_dumped.contains(QStringLiteral("/kova/pgm i 5")));
+        QVERIFY(tallyUntil([](const QMap<int, Display> &d) {
+            return d.size() == 6 && d.value(5).rightTally == 1 && d.value(2).leftTally == 2 &&
+                   d.value(1).rightTally == 0;
         }));
         oscsend({"/kova/unsubscribe", "i", QString::number(DumpPort)});
     });
