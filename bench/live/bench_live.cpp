@@ -15,6 +15,7 @@
 #include "RVX5310/rvx5310dialog.h"
 #include "SwitcherData/rvx5all_workdata.h"
 #include "app/liveproduction.h"
+#include "benchclock.h"
 #include "testframes.h"
 
 #include <QApplication>
@@ -53,12 +54,7 @@ constexpr int FloodRate = 1000; // datagrams a second
 // big-endian int32.
 const QByteArray PgmTwo = QByteArray::fromHex("2f6b6f76612f70676d0000002c69000000000002");
 
-qint64 nowNs()
-{
-    timespec ts{};
-    clock_gettime(CLOCK_MONOTONIC, &ts);
-    return qint64(ts.tv_sec) * 1000000000 + ts.tv_nsec;
-}
+using BenchClock::nowNs;
 
 sockaddr_in address(const char *ip, quint16 port)
 {
@@ -275,17 +271,7 @@ private:
         msg.msg_control = control;
         msg.msg_controllen = sizeof control;
         const ssize_t n = recvmsg(fd, &msg, MSG_DONTWAIT);
-        *inSocket = 0;
-        for (cmsghdr *c = CMSG_FIRSTHDR(&msg); n >= 0 && c; c = CMSG_NXTHDR(&msg, c)) {
-            if (c->cmsg_level == SOL_SOCKET && c->cmsg_type == SCM_TIMESTAMPNS) {
-                timespec k{}, real{};
-                std::memcpy(&k, CMSG_DATA(c), sizeof k);
-                clock_gettime(CLOCK_REALTIME, &real);
-                const qint64 mono = nowNs();
-                const qint64 realNs = qint64(real.tv_sec) * 1000000000 + real.tv_nsec;
-                *inSocket = qint64(k.tv_sec) * 1000000000 + k.tv_nsec - (realNs - mono);
-            }
-        }
+        *inSocket = n >= 0 ? BenchClock::arrivalNs(&msg) : 0;
         return n;
     }
 

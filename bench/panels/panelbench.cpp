@@ -10,6 +10,7 @@
 #include "panelbench.h"
 
 #include "SwitcherData/reportinglink.h"
+#include "benchclock.h"
 #include "testframes.h"
 
 #include <QCoreApplication>
@@ -99,9 +100,7 @@ void runFor(int ms)
 // copy in the unit namespace are on the same clock.
 qint64 nowNs()
 {
-    timespec ts{};
-    clock_gettime(CLOCK_MONOTONIC, &ts);
-    return qint64(ts.tv_sec) * 1000000000 + ts.tv_nsec;
+    return BenchClock::nowNs();
 }
 
 struct Row
@@ -323,17 +322,7 @@ ssize_t receive(int fd, char *buf, size_t size, qint64 *arrivedAt)
     msg.msg_control = control;
     msg.msg_controllen = sizeof control;
     const ssize_t n = recvmsg(fd, &msg, 0);
-    *arrivedAt = 0;
-    for (cmsghdr *c = CMSG_FIRSTHDR(&msg); c; c = CMSG_NXTHDR(&msg, c)) {
-        if (c->cmsg_level == SOL_SOCKET && c->cmsg_type == SCM_TIMESTAMPNS) {
-            timespec k{}, real{};
-            std::memcpy(&k, CMSG_DATA(c), sizeof k);
-            clock_gettime(CLOCK_REALTIME, &real);
-            const qint64 mono = nowNs();
-            const qint64 realNs = qint64(real.tv_sec) * 1000000000 + real.tv_nsec;
-            *arrivedAt = qint64(k.tv_sec) * 1000000000 + k.tv_nsec - (realNs - mono);
-        }
-    }
+    *arrivedAt = n >= 0 ? BenchClock::arrivalNs(&msg) : 0;
     return n;
 }
 
