@@ -3,6 +3,7 @@
 #include <QtGlobal>
 #include <cstring>
 #include <sys/socket.h>
+#include <sys/uio.h>
 #include <time.h>
 
 // The clocks the benchmarks time with: the monotonic clock, and the kernel's stamp of a
@@ -29,6 +30,21 @@ inline qint64 arrivalNs(msghdr *msg)
         }
     }
     return 0;
+}
+
+// Reads one datagram with `flags`; its length, and its arrival stamp in `arrivedAt`.
+inline ssize_t receive(int fd, char *buf, size_t size, int flags, qint64 *arrivedAt)
+{
+    iovec iov{buf, size};
+    alignas(cmsghdr) char control[CMSG_SPACE(sizeof(timespec))];
+    msghdr msg{};
+    msg.msg_iov = &iov;
+    msg.msg_iovlen = 1;
+    msg.msg_control = control;
+    msg.msg_controllen = sizeof control;
+    const ssize_t n = recvmsg(fd, &msg, flags);
+    *arrivedAt = n >= 0 ? arrivalNs(&msg) : 0;
+    return n;
 }
 
 } // namespace BenchClock

@@ -260,19 +260,9 @@ private:
         }
     }
 
-    // The kernel stamps in CLOCK_REALTIME; the offset to the monotonic clock is taken at once.
     static ssize_t receive(int fd, char *buf, size_t size, qint64 *inSocket)
     {
-        iovec iov{buf, size};
-        alignas(cmsghdr) char control[CMSG_SPACE(sizeof(timespec))];
-        msghdr msg{};
-        msg.msg_iov = &iov;
-        msg.msg_iovlen = 1;
-        msg.msg_control = control;
-        msg.msg_controllen = sizeof control;
-        const ssize_t n = recvmsg(fd, &msg, MSG_DONTWAIT);
-        *inSocket = n >= 0 ? BenchClock::arrivalNs(&msg) : 0;
-        return n;
+        return BenchClock::receive(fd, buf, size, MSG_DONTWAIT, inSocket);
     }
 
     int m_fds[Count] = {};

@@ -311,19 +311,9 @@ void sendTo(int fd, const QByteArray &frame, const sockaddr_in &to)
 }
 
 // Reads one datagram; returns its length and the kernel's receive time on the monotonic clock.
-// The kernel stamps in CLOCK_REALTIME; the offset between the two clocks is taken right away.
 ssize_t receive(int fd, char *buf, size_t size, qint64 *arrivedAt)
 {
-    iovec iov{buf, size};
-    alignas(cmsghdr) char control[CMSG_SPACE(sizeof(timespec))];
-    msghdr msg{};
-    msg.msg_iov = &iov;
-    msg.msg_iovlen = 1;
-    msg.msg_control = control;
-    msg.msg_controllen = sizeof control;
-    const ssize_t n = recvmsg(fd, &msg, 0);
-    *arrivedAt = n >= 0 ? BenchClock::arrivalNs(&msg) : 0;
-    return n;
+    return BenchClock::receive(fd, buf, size, 0, arrivedAt);
 }
 
 // The stand-in unit in the unit namespace. Prints "rx <board> <command> @ <arrived> <awake>"

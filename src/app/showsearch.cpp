@@ -259,7 +259,8 @@ void showsearch::openPanel(PanelKind panel, const UnitAddress &unit, const UnitA
 
 void showsearch::showLiveSettings()
 {
-    QSettings settings{QString::fromLatin1(LiveOptions::Organisation), QString::fromLatin1(LiveOptions::Application)};
+    QSettings settings{QString::fromLatin1(LiveOptions::Organisation),
+                       QString::fromLatin1(LiveOptions::Application)};
     LiveSettingsDialog dialog(settings, this);
     dialog.exec();
 }

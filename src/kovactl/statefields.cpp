@@ -97,7 +97,6 @@ QJsonValue shown(const UnitState &s, F field)
 
 } // namespace
 
-
 QVector<StateField> stateFields(const UnitState &state)
 {
     // Printed in record order, the serial first; the bytes only logged are left out.
