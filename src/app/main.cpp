@@ -1,4 +1,5 @@
 #include "common/fontsubstitutes.h"
+#include "common/highdpi.h"
 #include "liveproduction.h"
 #include "showsearch.h"
 
@@ -7,7 +8,7 @@
 
 int main(int argc, char *argv[])
 {
-    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
+    enableHighDpi();
     QApplication app(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(KOVA_VERSION));
     // Wayland compositors match the window to its menu entry and icon by this name.

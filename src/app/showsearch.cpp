@@ -68,7 +68,7 @@ void showsearch::init()
     QFont font = m_list->font();
     font.setPointSize(15);
     font.setBold(true);
-    font.setWeight(50);
+    font.setWeight(QFont::Normal);
     m_list->setFont(font);
     m_list->setStyleSheet(QString::fromLatin1(SearchStyles::List));
     // Every row is one line of the same font: laying out a thousand rows then costs one.

@@ -1,7 +1,6 @@
 #include "centre.h"
 
 #include <QApplication>
-#include <QDesktopWidget>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
@@ -13,13 +12,26 @@ QPoint centredTopLeft(QSize window, QSize reference)
     return {(reference.width() - window.width()) / 2, (reference.height() - window.height()) / 2};
 }
 
+namespace {
+
+// The screen a widget is on, or the primary one for a widget not yet shown.
+QScreen *screenOf(const QWidget *widget)
+{
+    QScreen *screen = widget ? widget->screen() : nullptr;
+    return screen ? screen : QGuiApplication::primaryScreen();
+}
+
+} // namespace
+
 QSize centreReference(CentreOn on, const QWidget *widget)
 {
     switch (on) {
     case CentreOn::AvailableGeometry:
-        return QApplication::desktop()->availableGeometry(widget).size();
+        return screenOf(widget) ? screenOf(widget)->availableGeometry().size() : QSize(0, 0);
     case CentreOn::WholeDesktop:
-        return QApplication::desktop()->size();
+        // All screens of the virtual desktop together.
+        return QGuiApplication::primaryScreen() ? QGuiApplication::primaryScreen()->virtualGeometry().size()
+                                                : QSize(0, 0);
     case CentreOn::PrimaryScreen:
         return QGuiApplication::primaryScreen() ? QGuiApplication::primaryScreen()->geometry().size()
                                                 : QSize(0, 0);

@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QFontDatabase>
 #include <QString>
+#include <QStringList>
 
 namespace {
 
@@ -22,7 +23,11 @@ constexpr Substitute Substitutes[] = {
 
 void registerFontSubstitutes()
 {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    const QStringList installed = QFontDatabase::families();
+#else
     const QStringList installed = QFontDatabase().families();
+#endif
     for (const Substitute &s : Substitutes) {
         const QString named = QString::fromUtf8(s.named);
         // Where the named family is there after all, it is what the style asks for.

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QCache>
+#include <QFile>
 #include <QHash>
 #include <QIconEnginePlugin>
 #include <QPainter>
@@ -14,11 +15,17 @@
 
 namespace {
 
+// A picture and its double-size drawing (null when the file has none).
+struct Picture
+{
+    QPixmap one, two;
+};
+
 // Pictures by file (a resource picture never changes while the program runs) and their scaled
 // copies. Freed with the application, before the statics that pixmaps rely on are gone.
 struct Store
 {
-    QHash<QString, QPixmap> pictures;
+    QHash<QString, Picture> pictures;
     QCache<QString, QPixmap> scaled{PictureIconEngine::ScaledLimitKb};
 };
 
@@ -35,12 +42,25 @@ Store &store()
     return *s;
 }
 
-QPixmap picture(const QString &file)
+// "a.png" is drawn at twice the pixels in "a@2x.png".
+QString doubleFile(const QString &file)
 {
-    QHash<QString, QPixmap> &pictures = store().pictures;
+    const int dot = file.lastIndexOf(QLatin1Char('.'));
+    const int slash = file.lastIndexOf(QLatin1Char('/'));
+    return dot > slash ? file.left(dot) + QLatin1String("@2x") + file.mid(dot) : file + QLatin1String("@2x");
+}
+
+const Picture &picture(const QString &file)
+{
+    QHash<QString, Picture> &pictures = store().pictures;
     auto it = pictures.constFind(file);
-    if (it == pictures.constEnd())
-        it = pictures.insert(file, QPixmap(file));
+    if (it == pictures.constEnd()) {
+        Picture p{QPixmap(file), QPixmap()};
+        const QString two = doubleFile(file);
+        if (!p.one.isNull() && QFile::exists(two))
+            p.two = QPixmap(two);
+        it = pictures.insert(file, p);
+    }
     return *it;
 }
 
@@ -74,29 +94,55 @@ void PictureIconEngine::install()
     Q_UNUSED(installed)
 }
 
-void PictureIconEngine::paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state)
+void PictureIconEngine::paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State)
 {
     const qreal ratio = painter->device() ? painter->device()->devicePixelRatioF() : 1.0;
-    QPixmap pm = pixmap(rect.size() * ratio, mode, state);
-    pm.setDevicePixelRatio(ratio);
-    const QSize shown = pm.size() / ratio;
-    painter->drawPixmap(QRect(rect.topLeft() + QPoint((rect.width() - shown.width()) / 2,
-                                                      (rect.height() - shown.height()) / 2),
-                              shown),
-                        pm);
+    const QPixmap pm = pixmapAt(rect.size() * ratio, mode, ratio);
+    const QSizeF shown = QSizeF(pm.size()) / ratio;
+    painter->drawPixmap(QRectF(QPointF(rect.x() + (rect.width() - shown.width()) / 2,
+                                       rect.y() + (rect.height() - shown.height()) / 2),
+                               shown),
+                        pm, QRectF());
 }
 
 QPixmap PictureIconEngine::pixmap(const QSize &size, QIcon::Mode mode, QIcon::State)
 {
+    return pixmapAt(size, mode, 1.0);
+}
+
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+QPixmap PictureIconEngine::scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State, qreal scale)
+{
+    return pixmapAt(size, mode, scale);
+}
+#else
+void PictureIconEngine::virtual_hook(int id, void *data)
+{
+    if (id == QIconEngine::ScaledPixmapHook) {
+        auto *arg = static_cast<QIconEngine::ScaledPixmapArgument *>(data);
+        arg->pixmap = pixmapAt(arg->size, arg->mode, arg->scale);
+        return;
+    }
+    QIconEngine::virtual_hook(id, data);
+}
+#endif
+
+QPixmap PictureIconEngine::pixmapAt(const QSize &size, QIcon::Mode mode, qreal ratio)
+{
     QCache<QString, QPixmap> &scaled = store().scaled;
-    const QPixmap source = picture(m_file);
-    if (source.isNull())
-        return source;
-    const QSize want = fitted(source.size(), size);
-    if (want == source.size() && mode == QIcon::Normal)
+    const Picture &pic = picture(m_file);
+    if (pic.one.isNull())
+        return pic.one;
+    ratio = qMax(ratio, 1.0);
+    // What ratio 1 would show, in points, then in this screen's pixels.
+    const QSize points = fitted(pic.one.size(), (QSizeF(size) / ratio).toSize());
+    const QSize want = ratio == 1.0 ? points : (QSizeF(points) * ratio).toSize();
+    const QPixmap source = ratio > 1.0 && !pic.two.isNull() ? pic.two : pic.one;
+    if (want == source.size() && mode == QIcon::Normal && ratio == 1.0)
         return source;
     const QString key = m_file + QLatin1Char('/') + QString::number(want.width()) + QLatin1Char('x') +
-                        QString::number(want.height()) + QLatin1Char('/') + QString::number(int(mode));
+                        QString::number(want.height()) + QLatin1Char('/') + QString::number(int(mode)) +
+                        QLatin1Char('/') + QString::number(ratio);
     if (const QPixmap *hit = scaled.object(key))
         return *hit;
     QPixmap pm =
@@ -106,6 +152,7 @@ QPixmap PictureIconEngine::pixmap(const QSize &size, QIcon::Mode mode, QIcon::St
         opt.palette = QApplication::palette();
         pm = QApplication::style()->generatedIconPixmap(mode, pm, &opt);
     }
+    pm.setDevicePixelRatio(ratio);
     scaled.insert(key, new QPixmap(pm),
                   qMax(1, int(qint64(pm.width()) * pm.height() * pm.depth() / 8 / 1024)));
     return pm;
@@ -113,13 +160,17 @@ QPixmap PictureIconEngine::pixmap(const QSize &size, QIcon::Mode mode, QIcon::St
 
 QSize PictureIconEngine::actualSize(const QSize &size, QIcon::Mode, QIcon::State)
 {
-    const QPixmap source = picture(m_file);
+    const QPixmap &source = picture(m_file).one;
     return source.isNull() ? QSize() : fitted(source.size(), size);
 }
 
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+QList<QSize> PictureIconEngine::availableSizes(QIcon::Mode, QIcon::State)
+#else
 QList<QSize> PictureIconEngine::availableSizes(QIcon::Mode, QIcon::State) const
+#endif
 {
-    const QPixmap source = picture(m_file);
+    const QPixmap &source = picture(m_file).one;
     return source.isNull() ? QList<QSize>() : QList<QSize>{source.size()};
 }
 

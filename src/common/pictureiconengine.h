@@ -10,6 +10,9 @@
 // with copies nobody asks for again, and the cache's trim every 30 s then holds the GUI for
 // a tenth of a second. Here every icon of the same file shares one picture and one scaled copy
 // per size, kept outside that cache.
+//
+// On a screen scaled above 1 an icon is drawn from the picture's "@2x" file, when there is
+// one, at the screen's own pixels: the key keeps its size on the panel and stays sharp.
 class PictureIconEngine : public QIconEngine
 {
 public:
@@ -17,16 +20,30 @@ public:
 
     // Makes icons built from .bmp and .png files use this engine (once per program).
     static void install();
-    // Scaled copies are kept up to this many KiB; the panels' pictures take about a quarter.
-    static constexpr int ScaledLimitKb = 16 * 1024;
+    // Scaled copies are kept up to this many KiB: two of every picture and of its double-size
+    // drawing fit, for windows on screens of both kinds; one screen's panels take far less.
+    static constexpr int ScaledLimitKb = 48 * 1024;
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override;
     QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override;
     QSize actualSize(const QSize &size, QIcon::Mode mode, QIcon::State state) override;
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    QList<QSize> availableSizes(QIcon::Mode mode, QIcon::State state) override;
+#else
     QList<QSize> availableSizes(QIcon::Mode mode, QIcon::State state) const override;
+#endif
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    QPixmap scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State state, qreal scale) override;
+#else
+    void virtual_hook(int id, void *data) override;
+#endif
     QString key() const override;
     QIconEngine *clone() const override;
     void addFile(const QString &file, const QSize &size, QIcon::Mode mode, QIcon::State state) override;
+
+    // The picture for a room of `size` device pixels at `ratio` device pixels a point: as large
+    // as the picture drawn at ratio 1 would be, in device pixels, never scaled up.
+    QPixmap pixmapAt(const QSize &size, QIcon::Mode mode, qreal ratio);
 
 private:
     QString m_file;

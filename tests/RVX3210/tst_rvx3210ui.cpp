@@ -656,8 +656,9 @@ void TestRvx3210Panel::keyPicturesLoadedOnce()
     QCOMPARE(first.pixmap(55).cacheKey(), second.pixmap(55).cacheKey());
     QCOMPARE(first.pixmap(55).size(), QSize(55, 55));
     QCOMPARE(first.actualSize(QSize(200, 200)), QSize(72, 72));
-    // Two copies of every picture at full size (more than its copies at the two key sizes the
-    // panels use) fit the room kept for scaled copies, so a panel's set never pushes itself out.
+    // Two copies of every picture and of its double-size drawing at full size (more than their
+    // copies at the key sizes the panels use, at scale 1 and 2) fit the room kept for scaled
+    // copies, so a panel's set never pushes itself out.
     qint64 bytes = 0;
     int pictures = 0;
     QDirIterator it(QStringLiteral(":/images"), QDirIterator::Subdirectories);

@@ -1,6 +1,7 @@
 // The live features end to end in the lab: the search window and LiveProduction put together as
 // main does, each panel opened by a double-click, OSC sent and read by liblo's own tools
 // (oscsend, oscdump), the tally read off the wire and decoded here by its published layout.
+#include "SwitcherData/reportinglink.h"
 #include "SwitcherData/workdata.h"
 #include "app/liveproduction.h"
 #include "app/showsearch.h"
@@ -41,7 +42,7 @@ enum Unit
 
 // One tally display message as a listener reads it: little-endian PBC, VER, FLAGS, SCREEN,
 // then INDEX, CONTROL, LENGTH and the text.
-struct Display
+struct TallyDisplay
 {
     int index = -1;
     int rightTally = 0, textTally = 0, leftTally = 0, brightness = 0;
@@ -53,7 +54,7 @@ int le16(const QByteArray &d, int at)
     return uint8_t(d.at(at)) | uint8_t(d.at(at + 1)) << 8;
 }
 
-bool decode(const QByteArray &d, Display *out)
+bool decode(const QByteArray &d, TallyDisplay *out)
 {
     if (d.size() < 12 || le16(d, 0) != d.size() - 2 || d.at(2) != 0 || d.at(3) != 0 || le16(d, 4) != 0)
         return false;
@@ -88,7 +89,7 @@ private:
     bool dumpShows(const QString &want, int ms = 4000);
     bool dumpShows(const QRegularExpression &want, int ms = 4000);
     // The newest display of each index read from the tally socket until `done` holds.
-    bool tallyUntil(const std::function<bool(const QMap<int, Display> &)> &done, int ms = 4000);
+    bool tallyUntil(const std::function<bool(const QMap<int, TallyDisplay> &)> &done, int ms = 4000);
     int framesTo(Unit unit, const QString &command);
 
     QStringList m_units;
@@ -98,7 +99,7 @@ private:
     QProcess m_dump;
     QStringList m_dumped;
     QUdpSocket m_tally;
-    QMap<int, Display> m_displays;
+    QMap<int, TallyDisplay> m_displays;
 };
 
 void tst_E2eLive::initTestCase()
@@ -166,12 +167,12 @@ bool tst_E2eLive::dumpShows(const QRegularExpression &want, int ms)
         ms);
 }
 
-bool tst_E2eLive::tallyUntil(const std::function<bool(const QMap<int, Display> &)> &done, int ms)
+bool tst_E2eLive::tallyUntil(const std::function<bool(const QMap<int, TallyDisplay> &)> &done, int ms)
 {
     return QTest::qWaitFor(
         [&] {
             while (m_tally.hasPendingDatagrams()) {
-                Display d;
+                TallyDisplay d;
                 if (decode(m_tally.receiveDatagram().data(), &d))
                     m_displays.insert(d.index, d);
             }
@@ -222,8 +223,9 @@ void tst_E2eLive::withPanel(Unit unit, const std::function<void(QWidget *)> &bod
             panel = w;
     }
     QVERIFY(panel);
-    // Bound: its first state request reached the unit.
-    QTRY_VERIFY_WITH_TIMEOUT(framesTo(unit, QStringLiteral("cmd=0x49 ")) > 0 || unit == Truck, 5000);
+    // Settled: the unit's first reply is on the panel, with whatever applying it sends.
+    if (auto *link = panel->findChild<ReportingLink *>())
+        QTRY_VERIFY_WITH_TIMEOUT(link->unitState().has(UnitState::Pgm), 5000);
     body(panel);
     // Hidden and freed, with its link: the next panel takes port 7000.
     panel->hide();
@@ -308,7 +310,7 @@ void tst_E2eLive::feedbackAndTallyFollowTheUnit()
         other.writeDatagram(pgm3, QHostAddress(m_units.at(Small)), 7000);
         QVERIFY2(dumpShows(QStringLiteral("/kova/pgm i 3"), 2 * FollowMs + 1500),
                  qPrintable(m_dumped.join('\n')));
-        QVERIFY(tallyUntil([](const QMap<int, Display> &d) {
+        QVERIFY(tallyUntil([](const QMap<int, TallyDisplay> &d) {
             return d.value(3).rightTally == 1 && d.value(3).textTally == 1 && d.value(3).brightness == 3;
         }));
         QCOMPARE(m_displays.value(3).text, QByteArray("3"));
@@ -318,13 +320,13 @@ void tst_E2eLive::feedbackAndTallyFollowTheUnit()
         const int preview = m_dumped.filter(QStringLiteral("/kova/pvw i ")).last().section(' ', 2).toInt();
         oscsend({"/kova/cut"});
         QVERIFY(dumpShows(QStringLiteral("/kova/pgm i %1").arg(preview), 2 * FollowMs + 1500));
-        QVERIFY(tallyUntil([preview](const QMap<int, Display> &d) {
+        QVERIFY(tallyUntil([preview](const QMap<int, TallyDisplay> &d) {
             return d.value(preview).rightTally == 1 && d.value(3).leftTally == 2;
         }));
     });
     // No panel: every tally off.
-    QVERIFY(tallyUntil([](const QMap<int, Display> &d) {
-        for (const Display &x : d)
+    QVERIFY(tallyUntil([](const QMap<int, TallyDisplay> &d) {
+        for (const TallyDisplay &x : d)
             if (x.rightTally || x.textTally || x.leftTally)
                 return false;
         return !d.isEmpty();
@@ -346,8 +348,8 @@ void tst_E2eLive::silentUnitIsShown()
         QTRY_VERIFY_WITH_TIMEOUT(mark->isVisible(), 1000 + 2 * FollowMs + 500);
         QCOMPARE(mark->text(), QStringLiteral("NO REPLY"));
         QVERIFY(dumpShows(QStringLiteral("/kova/link i 0")));
-        QVERIFY(tallyUntil([](const QMap<int, Display> &d) {
-            for (const Display &x : d)
+        QVERIFY(tallyUntil([](const QMap<int, TallyDisplay> &d) {
+            for (const TallyDisplay &x : d)
                 if (x.rightTally || x.textTally || x.leftTally)
                     return false;
             return true;
@@ -357,8 +359,8 @@ void tst_E2eLive::silentUnitIsShown()
                           {QStringLiteral("-CONT"), QStringLiteral("-x"), QStringLiteral("kova-emulator")});
         QTRY_VERIFY_WITH_TIMEOUT(!mark->isVisible(), 2 * FollowMs + 1500);
         QVERIFY(dumpShows(QStringLiteral("/kova/link i 1")));
-        QVERIFY(tallyUntil([](const QMap<int, Display> &d) {
-            for (const Display &x : d)
+        QVERIFY(tallyUntil([](const QMap<int, TallyDisplay> &d) {
+            for (const TallyDisplay &x : d)
                 if (x.rightTally == 1)
                     return true;
             return false;
@@ -377,7 +379,7 @@ void tst_E2eLive::unitWithoutStateTalliesItsPanel()
         oscsend({"/kova/pvw", "i", "2"});
         QVERIFY(dumpShows(QStringLiteral("/kova/pvw i 2")));
         QVERIFY(m_dumped.contains(QStringLiteral("/kova/pgm i 5")));
-        QVERIFY(tallyUntil([](const QMap<int, Display> &d) {
+        QVERIFY(tallyUntil([](const QMap<int, TallyDisplay> &d) {
             return d.size() == 6 && d.value(5).rightTally == 1 && d.value(2).leftTally == 2 &&
                    d.value(1).rightTally == 0;
         }));

@@ -29,11 +29,18 @@ for f in /usr/bin/kova /usr/bin/kovactl /usr/bin/kova-emulator /usr/share/applic
     grep -qx "$f" "$work/files" || fail "the package lacks $f"
 done
 
-# Dependencies: the Qt libraries the programs link and the panels' font, each satisfied by
-# what this (Debian 12) machine has installed.
+# Dependencies: the libraries of the Qt major the tree was built with (and none of the other's),
+# the panels' font, each satisfied by what this (Debian 12) machine has installed.
 depends=$(dpkg-deb -f "$deb" Depends)
 echo "Depends: $depends"
-for lib in libqt5core5a libqt5gui5 libqt5widgets5 libqt5network5 libc6 libstdc++6 fonts-dejavu-core; do
+major=$(sed -n 's/^KOVA_QT_MAJOR:[A-Z]*=//p' "$build/CMakeCache.txt")
+case "$major" in
+5) qt_libs="libqt5core5a libqt5gui5 libqt5widgets5 libqt5network5" other=libqt6 ;;
+6) qt_libs="libqt6core6 libqt6gui6 libqt6widgets6 libqt6network6 qt6-qpa-plugins" other=libqt5 ;;
+*) fail "no Qt major in $build/CMakeCache.txt" ;;
+esac
+echo "$depends" | grep -q "\b$other" && fail "Depends names the other Qt major ($other)"
+for lib in $qt_libs libc6 libstdc++6 fonts-dejavu-core; do
     echo "$depends" | grep -q "\b$lib\b" || fail "Depends lacks $lib"
 done
 IFS=',' read -ra clauses <<<"$depends"

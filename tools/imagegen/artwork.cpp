@@ -457,13 +457,15 @@ bool paintStrip(QPainter &p, const ImageEntry &e, QString *)
 
 } // namespace
 
-QImage Artwork::paint(const ImageEntry &entry, QString *error)
+QImage Artwork::paint(const ImageEntry &entry, QString *error, int scale)
 {
-    QImage image(entry.size, QImage::Format_ARGB32_Premultiplied);
+    QImage image(entry.size * scale, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     bool ok = false;
     {
         QPainter p(&image);
+        // The painters draw in the entry's own size; the transform gives the pixels.
+        p.scale(scale, scale);
         p.setRenderHint(QPainter::Antialiasing);
         p.setRenderHint(QPainter::TextAntialiasing);
         p.setRenderHint(QPainter::SmoothPixmapTransform);
@@ -492,7 +494,7 @@ QImage Artwork::paint(const ImageEntry &entry, QString *error)
     if (!ok)
         return QImage();
     if (entry.format() == QLatin1String("bmp")) {
-        QImage opaque(entry.size, QImage::Format_RGB32);
+        QImage opaque(image.size(), QImage::Format_RGB32);
         opaque.fill(panelColour());
         QPainter p(&opaque);
         p.drawImage(0, 0, image);

@@ -44,6 +44,13 @@ QString fileNameFor(int index, const ImageEntry &e)
     return QStringLiteral("%1_%2").arg(index, 3, 10, QLatin1Char('0')).arg(flat);
 }
 
+// "images/a.png" with "@2x" is "images/a@2x.png", the name Qt looks for.
+QString atScale(const QString &alias, const QString &suffix)
+{
+    const int dot = alias.lastIndexOf(QLatin1Char('.'));
+    return dot < 0 ? alias + suffix : alias.left(dot) + suffix + alias.mid(dot);
+}
+
 QImage contactSheet(const QList<ImageEntry> &entries, const QList<QImage> &images)
 {
     const int cell = 132, cols = 10, label = 14;
@@ -101,16 +108,24 @@ int main(int argc, char **argv)
     QList<QImage> images;
     int index = 0;
     for (const ImageEntry &e : table.entries()) {
-        QString error;
-        const QImage image = Artwork::paint(e, &error);
-        if (image.isNull())
-            return fail(QStringLiteral("%1:%2: %3: %4").arg(args.at(0)).arg(e.line).arg(e.path, error));
-        const QString file = out.absoluteFilePath(fileNameFor(++index, e) + QLatin1Char('.') + e.format());
-        if (!image.save(file, e.format().toLatin1().constData()))
-            return fail(QStringLiteral("cannot write %1").arg(file));
-        xml << "  <file alias=\"" << e.alias().toHtmlEscaped() << "\">"
-            << qrcDir.relativeFilePath(file).toHtmlEscaped() << "</file>\n";
-        images.append(image);
+        ++index;
+        // Every picture also comes at twice the pixels under Qt's "@2x" name, which Qt picks
+        // for style sheets and the key icons on a screen scaled above 1.
+        for (int scale : {1, 2}) {
+            QString error;
+            const QImage image = Artwork::paint(e, &error, scale);
+            if (image.isNull())
+                return fail(QStringLiteral("%1:%2: %3: %4").arg(args.at(0)).arg(e.line).arg(e.path, error));
+            const QString suffix = scale == 1 ? QString() : QStringLiteral("@%1x").arg(scale);
+            const QString file =
+                out.absoluteFilePath(fileNameFor(index, e) + suffix + QLatin1Char('.') + e.format());
+            if (!image.save(file, e.format().toLatin1().constData()))
+                return fail(QStringLiteral("cannot write %1").arg(file));
+            xml << "  <file alias=\"" << atScale(e.alias(), suffix).toHtmlEscaped() << "\">"
+                << qrcDir.relativeFilePath(file).toHtmlEscaped() << "</file>\n";
+            if (scale == 1)
+                images.append(image);
+        }
     }
     xml << "</qresource>\n</RCC>\n";
     xml.flush();

@@ -7,6 +7,7 @@
 #include "SwitcherData/rvx3210_workdata.h"
 #include "app/showsearch.h"
 #include "common/delay.h"
+#include "common/highdpi.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -40,7 +41,7 @@ bool save(QWidget *w, const QString &path)
 
 int main(int argc, char **argv)
 {
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    enableHighDpi();
     QApplication app(argc, argv);
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     const QDir out(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("."));

@@ -9,6 +9,7 @@
 #include "RVX3220/rvx3220ui.h"
 #include "RVX3220/transitions.h"
 #include "app/showsearch.h"
+#include "common/highdpi.h"
 #include "modalanswer.h"
 
 #include <QApplication>
@@ -22,6 +23,7 @@
 
 int main(int argc, char *argv[])
 {
+    enableHighDpi();
     QApplication app(argc, argv);
     const QString dir = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral(".");
     showsearch window;

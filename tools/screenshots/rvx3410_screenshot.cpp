@@ -6,6 +6,7 @@
 #include "RVX3410/rvx_3410_middle_widget.h"
 #include "RVX3410/rvx_3410_upper_widget.h"
 #include "app/showsearch.h"
+#include "common/highdpi.h"
 
 #include <QApplication>
 #include <QDir>
@@ -16,6 +17,7 @@
 
 int main(int argc, char **argv)
 {
+    enableHighDpi();
     QApplication app(argc, argv);
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     const QDir out(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("."));

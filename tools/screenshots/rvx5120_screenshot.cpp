@@ -5,6 +5,7 @@
 #include "RVX5120/rvx5120.h"
 #include "app/groupbox_right.h"
 #include "app/showsearch.h"
+#include "common/highdpi.h"
 
 #include <QApplication>
 #include <QDir>
@@ -14,6 +15,7 @@
 
 int main(int argc, char **argv)
 {
+    enableHighDpi();
     QApplication app(argc, argv);
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     const QDir out(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("."));

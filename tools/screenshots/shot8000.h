@@ -5,6 +5,7 @@
 // waited for and pictures saved.
 #include "SwitcherData/rvx5all_workdata.h"
 #include "app/showsearch.h"
+#include "common/highdpi.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -47,6 +48,7 @@ template <class Panel>
 int run(int argc, char **argv, const char *model, const std::function<bool(Panel *, const QDir &)> &pictures,
         const std::function<void(showsearch *)> &setUp = nullptr)
 {
+    enableHighDpi();
     QApplication app(argc, argv);
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     const QDir out(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("."));
