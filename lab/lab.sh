@@ -242,7 +242,7 @@ if [ "$use_xvfb" = 1 ]; then
     command -v Xvfb >/dev/null 2>&1 || setup_fail "Xvfb is not installed (apt-get install xvfb)"
     display_file="$logdir/xvfb.display"
     : >"$display_file"
-    ip netns exec "$op_ns" Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp \
+    ip netns exec "$op_ns" Xvfb -displayfd 3 -screen 0 "${LAB_XVFB_SCREEN:-1920x1080x24}" -nolisten tcp \
         3>"$display_file" >"$logdir/xvfb.log" 2>&1 &
     xvfb_pid=$!
     deadline=$((SECONDS + 20))

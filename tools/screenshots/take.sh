@@ -2,31 +2,42 @@
 # Takes every panel picture of the documentation again, in the lab against emulated units,
 # and the search window's from the default lab.
 #
-#   tools/screenshots/take.sh [--build-dir DIR] [--out DIR] [--only NAME]...
+#   tools/screenshots/take.sh [--build-dir DIR] [--out DIR] [--only NAME]... [--scale F]
 #
 # Builds the `screenshots` target in DIR (default build/), runs each program as the command
 # of lab/lab.sh on a virtual display with the unit it needs, and writes the pictures to the
 # --out folder (default: a new folder under /tmp, printed at the end; `--out docs` renews
 # the README's pictures). --only takes a program's name (rvx3210_shots, rvx5370_screenshot,
-# ..., or search) and may be repeated. Needs root for the namespaces, as the lab does.
+# ..., or search) and may be repeated. --scale runs the programs with Qt's QT_SCALE_FACTOR
+# (as on a high-DPI screen) and names the pictures NAME-Fx.png. Needs root for the namespaces,
+# as the lab does.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 build_dir="$root/build"
 out=""
 only=()
+scale=""
 
 while [ "$#" -gt 0 ]; do
     case "$1" in
     --build-dir) build_dir=${2:?}; shift 2 ;;
     --out) out=${2:?}; shift 2 ;;
     --only) only+=("${2:?}"); shift 2 ;;
-    *) sed -n '5,11p' "${BASH_SOURCE[0]}" | sed 's/^# \{0,1\}//' >&2; exit 2 ;;
+    --scale) scale=${2:?}; shift 2 ;;
+    *) sed -n '5,14p' "${BASH_SOURCE[0]}" | sed 's/^# \{0,1\}//' >&2; exit 2 ;;
     esac
 done
 [ -n "$out" ] || out=$(mktemp -d /tmp/kova-screenshots.XXXXXX)
 mkdir -p "$out"
 out=$(cd "$out" && pwd)
+final_out=$out
+if [ -n "$scale" ]; then
+    export QT_SCALE_FACTOR=$scale
+    # Room for the largest panel at the scale on the virtual display.
+    export LAB_XVFB_SCREEN=3840x2160x24
+    out=$(mktemp -d /tmp/kova-screenshots-scaled.XXXXXX)
+fi
 build_dir=$(cd "$build_dir" && pwd)
 
 # Program, then the unit it opens. Each program's head says what it sets up.
@@ -71,5 +82,14 @@ if wanted search; then
         --screenshot "$out/search-window.png" || failed=1
 fi
 
+if [ -n "$scale" ]; then
+    for picture in "$out"/*.png; do
+        [ -e "$picture" ] || continue
+        name=$(basename "$picture" .png)
+        mv "$picture" "$final_out/$name-${scale}x.png"
+    done
+    rmdir "$out" 2>/dev/null || true
+    out=$final_out
+fi
 echo "pictures in $out"
 exit "$failed"
