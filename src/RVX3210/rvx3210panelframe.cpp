@@ -4,6 +4,7 @@
 #include "below_widget.h"
 #include "common/panelkeys.h"
 #include "common/pictureiconengine.h"
+#include "common/pixmapcachesweep.h"
 #include "common/tbarsequencer.h"
 #include "middle_widget.h"
 #include "plane_botton.h"
@@ -28,6 +29,7 @@ Rvx3210PanelFrame::Rvx3210PanelFrame(QWidget *parent) : QDialog(parent)
 {
     // The keys' pictures come from their sheets and are restyled with every state reply.
     PictureIconEngine::install();
+    PixmapCacheSweep::install();
     setWindowTitle(QString::fromLatin1(S::WindowTitle));
     setWindowIcon(QIcon(QString::fromLatin1(S::WindowIcon)));
     // Frameless like the search window: the title strip carries the drag and the keys.

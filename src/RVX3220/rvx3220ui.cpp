@@ -8,6 +8,7 @@
 #include "common/keysheet.h"
 #include "common/panelkeys.h"
 #include "common/pictureiconengine.h"
+#include "common/pixmapcachesweep.h"
 #include "devlog.h"
 #include "ipdialog.h"
 #include "pgm.h"
@@ -40,6 +41,7 @@ RVX3220UI::RVX3220UI(QWidget *parent) : QDialog(parent)
 {
     // Its keys' pictures come from their sheets and are restyled with every state reply.
     PictureIconEngine::install();
+    PixmapCacheSweep::install();
     m_reachedMax = m_reachedMin = m_strokeBack = m_pipOn = m_popOn = false;
     init();
 }

@@ -5,6 +5,7 @@
 #include "common/delay.h"
 #include "common/keysheet.h"
 #include "common/panelkeys.h"
+#include "common/pixmapcachesweep.h"
 #include "common/tbarsequencer.h"
 
 #include <QAbstractButton>
@@ -86,6 +87,7 @@ FrontPanel8000::FrontPanel8000(QWidget *panel, RVX5ALL_workdata *link, Keys keys
     shortcuts.preview = numberedKeys(m_hooks.digitRow);
     shortcuts.program = numberedKeys(m_hooks.shiftDigitRow);
     new PanelKeys(m_panel, std::move(shortcuts));
+    PixmapCacheSweep::install();
 }
 
 void FrontPanel8000::lightGroup(QButtonGroup *group, int id, const char *litSheet)
