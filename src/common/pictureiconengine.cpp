@@ -97,12 +97,12 @@ void PictureIconEngine::install()
 void PictureIconEngine::paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State)
 {
     const qreal ratio = painter->device() ? painter->device()->devicePixelRatioF() : 1.0;
-    const QPixmap pm = pixmapAt(rect.size() * ratio, mode, ratio);
-    const QSizeF shown = QSizeF(pm.size()) / ratio;
-    painter->drawPixmap(QRectF(QPointF(rect.x() + (rect.width() - shown.width()) / 2,
-                                       rect.y() + (rect.height() - shown.height()) / 2),
-                               shown),
-                        pm, QRectF());
+    const QSize room = rect.size() * ratio;
+    const QPixmap pm = pixmapAt(room, mode, ratio);
+    // Centred on whole device pixels, so the picture is copied, not resampled half a pixel off.
+    const QPointF inset(((room.width() - pm.width()) / 2) / ratio,
+                        ((room.height() - pm.height()) / 2) / ratio);
+    painter->drawPixmap(QRectF(QPointF(rect.topLeft()) + inset, QSizeF(pm.size()) / ratio), pm, QRectF());
 }
 
 QPixmap PictureIconEngine::pixmap(const QSize &size, QIcon::Mode mode, QIcon::State)
