@@ -1,7 +1,8 @@
 // Panel timings against a socket standing in for the unit, the same runs for every panel:
-//  - a click on CUT until the datagram is readable at the unit,
+//  - a click on CUT until the datagram is readable at the unit (panels with CUT),
 //  - a state reply sent by the unit until the panel has restyled its keys, and repainted them;
-//    and one that repeats the last reply (loopback only),
+//    and one that repeats the last reply (loopback only); panels whose unit reports state,
+//  - a PGM key pressed until the click is handled, two keys restyled (loopback only),
 //  - a bare datagram between two plain sockets on the same addresses, as the floor,
 //  - CPU used by the process over 10 s idle, with FTB blinking, and with AUTO run after AUTO
 //    at rate 2 (loopback only).
@@ -16,6 +17,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QAbstractButton>
 #include <QNetworkDatagram>
 #include <QProcess>
 #include <QPushButton>
@@ -30,6 +32,7 @@
 #include <netinet/in.h>
 #include <poll.h>
 #include <string>
+#include <tuple>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -103,6 +106,19 @@ qint64 nowNs()
     return BenchClock::nowNs();
 }
 
+// Counts the style changes (a widget given a new sheet, or repolished with its parent's) the
+// application delivers while it lives.
+struct StyleChangeCount : QObject
+{
+    StyleChangeCount() { QCoreApplication::instance()->installEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::StyleChange;
+        return false;
+    }
+    int count = 0;
+};
+
 struct Row
 {
     const char *path;
@@ -137,7 +153,7 @@ void printCpu(const char *condition, double cpu, double wallMs)
     std::printf("| %s | %.1f ms in %.1f s | %.2f %% |\n", condition, cpu, wallMs / 1e3, cpu / wallMs * 100.0);
 }
 
-int loopback(PanelRig &rig)
+int loopback(PanelRig &rig, bool restyleOnly)
 {
     QUdpSocket unit;
     if (!unit.bind(UnitIp, Port, Share)) {
@@ -151,15 +167,21 @@ int loopback(PanelRig &rig)
     auto reply = [&](uint8_t pgm, uint8_t rate) {
         unit.writeDatagram(stateReply(rig.stateRecord(pgm, rate)), QHostAddress::LocalHost, Port);
     };
+    auto drain = [&] {
+        while (unit.hasPendingDatagrams())
+            awaitDatagram(unit);
+    };
+    const auto [first, second] = rig.movingInputs();
 
     rig.panel()->show();
     rig.bind(UnitIp.toString(), HisIp.toString());
-    awaitDatagram(unit); // the state read of a freshly bound panel
-    // Bring every echo-prone control in line with the replies used below.
-    reply(1, 0);
-    runFor(200);
-    while (unit.hasPendingDatagrams())
-        awaitDatagram(unit);
+    if (rig.reportsState()) {
+        awaitDatagram(unit); // the state read of a freshly bound panel
+        // Bring every echo-prone control in line with the replies used below.
+        reply(1, 0);
+    }
+    runFor(rig.settleMs());
+    drain();
 
     // Floor: a bare datagram from a plain socket to the unit's socket.
     QUdpSocket plain;
@@ -180,29 +202,34 @@ int loopback(PanelRig &rig)
     QPushButton *cutKey = rig.cutKey();
     std::vector<double> cutWrittenUs;
     qint64 writtenAt = 0;
-    auto sent =
-        QObject::connect(rig.link(), &ReportingLink::showCurrentData, [&] { writtenAt = t.nsecsElapsed(); });
-    for (int i = 0; i < Runs; ++i) {
+    QMetaObject::Connection sent;
+    if (rig.link())
+        sent = QObject::connect(rig.link(), &ReportingLink::showCurrentData, [&] { writtenAt = t.nsecsElapsed(); });
+    for (int i = 0; cutKey && i < Runs; ++i) {
         t.start();
         cutKey->click();
         if (!awaitDatagram(unit))
             return 1;
         cutUs.push_back(t.nsecsElapsed() / 1e3);
-        cutWrittenUs.push_back(writtenAt / 1e3);
+        if (rig.link())
+            cutWrittenUs.push_back(writtenAt / 1e3);
     }
     QObject::disconnect(sent);
     // The CUT lamp goes out on a timer; let it, so it does not fall into a state run.
     runFor(500);
+    drain();
 
     // State reply from the unit to restyled keys: the fan-out runs inside the link's signal,
     // so a connection made after the panel's fires once the keys have their new sheets. The
     // repaint they ask for is a posted event, handled right after, so each run starts clean.
-    // The replies move PGM between 3 and 4 (two keys change), or repeat PGM 3 (none does).
-    std::vector<double> paintedUs, repeatUs;
+    // The replies move PGM between two inputs (two keys change), or repeat one (none does).
+    std::vector<double> paintedUs, repeatUs, pressUs, styleChanges;
+    StyleChangeCount styleCount;
     auto stateRuns = [&](bool moving, std::vector<double> &restyled, std::vector<double> *painted) {
         QCoreApplication::sendPostedEvents();
         for (int i = 0; i < Runs; ++i) {
-            const uint8_t pgm = moving && i % 2 == 0 ? 4 : 3;
+            styleCount.count = 0;
+            const uint8_t pgm = uint8_t(moving && i % 2 == 0 ? second : first);
             qint64 restyledAt = -1;
             QEventLoop loop;
             auto c = QObject::connect(rig.link(), &ReportingLink::stateReported, [&] {
@@ -215,20 +242,62 @@ int loopback(PanelRig &rig)
             loop.exec();
             QObject::disconnect(c);
             QCoreApplication::sendPostedEvents();
-            if (restyledAt < 0 || rig.pgmLit(3) != (pgm == 3))
+            if (restyledAt < 0 || rig.pgmLit(first) != (pgm == first))
                 return false;
             restyled.push_back(restyledAt / 1e3);
-            if (painted)
+            if (painted) {
                 painted->push_back(t.nsecsElapsed() / 1e3);
+                styleChanges.push_back(styleCount.count);
+            }
         }
         return true;
     };
-    if (!stateRuns(true, stateUs, &paintedUs) || !stateRuns(false, repeatUs, nullptr))
-        return 1;
-    // Nothing the panel was told may have been sent back.
-    if (unit.hasPendingDatagrams()) {
-        std::fprintf(stderr, "the panel answered a state reply\n");
-        return 1;
+    if (rig.reportsState()) {
+        if (!stateRuns(true, stateUs, &paintedUs) || !stateRuns(false, repeatUs, nullptr))
+            return 1;
+        // Nothing the panel was told may have been sent back.
+        if (unit.hasPendingDatagrams()) {
+            std::fprintf(stderr, "the panel answered a state reply\n");
+            return 1;
+        }
+    }
+
+    // A PGM key pressed, the two inputs in turn: the key lights, the one lit before goes out,
+    // and the command is sent. The figure is the whole click (its send is a few us of it).
+    QCoreApplication::sendPostedEvents();
+    for (int i = 0; i < Runs; ++i) {
+        const int input = i % 2 == 0 ? second : first;
+        QAbstractButton *key = rig.pgmKey(input);
+        t.start();
+        key->click();
+        pressUs.push_back(t.nsecsElapsed() / 1e3);
+        QCoreApplication::sendPostedEvents();
+        if (rig.pgmLit(first) != (input == first)) {
+            std::fprintf(stderr, "PGM %d pressed, PGM %d %s\n", input, first,
+                         rig.pgmLit(first) ? "lit" : "unlit");
+            return 1;
+        }
+        while (unit.hasPendingDatagrams()) {
+            QByteArray d(int(unit.pendingDatagramSize()), '\0');
+            unit.readDatagram(d.data(), d.size());
+        }
+    }
+
+    std::vector<Row> rows = {{"bare UDP datagram, plain socket to the unit's socket (floor)", floorUs}};
+    if (!cutWrittenUs.empty())
+        rows.push_back({"CUT click to datagram written (in the unit's socket then)", cutWrittenUs});
+    if (!cutUs.empty())
+        rows.push_back({"CUT click to datagram read at the unit, after the click is fully handled", cutUs});
+    if (rig.reportsState()) {
+        rows.push_back({"state reply sent by the unit to keys restyled", stateUs});
+        rows.push_back({"state reply sent by the unit to the panel repainted", paintedUs});
+        rows.push_back({"state reply repeating the last one to keys restyled", repeatUs});
+        rows.push_back({"widgets restyled by a state reply moving two keys (count, not us)", styleChanges});
+    }
+    rows.push_back({"PGM key press to keys restyled (two keys move)", pressUs});
+    if (restyleOnly) {
+        printRows(rows);
+        return 0;
     }
 
     // CPU over 10 s: idle, with FTB blinking, then with AUTO clicked again as soon as a run
@@ -238,38 +307,40 @@ int loopback(PanelRig &rig)
     double c0 = cpuMs();
     runFor(10000);
     const double idleMs = cpuMs() - c0;
-    rig.ftbKey()->click();
-    c0 = cpuMs();
-    runFor(10000);
-    const double blinkMs = cpuMs() - c0;
-    rig.ftbKey()->click();
-    reply(1, 2);
-    runFor(1500);
-    int autoFrames = 0;
-    sent = QObject::connect(rig.link(), &ReportingLink::showCurrentData, [&] { ++autoFrames; });
-    c0 = cpuMs();
-    const auto [autoRuns, autoWallMs] = clickFor(rig.autoKey(), 10000);
-    const double autoMs = cpuMs() - c0;
-    QObject::disconnect(sent);
-    // Each run sends AUTO once; a click the panel ignored would leave the figure empty.
-    if (autoFrames != autoRuns) {
-        std::fprintf(stderr, "%d AUTO clicks sent %d frames\n", autoRuns, autoFrames);
-        return 1;
+    double blinkMs = -1;
+    if (QPushButton *ftb = rig.ftbKey()) {
+        ftb->click();
+        c0 = cpuMs();
+        runFor(10000);
+        blinkMs = cpuMs() - c0;
+        ftb->click();
+    }
+    int autoRuns = 0;
+    double autoWallMs = 0, autoMs = 0;
+    if (rig.autoKey() && rig.link()) {
+        reply(1, 2);
+        runFor(1500);
+        int autoFrames = 0;
+        sent = QObject::connect(rig.link(), &ReportingLink::showCurrentData, [&] { ++autoFrames; });
+        c0 = cpuMs();
+        std::tie(autoRuns, autoWallMs) = clickFor(rig.autoKey(), 10000);
+        autoMs = cpuMs() - c0;
+        QObject::disconnect(sent);
+        // Each run sends AUTO once; a click the panel ignored would leave the figure empty.
+        if (autoFrames != autoRuns) {
+            std::fprintf(stderr, "%d AUTO clicks sent %d frames\n", autoRuns, autoFrames);
+            return 1;
+        }
     }
 
-    printRows({
-        {"bare UDP datagram, plain socket to the unit's socket (floor)", floorUs},
-        {"CUT click to datagram written (in the unit's socket then)", cutWrittenUs},
-        {"CUT click to datagram read at the unit, after the click is fully handled", cutUs},
-        {"state reply sent by the unit to keys restyled", stateUs},
-        {"state reply sent by the unit to the panel repainted", paintedUs},
-        {"state reply repeating the last one to keys restyled", repeatUs},
-    });
+    printRows(rows);
     std::printf("\n| Condition | CPU (user + system) | Share of one core |\n|---|---|---|\n");
     printCpu("panel shown, idle", idleMs, 10000);
-    printCpu("FTB blinking", blinkMs, 10000);
-    std::printf("| AUTO at rate 2, %d runs back to back (%.0f ms each) | %.1f ms in %.1f s | %.2f %% |\n",
-                autoRuns, autoWallMs / autoRuns, autoMs, autoWallMs / 1e3, autoMs / autoWallMs * 100.0);
+    if (blinkMs >= 0)
+        printCpu("FTB blinking", blinkMs, 10000);
+    if (autoRuns > 0)
+        std::printf("| AUTO at rate 2, %d runs back to back (%.0f ms each) | %.1f ms in %.1f s | %.2f %% |\n",
+                    autoRuns, autoWallMs / autoRuns, autoMs, autoWallMs / 1e3, autoMs / autoWallMs * 100.0);
     return 0;
 }
 
@@ -451,6 +522,7 @@ int lab(PanelRig &rig)
     }
 
     auto reply = [&](uint8_t pgm) { unit.send("send " + stateReply(rig.stateRecord(pgm, 0)).toHex()); };
+    const auto [first, second] = rig.movingInputs();
     rig.panel()->show();
     rig.bind(LabUnitIp, LabHisIp);
     runFor(100);
@@ -501,7 +573,7 @@ int lab(PanelRig &rig)
     QPushButton *cutKey = rig.cutKey();
     qint64 writtenAt = 0;
     auto sent = QObject::connect(rig.link(), &ReportingLink::showCurrentData, [&] { writtenAt = nowNs(); });
-    for (int i = 0; i < Runs; ++i) {
+    for (int i = 0; cutKey && i < Runs; ++i) {
         const qint64 t0 = nowNs();
         cutKey->click();
         const std::vector<qint64> at = unit.stamps("rx main 83");
@@ -521,7 +593,7 @@ int lab(PanelRig &rig)
     // as posted events. The clicks' own repaints are done first.
     QCoreApplication::sendPostedEvents();
     for (int i = 0; i < Runs; ++i) {
-        const uint8_t pgm = (i % 2) ? 3 : 4;
+        const uint8_t pgm = uint8_t((i % 2) ? first : second);
         qint64 restyledAt = -1;
         QEventLoop loop;
         auto c = QObject::connect(rig.link(), &ReportingLink::stateReported, [&] {
@@ -539,29 +611,32 @@ int lab(PanelRig &rig)
             return 1;
         stateUs.push_back((restyledAt - sentAt[0]) / 1e3);
         paintedUs.push_back((paintedAt - sentAt[0]) / 1e3);
-        if (rig.pgmLit(3) != (pgm == 3))
+        if (rig.pgmLit(first) != (pgm == first))
             return 1;
     }
     unit.stop();
 
-    printRows({
+    std::vector<Row> rows = {
         {"bare UDP datagram, plain socket to the unit's socket (floor)", floorInUs},
         {"the same, to the unit process awake", floorAwakeUs},
-        {"CUT click to datagram written", cutWrittenUs},
-        {"CUT click to datagram in the unit's socket", cutInUs},
-        {"CUT click to the unit process awake with it", cutAwakeUs},
-        {"bare UDP datagram, unit to a plain socket read through the event loop (floor)", floorBackUs},
-        {"state reply sent by the unit to keys restyled", stateUs},
-        {"state reply sent by the unit to the panel repainted", paintedUs},
-    });
+    };
+    if (cutKey) {
+        rows.push_back({"CUT click to datagram written", cutWrittenUs});
+        rows.push_back({"CUT click to datagram in the unit's socket", cutInUs});
+        rows.push_back({"CUT click to the unit process awake with it", cutAwakeUs});
+    }
+    rows.push_back({"bare UDP datagram, unit to a plain socket read through the event loop (floor)", floorBackUs});
+    rows.push_back({"state reply sent by the unit to keys restyled", stateUs});
+    rows.push_back({"state reply sent by the unit to the panel repainted", paintedUs});
+    printRows(rows);
     return 0;
 }
 
 } // namespace
 
-int runLoopback(PanelRig &rig)
+int runLoopback(PanelRig &rig, bool restyleOnly)
 {
-    return loopback(rig);
+    return loopback(rig, restyleOnly);
 }
 
 int runLab(PanelRig &rig)
