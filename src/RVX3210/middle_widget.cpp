@@ -143,7 +143,7 @@ QPushButton *Middle_widget::makeKey(const char *style, int size)
     auto *key = new QPushButton(this);
     key->setFixedSize(size, size);
     key->setFocusPolicy(Qt::NoFocus);
-    key->setStyleSheet(QString::fromLatin1(style));
+    key->setStyleSheet(KeySheet::text(style));
     return key;
 }
 
@@ -182,8 +182,8 @@ void Middle_widget::set_AFVorMIX_Style(uint8_t m)
 {
     // Each key gets its final picture at once: a key that keeps its look is not restyled (a
     // new picture is decoded again), and a state reply repeats most of what it said before.
-    setKeySheet(m_btnAFV, QString::fromLatin1(m == 0 ? S::AfvOn : S::AfvOff));
-    setKeySheet(m_btnMIX, QString::fromLatin1(m == 1 ? S::MixOn : S::MixOff));
+    setKeySheet(m_btnAFV, KeySheet::text(m == 0 ? S::AfvOn : S::AfvOff));
+    setKeySheet(m_btnMIX, KeySheet::text(m == 1 ? S::MixOn : S::MixOff));
     if (m == 0) {
         // Audio follows video: the sources are the unit's business then.
         m_ch1->setEnabled(false);
@@ -268,13 +268,13 @@ void Middle_widget::set_CH2VOL_Style(uint8_t v)
 void Middle_widget::showTransition(int lit)
 {
     for (int id = 1; id <= 6; ++id)
-        setKeySheet(m_trans->button(id), QString::fromLatin1(id == lit ? TransOn[id - 1] : TransOff[id - 1]));
+        setKeySheet(m_trans->button(id), KeySheet::text(id == lit ? TransOn[id - 1] : TransOff[id - 1]));
 }
 
 void Middle_widget::lightTransition(int id)
 {
     if (id >= 1 && id <= 6)
-        setKeySheet(m_trans->button(id), QString::fromLatin1(TransOn[id - 1]));
+        setKeySheet(m_trans->button(id), KeySheet::text(TransOn[id - 1]));
 }
 
 void Middle_widget::on_btnGrp_clicked(int id)

@@ -66,7 +66,7 @@ QPushButton *Upper_Widget::makeKey(const char *style)
     auto *key = new QPushButton(this);
     key->setFixedSize(55, 55);
     key->setFocusPolicy(Qt::NoFocus);
-    key->setStyleSheet(QString::fromLatin1(style));
+    key->setStyleSheet(KeySheet::text(style));
     return key;
 }
 
@@ -218,17 +218,17 @@ void Upper_Widget::on_btnclicked_retrun()
 
 void Upper_Widget::on_Style_btnFTB(bool on)
 {
-    setKeySheet(m_btnFTB, QString::fromLatin1(on ? S::FTBOn : S::FTBOff));
+    setKeySheet(m_btnFTB, KeySheet::text(on ? S::FTBOn : S::FTBOff));
 }
 
 void Upper_Widget::on_Style_btnF1(bool on)
 {
-    setKeySheet(m_btnF1, QString::fromLatin1(on ? S::F1On : S::F1Off));
+    setKeySheet(m_btnF1, KeySheet::text(on ? S::F1On : S::F1Off));
 }
 
 void Upper_Widget::on_Style_btnF2(bool on)
 {
-    setKeySheet(m_btnF2, QString::fromLatin1(on ? S::F2On : S::F2Off));
+    setKeySheet(m_btnF2, KeySheet::text(on ? S::F2On : S::F2Off));
 }
 
 void Upper_Widget::on_Style_btnF3(bool on)

@@ -55,36 +55,36 @@ RVX_3410_Middle_widget::RVX_3410_Middle_widget(QWidget *parent, RVX3210_workdata
 
 void RVX_3410_Middle_widget::on_btnpressed_MenuUp()
 {
-    setKeySheet(m_btnMenuUp, QString::fromLatin1(S4::MenuUpOn));
+    setKeySheet(m_btnMenuUp, KeySheet::text(S4::MenuUpOn));
     link()->SendCMDMenu(MenuUp, Pressed);
 }
 
 void RVX_3410_Middle_widget::on_btnreleased_MenuUp()
 {
-    setKeySheet(m_btnMenuUp, QString::fromLatin1(S4::MenuUpOff));
+    setKeySheet(m_btnMenuUp, KeySheet::text(S4::MenuUpOff));
     link()->SendCMDMenu(MenuUp, Released);
 }
 
 void RVX_3410_Middle_widget::on_btnpressed_Menu()
 {
-    setKeySheet(m_btnMenu, QString::fromLatin1(S4::MenuOn));
+    setKeySheet(m_btnMenu, KeySheet::text(S4::MenuOn));
     link()->SendCMDMenu(MenuEnter, Pressed);
 }
 
 void RVX_3410_Middle_widget::on_btnreleased_Menu()
 {
     // The unit acts on the press alone: unlike the arrows, the menu key sends no release.
-    setKeySheet(m_btnMenu, QString::fromLatin1(S4::MenuOff));
+    setKeySheet(m_btnMenu, KeySheet::text(S4::MenuOff));
 }
 
 void RVX_3410_Middle_widget::on_btnpressed_MenuDown()
 {
-    setKeySheet(m_btnMenuDown, QString::fromLatin1(S4::MenuDownOn));
+    setKeySheet(m_btnMenuDown, KeySheet::text(S4::MenuDownOn));
     link()->SendCMDMenu(MenuDown, Pressed);
 }
 
 void RVX_3410_Middle_widget::on_btnreleased_MenuDown()
 {
-    setKeySheet(m_btnMenuDown, QString::fromLatin1(S4::MenuDownOff));
+    setKeySheet(m_btnMenuDown, KeySheet::text(S4::MenuDownOff));
     link()->SendCMDMenu(MenuDown, Released);
 }

@@ -140,8 +140,9 @@ void RVX5350::showInput(int input)
     if (input != 1 && input != 2)
         return;
     m_onAir = input;
-    ui->g_in1->setStyleSheet(QString::fromLatin1(input == 1 ? S::OnAirBox : S::OffAirBox));
-    ui->g_in2->setStyleSheet(QString::fromLatin1(input == 2 ? S::OnAirBox : S::OffAirBox));
+    // A box given its sheet again repolishes every key in it: only a change is set.
+    setLamp(ui->g_in1, input == 1, S::OnAirBox, S::OffAirBox);
+    setLamp(ui->g_in2, input == 2, S::OnAirBox, S::OffAirBox);
     setLamp(ui->btn_in1, input == 1, KeySheet::GradientRed, KeySheet::GradientOff);
     setLamp(ui->btn_in2, input == 2, KeySheet::GradientRed, KeySheet::GradientOff);
 }

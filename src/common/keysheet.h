@@ -9,18 +9,21 @@
 // composer writes its family's text exactly as the unit's own software had it.
 namespace KeySheet {
 
+// The composers and setLamp below take the named constants of the styles headers (a picture
+// path, a base or whole sheet), never text made at run time: each sheet is composed once per
+// process, kept under the constants' addresses, and handed out as that one string. A key
+// shown the same look again then holds the very text it is compared with, so a state reply
+// that re-asserts thirty looks makes no string and compares none of them character by
+// character.
+
 // "QPushButton{image:url(<picture>);}" followed by the base sheet (may be empty).
-inline QString image(const char *picture, const char *base = "")
-{
-    return QLatin1String("QPushButton{image:url(") + QLatin1String(picture) + QLatin1String(");}") +
-           QLatin1String(base);
-}
+const QString &image(const char *picture, const char *base = "");
 
 // "QPushButton{border-image: url(<picture>);}": the picture covers the whole key.
-inline QString borderImage(const char *picture)
-{
-    return QLatin1String("QPushButton{border-image: url(") + QLatin1String(picture) + QLatin1String(");}");
-}
+const QString &borderImage(const char *picture);
+
+// A whole sheet constant as a string.
+const QString &text(const char *sheet);
 
 // The 8000 series' four key looks (QWidget sheets): unlit, red (program, active), green
 // (preview, selected) and disabled. The doubled ";;" is part of the text.
@@ -43,8 +46,9 @@ inline constexpr char GradientDisabled[] =
 
 } // namespace KeySheet
 
-// Gives a key a new style sheet only when it differs from the one it has: Qt repolishes on
-// every assignment, and a state reply re-asserts some thirty sheets that mostly stay the same.
+// Gives a key a new style sheet only when it differs from the one it has: Qt parses the text
+// and repolishes the key (and all it holds) on every assignment, equal or not, and a state
+// reply re-asserts some thirty sheets that mostly stay the same.
 inline void setKeySheet(QWidget *key, const QString &sheet)
 {
     if (key->styleSheet() != sheet)
@@ -59,5 +63,5 @@ inline void setLamp(QWidget *key, bool lit, const QString &litSheet, const QStri
 
 inline void setLamp(QWidget *key, bool lit, const char *litSheet, const char *unlitSheet)
 {
-    setKeySheet(key, QString::fromLatin1(lit ? litSheet : unlitSheet));
+    setKeySheet(key, KeySheet::text(lit ? litSheet : unlitSheet));
 }

@@ -13,7 +13,7 @@ void LampKey::setSheets(const QString &lit, const QString &unlit)
 
 void LampKey::setSheets(const char *lit, const char *unlit)
 {
-    setSheets(QString::fromLatin1(lit), QString::fromLatin1(unlit));
+    setSheets(KeySheet::text(lit), KeySheet::text(unlit));
 }
 
 void LampKey::setLit(bool lit)

@@ -1,13 +1,18 @@
-// Built into the program, not loaded from a plugin folder.
+// One source, two builds: the plugin file kova_pictureicons (KOVA_PICTUREICON_PLUGIN), and the
+// copy built into the program, with install(), which serves only where the file is missing.
+#ifndef KOVA_PICTUREICON_PLUGIN
 #define QT_STATICPLUGIN
+#endif
 
 #include "pictureiconengine.h"
 
 #include <QApplication>
 #include <QCache>
+#include <QDir>
 #include <QFile>
 #include <QHash>
 #include <QIconEnginePlugin>
+#include <QPluginLoader>
 #include <QPainter>
 #include <QPixmap>
 #include <QStyle>
@@ -82,17 +87,58 @@ public:
 
 } // namespace
 
+#ifndef KOVA_PICTUREICON_PLUGIN
 // Written by moc at the end of this file.
 extern const QStaticPlugin qt_static_plugin_PictureIconPlugin();
+
+namespace {
+
+QString &loadedFrom()
+{
+    static QString folder;
+    return folder;
+}
+
+// The plugin folder where the plugin file is and loads as this engine: beside the installed
+// program (KOVA_PLUGINS_FROM_BINDIR, relative to its folder), else in the build tree.
+QString findPluginFolder()
+{
+    const QStringList folders = {
+        QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral(KOVA_PLUGINS_FROM_BINDIR)),
+        QStringLiteral(KOVA_PLUGINS_BUILD_DIR)};
+    for (const QString &candidate : folders) {
+        const QString folder = QDir(candidate).canonicalPath();
+        const QString file = folder + QStringLiteral("/iconengines/" KOVA_PICTUREICON_FILE);
+        if (folder.isEmpty() || !QFile::exists(file))
+            continue;
+        // A file that does not load (built for another Qt, say) leaves the built-in copy.
+        QPluginLoader loader(file);
+        if (qobject_cast<QIconEnginePlugin *>(loader.instance()))
+            return folder;
+    }
+    return QString();
+}
+
+} // namespace
 
 void PictureIconEngine::install()
 {
     static const bool installed = [] {
-        qRegisterStaticPluginFunction(qt_static_plugin_PictureIconPlugin());
+        loadedFrom() = findPluginFolder();
+        if (loadedFrom().isEmpty())
+            qRegisterStaticPluginFunction(qt_static_plugin_PictureIconPlugin());
+        else
+            QCoreApplication::addLibraryPath(loadedFrom());
         return true;
     }();
     Q_UNUSED(installed)
 }
+
+QString PictureIconEngine::pluginFolder()
+{
+    return loadedFrom();
+}
+#endif
 
 void PictureIconEngine::paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State)
 {

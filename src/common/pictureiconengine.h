@@ -13,13 +13,23 @@
 //
 // On a screen scaled above 1 an icon is drawn from the picture's "@2x" file, when there is
 // one, at the screen's own pixels: the key keeps its size on the panel and stays sharp.
+//
+// Qt finds the engine as an icon-engine plugin, and the program ships it as a plugin file
+// (kova_pictureicons, in a folder of its own) rather than built in: Qt 5 reads a built-in
+// plugin's description again on every plugin query of any kind, and a restyle of a key with a
+// picture makes eight (the icon, and the size of the picture read twice), half of its cost.
+// A plugin file's description is read once, when the folder is added.
 class PictureIconEngine : public QIconEngine
 {
 public:
     explicit PictureIconEngine(const QString &file) : m_file(file) {}
 
-    // Makes icons built from .bmp and .png files use this engine (once per program).
+    // Makes icons built from .bmp and .png files use this engine (once per program): from the
+    // plugin file where it is found and loads, else from the copy built into the program.
     static void install();
+    // The folder the plugin was loaded from (it holds iconengines/); empty when the built-in
+    // copy serves, or before install().
+    static QString pluginFolder();
     // Scaled copies are kept up to this many KiB: two of every picture and of its double-size
     // drawing fit, for windows on screens of both kinds; one screen's panels take far less.
     static constexpr int ScaledLimitKb = 48 * 1024;

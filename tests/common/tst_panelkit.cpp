@@ -2,6 +2,7 @@
 // global points, so the drags do not depend on where the offscreen windows sit.
 #include "common/centre.h"
 #include "common/keyflash.h"
+#include "common/pictureiconengine.h"
 #include "common/pipsettingspane.h"
 #include "common/tbarsequencer.h"
 #include "common/unitstateguard.h"
@@ -11,6 +12,8 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QElapsedTimer>
+#include <QIcon>
+#include <QPluginLoader>
 #include <QMouseEvent>
 #include <QPointer>
 #include <QSlider>
@@ -95,6 +98,7 @@ private slots:
     void pipPositionWaitsForSize();
     void pipStateEcho_data();
     void pipStateEcho();
+    void picturesLoadedOnceFromThePluginFile();
 };
 
 // A window at (100, 100) holds a strip (0,0 400x30) holding a child (0,20 50x10). The drag is
@@ -368,6 +372,24 @@ void TestPanelKit::pipStateEcho()
     QCOMPARE(pane.sizeList()->currentIndex(), 2);
     QCOMPARE(pane.borderEnable()->currentIndex(), 1);
     QCOMPARE(link.sent, QStringList{});
+}
+
+// A restyle makes a new icon of its key's picture: each must share the one picture loaded for
+// the file, not decode it again. And the engine must come from its plugin file: built in, Qt 5
+// reads its description again on every plugin query, half the cost of a restyle.
+void TestPanelKit::picturesLoadedOnceFromThePluginFile()
+{
+    PictureIconEngine::install();
+    QVERIFY2(!PictureIconEngine::pluginFolder().isEmpty(), "the plugin file was not found or did not load");
+    QVERIFY(QCoreApplication::libraryPaths().contains(PictureIconEngine::pluginFolder()));
+    for (const QStaticPlugin &plugin : QPluginLoader::staticPlugins())
+        QVERIFY(plugin.metaData().value(QLatin1String("className")).toString() != QLatin1String("PictureIconPlugin"));
+    for (const char *file : {":/images/red/png/3.png", ":/images/white/CUT.bmp"}) {
+        const QIcon first(QString::fromLatin1(file)), second(QString::fromLatin1(file));
+        const QSize size = first.availableSizes().value(0);
+        QVERIFY2(!size.isEmpty(), file);
+        QCOMPARE(first.pixmap(size).cacheKey(), second.pixmap(size).cacheKey());
+    }
 }
 
 QTEST_MAIN(TestPanelKit)

@@ -3,14 +3,17 @@
 # and the search window's from the default lab.
 #
 #   tools/screenshots/take.sh [--build-dir DIR] [--out DIR] [--only NAME]... [--scale F]
+#                             [--clock "YYYY-MM-DD hh:mm:ss"]
 #
 # Builds the `screenshots` target in DIR (default build/), runs each program as the command
 # of lab/lab.sh on a virtual display with the unit it needs, and writes the pictures to the
 # --out folder (default: a new folder under /tmp, printed at the end; `--out docs` renews
 # the README's pictures). --only takes a program's name (rvx3210_shots, rvx5370_screenshot,
 # ..., or search) and may be repeated. --scale runs the programs with Qt's QT_SCALE_FACTOR
-# (as on a high-DPI screen) and names the pictures NAME-Fx.png. Needs root for the namespaces,
-# as the lab does.
+# (as on a high-DPI screen) and names the pictures NAME-Fx.png. --clock runs each program with
+# the wall clock stopped at that time (libfaketime, package faketime; Qt's timers keep the
+# monotonic clock), so a picture showing the time (the RVX5350's SET clock) is the same in every
+# run; not with a sanitizer build. Needs root for the namespaces, as the lab does.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
@@ -18,6 +21,7 @@ build_dir="$root/build"
 out=""
 only=()
 scale=""
+clock=""
 
 while [ "$#" -gt 0 ]; do
     case "$1" in
@@ -25,7 +29,8 @@ while [ "$#" -gt 0 ]; do
     --out) out=${2:?}; shift 2 ;;
     --only) only+=("${2:?}"); shift 2 ;;
     --scale) scale=${2:?}; shift 2 ;;
-    *) sed -n '5,14p' "${BASH_SOURCE[0]}" | sed 's/^# \{0,1\}//' >&2; exit 2 ;;
+    --clock) clock=${2:?}; shift 2 ;;
+    *) sed -n '5,18p' "${BASH_SOURCE[0]}" | sed 's/^# \{0,1\}//' >&2; exit 2 ;;
     esac
 done
 [ -n "$out" ] || out=$(mktemp -d /tmp/kova-screenshots.XXXXXX)
@@ -63,6 +68,16 @@ wanted() {
 
 cmake --build "$build_dir" --target screenshots kova kova-emulator -j"$(nproc)" >/dev/null
 
+wrap=()
+if [ -n "$clock" ]; then
+    faketime_lib=$(ls /usr/lib/*/faketime/libfaketime.so.1 2>/dev/null | head -n 1)
+    if [ -z "$faketime_lib" ]; then
+        echo "take.sh: --clock needs libfaketime (apt install faketime)" >&2
+        exit 2
+    fi
+    wrap=(env FAKETIME="$clock" FAKETIME_DONT_FAKE_MONOTONIC=1 LD_PRELOAD="$faketime_lib")
+fi
+
 # The pictures are for reading, not for finding leaks in Qt's platform plugins.
 export ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=0}
 failed=0
@@ -71,7 +86,7 @@ for entry in "${shots[@]}"; do
     wanted "$program" || continue
     echo "== $program"
     if ! "$root/lab/lab.sh" --emulator "$build_dir/emulator/kova-emulator" --xvfb --unit "$unit" \
-        -- "$build_dir/tools/screenshots/$program" "$out"; then
+        -- "${wrap[@]}" "$build_dir/tools/screenshots/$program" "$out"; then
         echo "take.sh: $program failed" >&2
         failed=1
     fi
