@@ -84,6 +84,15 @@ QByteArray stateReply(const QByteArray &record)
     return reply(0xA5FF, 0x49, "#\x01#" + record + "#");
 }
 
+// CPU time of this (the GUI) thread: what a path costs the panel, whatever else the machine
+// runs meanwhile. The wall-clock figures wait for the core as well when it is shared.
+qint64 threadCpuNs()
+{
+    timespec ts{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &ts);
+    return qint64(ts.tv_sec) * 1000000000 + ts.tv_nsec;
+}
+
 double cpuMs()
 {
     rusage r{};
@@ -223,20 +232,22 @@ int loopback(PanelRig &rig, bool restyleOnly)
     // so a connection made after the panel's fires once the keys have their new sheets. The
     // repaint they ask for is a posted event, handled right after, so each run starts clean.
     // The replies move PGM between two inputs (two keys change), or repeat one (none does).
-    std::vector<double> paintedUs, repeatUs, pressUs, styleChanges;
+    std::vector<double> paintedUs, repeatUs, pressUs, styleChanges, stateCpuUs, pressCpuUs;
     StyleChangeCount styleCount;
     auto stateRuns = [&](bool moving, std::vector<double> &restyled, std::vector<double> *painted) {
         QCoreApplication::sendPostedEvents();
         for (int i = 0; i < Runs; ++i) {
             styleCount.count = 0;
             const uint8_t pgm = uint8_t(moving && i % 2 == 0 ? second : first);
-            qint64 restyledAt = -1;
+            qint64 restyledAt = -1, cpuAt = 0;
             QEventLoop loop;
             auto c = QObject::connect(rig.link(), &ReportingLink::stateReported, [&] {
                 restyledAt = t.nsecsElapsed();
+                cpuAt = threadCpuNs();
                 loop.quit();
             });
             QTimer::singleShot(1000, &loop, &QEventLoop::quit);
+            const qint64 cpu0 = threadCpuNs();
             t.start();
             reply(pgm, 0);
             loop.exec();
@@ -248,6 +259,7 @@ int loopback(PanelRig &rig, bool restyleOnly)
             if (painted) {
                 painted->push_back(t.nsecsElapsed() / 1e3);
                 styleChanges.push_back(styleCount.count);
+                stateCpuUs.push_back((cpuAt - cpu0) / 1e3);
             }
         }
         return true;
@@ -268,9 +280,11 @@ int loopback(PanelRig &rig, bool restyleOnly)
     for (int i = 0; i < Runs; ++i) {
         const int input = i % 2 == 0 ? second : first;
         QAbstractButton *key = rig.pgmKey(input);
+        const qint64 cpu0 = threadCpuNs();
         t.start();
         key->click();
         pressUs.push_back(t.nsecsElapsed() / 1e3);
+        pressCpuUs.push_back((threadCpuNs() - cpu0) / 1e3);
         QCoreApplication::sendPostedEvents();
         if (rig.pgmLit(first) != (input == first)) {
             std::fprintf(stderr, "PGM %d pressed, PGM %d %s\n", input, first,
@@ -290,11 +304,13 @@ int loopback(PanelRig &rig, bool restyleOnly)
         rows.push_back({"CUT click to datagram read at the unit, after the click is fully handled", cutUs});
     if (rig.reportsState()) {
         rows.push_back({"state reply sent by the unit to keys restyled", stateUs});
+        rows.push_back({"state reply to keys restyled, CPU time of the GUI thread", stateCpuUs});
         rows.push_back({"state reply sent by the unit to the panel repainted", paintedUs});
         rows.push_back({"state reply repeating the last one to keys restyled", repeatUs});
         rows.push_back({"widgets restyled by a state reply moving two keys (count, not us)", styleChanges});
     }
     rows.push_back({"PGM key press to keys restyled (two keys move)", pressUs});
+    rows.push_back({"PGM key press to keys restyled, CPU time of the GUI thread", pressCpuUs});
     if (restyleOnly) {
         printRows(rows);
         return 0;
