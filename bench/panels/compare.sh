@@ -22,7 +22,7 @@ after=$2
 shift 2
 [ $# -gt 0 ] || set -- rvx3210 rvx3210s rvx3210p rvx3210-2021 rvx3410 rvx3220 rvx5310 rvx5370 rvx5350
 log=$(mktemp /tmp/kova-bench-compare.XXXXXX)
-trap 'rm -f "$log"' EXIT
+trap 'rm -f "$log" "$log.err"' EXIT
 start="$(date -u +%Y-%m-%d\ %H:%M) UTC, load $(cut -d' ' -f1-3 /proc/loadavg)"
 round=1
 while [ "$round" -le "$rounds" ]; do
@@ -31,7 +31,7 @@ while [ "$round" -le "$rounds" ]; do
             build=$before
             [ "$side" = after ] && build=$after
             echo "### $panel, $side, round $round, $(date -u +%H:%M:%S) UTC, load $(cut -d' ' -f1-3 /proc/loadavg)" >>"$log"
-            "$here/run.sh" --restyle "$build" "$panel" | sed -n '/^|/p' | sed "s/^/$panel|$side|/" >>"$log"
+            "$here/run.sh" --restyle "$build" "$panel" 2>>"$log.err" | sed -n '/^|/p' | sed "s/^/$panel|$side|/" >>"$log"
         done
     done
     round=$((round + 1))
