@@ -44,6 +44,7 @@ private slots:
     void wipeCodingAgainstCycle();
     void stillBlinkAndStateRule();
     void stateShown();
+    void repeatedStateRestylesNothing();
     void setStripAndClock();
     void anyPayloadSendsNothing();
     void keyboard_data();
@@ -270,6 +271,34 @@ void TestRvx5350::stateShown()
     QCOMPARE(
         rig.sent(),
         hexList("a56c1500a5ff01000000000000000000a3057303ae a56c1500a5ff01000000000000000000a5027203ae"));
+}
+
+// A box given its sheet again is parsed and repolished with the key in it, equal text or not:
+// a report that changes nothing must restyle nothing, one that moves the input only the two
+// boxes and their keys.
+void TestRvx5350::repeatedStateRestylesNothing()
+{
+    struct StyleChanges : QObject
+    {
+        bool eventFilter(QObject *watched, QEvent *event) override
+        {
+            if (event->type() == QEvent::StyleChange)
+                restyled << watched->objectName();
+            return false;
+        }
+        QStringList restyled;
+    } changes;
+    Rig rig;
+    rig.state(payload({}, Rest5350));
+    qApp->installEventFilter(&changes);
+    rig.state(payload({}, Rest5350));
+    QCOMPARE(changes.restyled, QStringList());
+    rig.state(payload({{0, 2}}, Rest5350));
+    // (Qt repolishes a box's key twice with the box, and once more for its own sheet.)
+    changes.restyled.removeDuplicates();
+    changes.restyled.sort();
+    QCOMPARE(changes.restyled, QStringList({"btn_in1", "btn_in2", "g_in1", "g_in2"}));
+    qApp->removeEventFilter(&changes);
 }
 
 void TestRvx5350::setStripAndClock()
