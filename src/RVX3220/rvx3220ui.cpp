@@ -94,7 +94,7 @@ void RVX3220UI::initUI1()
     QFont versionFont = m_version->font();
     versionFont.setPixelSize(10);
     m_version->setFont(versionFont);
-    m_divider->setStyleSheet(QString::fromLatin1(RVX3220Styles::DividerHidden));
+    setKeySheet(m_divider, KeySheet::text(RVX3220Styles::DividerHidden));
     m_tbar->setStyleSheet(QString::fromLatin1(RVX3220Styles::TbarGroove) +
                           QString::fromLatin1(RVX3220Styles::TbarHandle));
     m_settings->setStyleSheet(QString::fromLatin1(RVX3220Styles::SettingsButton));
@@ -250,14 +250,14 @@ void RVX3220UI::switchInset(bool &on, bool &otherOn, QWidget *pane, QWidget *oth
 void RVX3220UI::setRightUIshow()
 {
     m_titleBar->setGeometry(0, 0, WideWidth, 30);
-    m_divider->setStyleSheet(QString::fromLatin1(RVX3220Styles::DividerShown));
+    setKeySheet(m_divider, KeySheet::text(RVX3220Styles::DividerShown));
     resize(WideWidth, Height);
 }
 
 void RVX3220UI::setRightUIclos()
 {
     m_titleBar->setGeometry(0, 0, NarrowWidth, 30);
-    m_divider->setStyleSheet(QString::fromLatin1(RVX3220Styles::DividerHidden));
+    setKeySheet(m_divider, KeySheet::text(RVX3220Styles::DividerHidden));
     resize(NarrowWidth, Height);
     m_pip->close();
     m_pop->close();
