@@ -180,8 +180,9 @@ void Middle_widget::on_btnclicked_MIX()
 
 void Middle_widget::set_AFVorMIX_Style(uint8_t m)
 {
-    // Each key gets its final picture at once: a key that keeps its look is not restyled (a
-    // new picture is decoded again), and a state reply repeats most of what it said before.
+    // Each key gets its final picture at once: a key that keeps its look is not restyled (Qt
+    // would parse its sheet and build its look again), and a state reply repeats most of what
+    // it said before.
     setKeySheet(m_btnAFV, KeySheet::text(m == 0 ? S::AfvOn : S::AfvOff));
     setKeySheet(m_btnMIX, KeySheet::text(m == 1 ? S::MixOn : S::MixOff));
     if (m == 0) {
