@@ -4,6 +4,7 @@
 #include "statelayout.h"
 #include "unitlink.h"
 #include "unitstate.h"
+#include "workdata.h"
 
 #include <QByteArray>
 #include <QLoggingCategory>
@@ -56,7 +57,11 @@ public:
     void get_HIS_INFO(QString ip, QString subnet, QString gateway, QString dns);
 
     // The HIS board: where the network and URL commands go.
-    void bindHis(const UnitAddress &his) { m_his = his; }
+    void bindHis(const UnitAddress &his)
+    {
+        m_his = his;
+        updateRoute();
+    }
     void bindBoards(const UnitAddress &unit, const UnitAddress &his) override
     {
         bindUnit(unit);
@@ -151,6 +156,7 @@ signals:
     void stateReported(const UnitState &state);
 
 protected:
+    QVector<QHostAddress> senders() const override { return {m_unit.host, m_his.host}; }
     void datagramArrived(const QByteArray &datagram, int length) override;
     void passEnded() override;
     void frameSent(const QByteArray &frame) override;

@@ -1,5 +1,6 @@
 #include "rvx5all_workdata.h"
 
+#include "framecodec.h"
 #include "protocol.h"
 
 Q_LOGGING_CATEGORY(lc5all, "kova.rvx5all", QtInfoMsg)
@@ -44,11 +45,11 @@ void RVX5ALL_workdata::SendCMDPOP_Border_Width(uint8_t v)
 }
 void RVX5ALL_workdata::SendCMDPOP_H_Position(uint16_t p)
 {
-    sendMain(nullptr, Cmd::PopH, {QLOBYTE(p), QHIBYTE(p)});
+    sendMain(nullptr, Cmd::PopH, {FrameCodec::lowByte(p), FrameCodec::highByte(p)});
 }
 void RVX5ALL_workdata::SendCMDPOP_V_Position(uint16_t p)
 {
-    sendMain(nullptr, Cmd::PopV, {QLOBYTE(p), QHIBYTE(p)});
+    sendMain(nullptr, Cmd::PopV, {FrameCodec::lowByte(p), FrameCodec::highByte(p)});
 }
 
 void RVX5ALL_workdata::SendCMDPGMBAR(int v)

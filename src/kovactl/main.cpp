@@ -33,7 +33,7 @@ enum Exit
     NoUnit = 3,   // no unit answered the search from ADDRESS (or its HIS board did not)
     Refused = 4,  // the unit's family has no such command or argument
     NoReply = 5,  // the unit did not report its state in time
-    PortBusy = 6, // UDP port 7000, where the state reply comes back, is held by another program
+    PortBusy = 6, // UDP port 7000, where the state reply comes back, is held and not shared
 };
 
 constexpr int DefaultTimeoutMs = 1000;
@@ -45,7 +45,7 @@ const char ExitCodes[] =
     "  3  no unit answered the search from ADDRESS (or, for a HIS command, no HIS board)\n"
     "  4  refused: the unit's family has no such command or argument\n"
     "  5  the unit did not report its state within the time-out\n"
-    "  6  UDP port 7000 is held by another program (a panel of kova, say)\n";
+    "  6  UDP port 7000 is held by a program that does not share it (a running kova shares it)\n";
 
 QTextStream &out()
 {
@@ -206,6 +206,9 @@ int runState(const QString &address, int timeoutMs, bool json)
         return fail(PortBusy,
                     QStringLiteral("UDP port %1 is held by another program").arg(SWITCHER_DATA::Port));
     link->bindUnit(UnitAddress::mainBoard(unit));
+    // A KOVA with this unit's panel open holds the port too: tied to the unit, this socket
+    // gets the unit's reply ahead of it, and KOVA keeps every other unit's.
+    link->keepToUnit();
 
     UnitState state;
     bool got = false;
