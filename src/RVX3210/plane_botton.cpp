@@ -1,6 +1,7 @@
 #include "plane_botton.h"
 
 #include "SwitcherData/rvx3210_workdata.h"
+#include "common/panelclose.h"
 #include "common/titlebarstyles.h"
 #include "rvx3210styles.h"
 
@@ -90,7 +91,7 @@ Plane_Botton::Plane_Botton(QWidget *parent, RVX3210_workdata *link) : QWidget(pa
     connect(m_btnSet, &QPushButton::clicked, this, &Plane_Botton::on_btnclicked_Set);
     // Like the title bar's close key: the whole program ends (a panel that only hid itself
     // would leave no window behind).
-    connect(m_btnClose, &QPushButton::clicked, this, [] { QCoreApplication::exit(0); });
+    connect(m_btnClose, &QPushButton::clicked, this, [this] { PanelClose::closeKeyClicked(m_btnClose); });
     connect(m_link, &RVX3210_workdata::on_signals_3210HISData, this, &Plane_Botton::on_ToShow_HisInfo);
     connect(m_link, &RVX3210_workdata::on_signals_3210HIS_URL_Data, this, &Plane_Botton::on_ToShow_HisUrl);
 }

@@ -2,6 +2,7 @@
 
 #include "live/liveoptions.h"
 
+#include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
@@ -13,7 +14,8 @@
 
 LiveSettingsDialog::LiveSettingsDialog(QSettings &settings, QWidget *parent)
     : QDialog(parent), m_settings(settings), m_oscPort(new QSpinBox), m_oscBind(new QLineEdit),
-      m_tslTargets(new QPlainTextEdit), m_follow(new QSpinBox), m_error(new QLabel)
+      m_tslTargets(new QPlainTextEdit), m_follow(new QSpinBox),
+      m_sideBySide(new QCheckBox(tr("Open each unit in a window of its own"))), m_error(new QLabel)
 {
     setWindowTitle(tr("Live settings"));
     const LiveOptions options = LiveOptions::load(settings);
@@ -31,6 +33,8 @@ LiveSettingsDialog::LiveSettingsDialog(QSettings &settings, QWidget *parent)
     m_follow->setSuffix(tr(" ms"));
     m_follow->setSpecialValueText(tr("off"));
     m_follow->setValue(options.followMs);
+    m_sideBySide->setObjectName(QStringLiteral("sideBySide"));
+    m_sideBySide->setChecked(options.sideBySide);
     m_error->setObjectName(QStringLiteral("error"));
     m_error->setWordWrap(true);
 
@@ -39,6 +43,7 @@ LiveSettingsDialog::LiveSettingsDialog(QSettings &settings, QWidget *parent)
     form->addRow(tr("OSC address"), m_oscBind);
     form->addRow(tr("Tally targets"), m_tslTargets);
     form->addRow(tr("Follow state"), m_follow);
+    form->addRow(m_sideBySide);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     connect(buttons, &QDialogButtonBox::accepted, this, &LiveSettingsDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &LiveSettingsDialog::reject);
@@ -61,6 +66,7 @@ void LiveSettingsDialog::accept()
             error = options.addTslTarget(line);
     if (error.isEmpty())
         error = options.setFollowMs(QString::number(m_follow->value()));
+    options.sideBySide = m_sideBySide->isChecked();
     m_error->setText(error);
     if (!error.isEmpty())
         return;

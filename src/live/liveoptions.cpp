@@ -32,6 +32,7 @@ const QString PortKey = QStringLiteral("live/oscPort");
 const QString BindKey = QStringLiteral("live/oscBind");
 const QString TslKey = QStringLiteral("live/tslTargets");
 const QString FollowKey = QStringLiteral("live/followMs");
+const QString SideBySideKey = QStringLiteral("panels/sideBySide");
 
 } // namespace
 
@@ -74,6 +75,27 @@ QString LiveOptions::setFollowMs(const QString &text)
     return QString();
 }
 
+QString LiveOptions::addOpenAddress(const QString &text)
+{
+    if (!isIPv4(text.trimmed()))
+        return QStringLiteral("unit address \"%1\" is not an IPv4 address").arg(text);
+    if (!openAddresses.contains(text.trimmed()))
+        openAddresses.append(text.trimmed());
+    return QString();
+}
+
+QString LiveOptions::addTslOffset(const QString &text)
+{
+    const int eq = text.indexOf(QLatin1Char('='));
+    bool ok = false;
+    const int offset = eq < 0 ? -1 : text.mid(eq + 1).trimmed().toInt(&ok);
+    // The index is 16 bits wide, and the unit's inputs go on top of the offset.
+    if (eq < 0 || !isIPv4(text.left(eq).trimmed()) || !ok || offset < 0 || offset > 65000)
+        return QStringLiteral("tally offset \"%1\" is not ADDRESS=N with N from 0 to 65000").arg(text);
+    tslOffsets.insert(text.left(eq).trimmed(), offset);
+    return QString();
+}
+
 LiveOptions::Outcome LiveOptions::parseArguments(const QStringList &arguments, QString *message)
 {
     QCommandLineParser parser;
@@ -92,7 +114,21 @@ LiveOptions::Outcome LiveOptions::parseArguments(const QStringList &arguments, Q
     const QCommandLineOption follow(QStringLiteral("follow"),
                                     QStringLiteral("Ask the open unit for its state every MS ms (0: off)."),
                                     QStringLiteral("MS"));
-    parser.addOptions({port, bind, tsl, follow});
+    const QCommandLineOption sideBySideOption(
+        QStringLiteral("side-by-side"),
+        QStringLiteral("Open each unit in a window of its own; the search window stays up."));
+    const QCommandLineOption open(
+        QStringLiteral("open"),
+        QStringLiteral("Open the panel of the unit at ADDRESS as soon as the search finds "
+                       "it (may be given more than once; two or more open side by side)."),
+        QStringLiteral("ADDRESS"));
+    const QCommandLineOption tslOffset(
+        QStringLiteral("tsl-offset"),
+        QStringLiteral(
+            "Number the tally displays of the unit at ADDRESS from N + 1 (default: (unit number - 1) "
+            "* 100)."),
+        QStringLiteral("ADDRESS=N"));
+    parser.addOptions({port, bind, tsl, follow, sideBySideOption, open, tslOffset});
 
     QString error;
     const auto setMessage = [message](const QString &text) {
@@ -126,6 +162,14 @@ LiveOptions::Outcome LiveOptions::parseArguments(const QStringList &arguments, Q
     }
     if (error.isEmpty() && parser.isSet(follow))
         error = setFollowMs(parser.value(follow));
+    if (parser.isSet(sideBySideOption))
+        sideBySide = true;
+    for (const QString &address : parser.values(open))
+        if (error.isEmpty())
+            error = addOpenAddress(address);
+    for (const QString &offset : parser.values(tslOffset))
+        if (error.isEmpty())
+            error = addTslOffset(offset);
     setMessage(error);
     return error.isEmpty() ? Outcome::Run : Outcome::Error;
 }
@@ -141,6 +185,7 @@ LiveOptions LiveOptions::load(QSettings &settings)
         options.addTslTarget(target);
     if (settings.contains(FollowKey))
         options.setFollowMs(settings.value(FollowKey).toString());
+    options.sideBySide = settings.value(SideBySideKey, false).toBool();
     return options;
 }
 
@@ -156,6 +201,7 @@ void LiveOptions::save(QSettings &settings) const
     settings.setValue(BindKey, oscBind);
     settings.setValue(TslKey, tslTargets);
     settings.setValue(FollowKey, followMs);
+    settings.setValue(SideBySideKey, sideBySide);
 }
 
 void LiveOptions::save() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QString>
 #include <QStringList>
 
@@ -20,12 +21,24 @@ struct LiveOptions
     QString oscBind = QStringLiteral("127.0.0.1");
     QStringList tslTargets; // "HOST:PORT", HOST an IPv4 address
     int followMs = 0;       // 0: off
+    // Each unit's panel in a window of its own, the search window staying up.
+    bool sideBySide = false;
+    // Units whose panels open as soon as the search finds them, in this order (this run only).
+    QStringList openAddresses;
+    // Tally index offsets by the unit's main-board address (this run only); a unit without
+    // one gets (number - 1) * 100.
+    QMap<QString, int> tslOffsets;
+
+    // Side by side in effect: asked for, or more than one unit to open.
+    bool panelsSideBySide() const { return sideBySide || openAddresses.size() > 1; }
 
     // Each takes one value as typed and returns why it is refused, empty when it is taken.
     QString setOscPort(const QString &text);
     QString setOscBind(const QString &text);
     QString addTslTarget(const QString &text);
     QString setFollowMs(const QString &text);
+    QString addOpenAddress(const QString &text);
+    QString addTslOffset(const QString &text); // ADDRESS=N
 
     enum class Outcome
     {
@@ -48,6 +61,7 @@ struct LiveOptions
     friend bool operator==(const LiveOptions &a, const LiveOptions &b)
     {
         return a.oscPort == b.oscPort && a.oscBind == b.oscBind && a.tslTargets == b.tslTargets &&
-               a.followMs == b.followMs;
+               a.followMs == b.followMs && a.sideBySide == b.sideBySide &&
+               a.openAddresses == b.openAddresses && a.tslOffsets == b.tslOffsets;
     }
 };
