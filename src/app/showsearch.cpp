@@ -398,28 +398,28 @@ bool showsearch::presentBeside(QWidget *panel, UnitLink *link, PanelKind kind, c
     return true;
 }
 
-void showsearch::placeBeside(QWidget *panel) const
+void showsearch::placeBeside(QWidget *panel)
 {
-    // In a row to the right of the panel opened last, the next row down when the screen ends,
-    // and cascaded from the top left when that is full too.
+    // The search window moves to the top left corner when the first panel opens beside it;
+    // the panels go in a row to its right, the next row down when the screen ends, and
+    // cascaded from the top left when that is full too.
     const QScreen *screen = this->screen();
     if (!screen)
         return;
     const QRect area = screen->availableGeometry();
     constexpr int Gap = 8;
-    QPoint at = area.topLeft();
     QWidget *last = nullptr;
-    for (const OpenPanel &p : m_open)
+    for (const OpenPanel &p : qAsConst(m_open))
         if (p.panel)
             last = p.panel;
-    if (last) {
-        const QRect g = last->frameGeometry();
-        at = QPoint(g.right() + 1 + Gap, g.top());
-        if (at.x() + panel->width() > area.right())
-            at = QPoint(area.left(), g.bottom() + 1 + Gap);
-        if (at.y() + panel->height() > area.bottom())
-            at = area.topLeft() + QPoint(30, 30) * (m_open.size() % 8);
-    }
+    if (!last)
+        move(area.topLeft());
+    const QRect g = last ? last->frameGeometry() : frameGeometry();
+    QPoint at(g.right() + 1 + Gap, g.top());
+    if (at.x() + panel->width() > area.right())
+        at = QPoint(area.left(), g.bottom() + 1 + Gap);
+    if (at.y() + panel->height() > area.bottom())
+        at = area.topLeft() + QPoint(30, 30) * (m_open.size() % 8 + 1);
     panel->move(at);
 }
 

@@ -88,7 +88,7 @@ private:
     // Otherwise announces it as the only one and returns false; the launcher goes on.
     bool presentBeside(QWidget *panel, UnitLink *link, PanelKind kind, const UnitAddress &unit);
     int takeNumber(const UnitAddress &unit) const;
-    void placeBeside(QWidget *panel) const;
+    void placeBeside(QWidget *panel);
     void openAwaited();
     void showNote(const QString &text);
     void open3210(const UnitAddress &unit, const UnitAddress &his);

@@ -2,6 +2,7 @@
 #include "app/livesettingsdialog.h"
 #include "live/liveoptions.h"
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -67,6 +68,47 @@ private slots:
         QTEST(options.followMs, "follow");
     }
 
+    // The several-units options: which panels open, side by side or not, and tally offsets.
+    void unitOptions_data()
+    {
+        QTest::addColumn<QString>("args");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<QStringList>("open");
+        QTest::addColumn<bool>("sideBySide");
+        QTest::addColumn<QString>("offsets");
+        QTest::newRow("none") << "" << true << QStringList{} << false << "";
+        QTest::newRow("side by side") << "--side-by-side" << true << QStringList{} << true << "";
+        QTest::newRow("one open: one panel at a time")
+            << "--open 10.77.0.60" << true << QStringList{"10.77.0.60"} << false << "";
+        QTest::newRow("two open, in order, repeat kept once")
+            << "--open 10.77.0.61 --open 10.77.0.60 --open 10.77.0.61" << true
+            << QStringList{"10.77.0.61", "10.77.0.60"} << true << "";
+        QTest::newRow("open by name") << "--open switcher.local" << false << QStringList{} << false << "";
+        QTest::newRow("offsets") << "--tsl-offset 10.77.0.60=0 --tsl-offset 10.77.0.61=500" << true
+                                 << QStringList{} << false << "10.77.0.60=0 10.77.0.61=500";
+        QTest::newRow("offset without N")
+            << "--tsl-offset 10.77.0.60" << false << QStringList{} << false << "";
+        QTest::newRow("offset past the index")
+            << "--tsl-offset 10.77.0.60=65001" << false << QStringList{} << false << "";
+    }
+    void unitOptions()
+    {
+        QFETCH(QString, args);
+        QFETCH(bool, ok);
+        LiveOptions options;
+        const auto got = options.parseArguments(
+            QStringList{"kova"} + args.split(QLatin1Char(' '), Qt::SkipEmptyParts), nullptr);
+        QCOMPARE(got == LiveOptions::Outcome::Run, ok);
+        if (!ok)
+            return;
+        QTEST(options.openAddresses, "open");
+        QTEST(options.panelsSideBySide(), "sideBySide");
+        QStringList offsets;
+        for (auto it = options.tslOffsets.cbegin(); it != options.tslOffsets.cend(); ++it)
+            offsets << QStringLiteral("%1=%2").arg(it.key()).arg(it.value());
+        QTEST(offsets.join(QLatin1Char(' ')), "offsets");
+    }
+
     void commandLineWinsOverSettings()
     {
         QSettings settings(iniPath(), QSettings::IniFormat);
@@ -105,6 +147,7 @@ private slots:
         QVERIFY(!settings.contains("live/oscPort"));
 
         dialog.findChild<QSpinBox *>("follow")->setValue(250);
+        dialog.findChild<QCheckBox *>("sideBySide")->setChecked(true);
         dialog.accept();
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
         LiveOptions expected;
@@ -112,6 +155,7 @@ private slots:
         expected.oscBind = "0.0.0.0";
         expected.tslTargets = QStringList{"10.0.0.9:8900", "10.0.0.10:9000"};
         expected.followMs = 250;
+        expected.sideBySide = true;
         QCOMPARE(LiveOptions::load(settings), expected);
     }
 };
