@@ -9,6 +9,7 @@
 #include "common/noreplymark.h"
 #include "labstate.h"
 #include "modalanswer.h"
+#include "oscpeer.h"
 
 #include <QDir>
 #include <QListWidget>
@@ -95,9 +96,7 @@ private:
     QStringList m_units;
     std::unique_ptr<showsearch> m_window;
     std::unique_ptr<LiveProduction> m_live;
-    QString m_oscsend, m_oscdump;
-    QProcess m_dump;
-    QStringList m_dumped;
+    OscPeer m_osc;
     QUdpSocket m_tally;
     QMap<int, TallyDisplay> m_displays;
 };
@@ -106,10 +105,8 @@ void tst_E2eLive::initTestCase()
 {
     m_units = qEnvironmentVariable("LAB_UNITS").split(QLatin1Char(' '), Qt::SkipEmptyParts);
     QVERIFY2(m_units.size() == UnitCount, "run me through lab/lab.sh with the six units of CMakeLists.txt");
-    m_oscsend = QStandardPaths::findExecutable(QStringLiteral("oscsend"));
-    m_oscdump = QStandardPaths::findExecutable(QStringLiteral("oscdump"));
-    QVERIFY2(!m_oscsend.isEmpty() && !m_oscdump.isEmpty(),
-             "oscsend and oscdump are missing: install liblo-tools (scripts/install-deps.sh)");
+    const QString oscError = m_osc.start(OscPort, DumpPort);
+    QVERIFY2(oscError.isEmpty(), qPrintable(oscError));
     QVERIFY(m_tally.bind(QHostAddress::LocalHost, TallyPort));
 
     LiveOptions options;
@@ -123,22 +120,14 @@ void tst_E2eLive::initTestCase()
     connect(m_window.get(), &showsearch::panelOpened, m_live.get(), &LiveProduction::panelOpened);
     m_window->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
-
-    m_dump.start(m_oscdump, {QStringLiteral("-L"), QString::number(DumpPort)});
-    QVERIFY(m_dump.waitForStarted());
 }
 
-void tst_E2eLive::cleanupTestCase()
-{
-    m_dump.kill();
-    m_dump.waitForFinished();
-}
+void tst_E2eLive::cleanupTestCase() {}
 
 void tst_E2eLive::oscsend(const QStringList &message)
 {
-    QProcess p;
-    p.start(m_oscsend, QStringList{QStringLiteral("127.0.0.1"), QString::number(OscPort)} + message);
-    QVERIFY2(p.waitForFinished(5000) && p.exitCode() == 0, qPrintable(p.readAllStandardError()));
+    QString error;
+    QVERIFY2(m_osc.send(message, &error), qPrintable(error));
 }
 
 int tst_E2eLive::framesTo(Unit unit, const QString &command)
@@ -148,23 +137,12 @@ int tst_E2eLive::framesTo(Unit unit, const QString &command)
 
 bool tst_E2eLive::dumpShows(const QString &want, int ms)
 {
-    return QTest::qWaitFor(
-        [&] {
-            while (m_dump.canReadLine())
-                m_dumped << QString::fromUtf8(m_dump.readLine()).trimmed().section(QLatin1Char(' '), 1);
-            return m_dumped.contains(want);
-        },
-        ms);
+    return m_osc.shows(want, ms);
 }
 
 bool tst_E2eLive::dumpShows(const QRegularExpression &want, int ms)
 {
-    return QTest::qWaitFor(
-        [&] {
-            dumpShows(QString(), 0);
-            return !m_dumped.filter(want).isEmpty();
-        },
-        ms);
+    return m_osc.shows(want, ms);
 }
 
 bool tst_E2eLive::tallyUntil(const std::function<bool(const QMap<int, TallyDisplay> &)> &done, int ms)
@@ -293,15 +271,15 @@ void tst_E2eLive::badInputAnsweredAndNothingSent()
 void tst_E2eLive::feedbackAndTallyFollowTheUnit()
 {
     withPanel(Small, [&](QWidget *panel) {
-        m_dumped.clear();
+        m_osc.dumped().clear();
         oscsend({"/kova/subscribe", "i", QString::number(DumpPort)});
         // The whole state at once: the model, the unit's address, the link and the fields.
         QVERIFY(dumpShows(QStringLiteral("/kova/unit s \"%1\"").arg(m_units.at(Small))));
-        QVERIFY(m_dumped.contains(QStringLiteral("/kova/link i 1")));
-        QVERIFY(m_dumped.contains(QStringLiteral("/kova/model s \"RVX5310\"")));
+        QVERIFY(m_osc.dumped().contains(QStringLiteral("/kova/link i 1")));
+        QVERIFY(m_osc.dumped().contains(QStringLiteral("/kova/model s \"RVX5310\"")));
         // The unit's fields as soon as its state is in.
         QVERIFY2(dumpShows(QRegularExpression(QStringLiteral("^/kova/pgm i \\d$"))),
-                 qPrintable(m_dumped.join(QLatin1Char('\n'))));
+                 qPrintable(m_osc.dumped().join(QLatin1Char('\n'))));
 
         // A change made beside KOVA (a second sender putting input 3 on the programme bus) is
         // followed: it shows on the panel, to its subscribers and in the tally within two periods.
@@ -309,7 +287,7 @@ void tst_E2eLive::feedbackAndTallyFollowTheUnit()
         const QByteArray pgm3 = QByteArray::fromHex("a56c1500a5ff0100000000000000000080034e03ae");
         other.writeDatagram(pgm3, QHostAddress(m_units.at(Small)), 7000);
         QVERIFY2(dumpShows(QStringLiteral("/kova/pgm i 3"), 2 * FollowMs + 1500),
-                 qPrintable(m_dumped.join('\n')));
+                 qPrintable(m_osc.dumped().join('\n')));
         QVERIFY(tallyUntil([](const QMap<int, TallyDisplay> &d) {
             return d.value(3).rightTally == 1 && d.value(3).textTally == 1 && d.value(3).brightness == 3;
         }));
@@ -317,7 +295,8 @@ void tst_E2eLive::feedbackAndTallyFollowTheUnit()
         QCOMPARE(panel->findChild<QPushButton *>(QStringLiteral("btn_pgm3"))->styleSheet(),
                  QString::fromLatin1(KeySheet::GradientRed));
         // An OSC cut: the unit swaps its buses, and the feedback says so.
-        const int preview = m_dumped.filter(QStringLiteral("/kova/pvw i ")).last().section(' ', 2).toInt();
+        const int preview =
+            m_osc.dumped().filter(QStringLiteral("/kova/pvw i ")).last().section(' ', 2).toInt();
         oscsend({"/kova/cut"});
         QVERIFY(dumpShows(QStringLiteral("/kova/pgm i %1").arg(preview), 2 * FollowMs + 1500));
         QVERIFY(tallyUntil([preview](const QMap<int, TallyDisplay> &d) {
@@ -339,7 +318,7 @@ void tst_E2eLive::silentUnitIsShown()
     withPanel(Hall, [&](QWidget *panel) {
         oscsend({"/kova/subscribe", "i", QString::number(DumpPort)});
         QVERIFY(dumpShows(QStringLiteral("/kova/link i 1")));
-        m_dumped.clear();
+        m_osc.dumped().clear();
         auto *mark = panel->findChild<NoReplyMark *>();
         QVERIFY(mark && !mark->isVisible());
         // The emulator stopped: the next poll goes unanswered for a second.
@@ -373,12 +352,12 @@ void tst_E2eLive::silentUnitIsShown()
 void tst_E2eLive::unitWithoutStateTalliesItsPanel()
 {
     withPanel(Truck, [&](QWidget *) {
-        m_dumped.clear();
+        m_osc.dumped().clear();
         oscsend({"/kova/subscribe", "i", QString::number(DumpPort)});
         oscsend({"/kova/pgm", "i", "5"});
         oscsend({"/kova/pvw", "i", "2"});
         QVERIFY(dumpShows(QStringLiteral("/kova/pvw i 2")));
-        QVERIFY(m_dumped.contains(QStringLiteral("/kova/pgm i 5")));
+        QVERIFY(m_osc.dumped().contains(QStringLiteral("/kova/pgm i 5")));
         QVERIFY(tallyUntil([](const QMap<int, TallyDisplay> &d) {
             return d.size() == 6 && d.value(5).rightTally == 1 && d.value(2).leftTally == 2 &&
                    d.value(1).rightTally == 0;

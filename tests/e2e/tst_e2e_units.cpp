@@ -9,6 +9,7 @@
 #include "common/noreplymark.h"
 #include "common/panelkeys.h"
 #include "labstate.h"
+#include "oscpeer.h"
 #include "testframes.h"
 
 #include <QAbstractButton>
@@ -90,9 +91,7 @@ private:
     QStringList m_units;
     std::unique_ptr<showsearch> m_window;
     std::unique_ptr<LiveProduction> m_live;
-    QString m_oscsend;
-    QProcess m_dump;
-    QStringList m_dumped;
+    OscPeer m_osc;
     QUdpSocket m_tally;
 };
 
@@ -100,12 +99,9 @@ void tst_E2eUnits::initTestCase()
 {
     m_units = qEnvironmentVariable("LAB_UNITS").split(QLatin1Char(' '), Qt::SkipEmptyParts);
     QVERIFY2(m_units.size() == UnitCount, "run me through lab/lab.sh with the three units of CMakeLists.txt");
-    m_oscsend = QStandardPaths::findExecutable(QStringLiteral("oscsend"));
-    const QString oscdump = QStandardPaths::findExecutable(QStringLiteral("oscdump"));
-    QVERIFY2(!m_oscsend.isEmpty() && !oscdump.isEmpty(), "install liblo-tools (scripts/install-deps.sh)");
+    const QString oscError = m_osc.start(OscPort, DumpPort);
+    QVERIFY2(oscError.isEmpty(), qPrintable(oscError));
     QVERIFY(m_tally.bind(QHostAddress::LocalHost, TallyPort));
-    m_dump.start(oscdump, {QStringLiteral("-L"), QString::number(DumpPort)});
-    QVERIFY(m_dump.waitForStarted());
 
     // As main reads "--osc-port 9000 --tsl 127.0.0.1:9100 --follow 300 --open B --open A --open C".
     LiveOptions options;
@@ -134,28 +130,17 @@ void tst_E2eUnits::initTestCase()
     oscsend({"/kova/subscribe", "i", QString::number(DumpPort)});
 }
 
-void tst_E2eUnits::cleanupTestCase()
-{
-    m_dump.kill();
-    m_dump.waitForFinished();
-}
+void tst_E2eUnits::cleanupTestCase() {}
 
 void tst_E2eUnits::oscsend(const QStringList &message)
 {
-    QProcess p;
-    p.start(m_oscsend, QStringList{QStringLiteral("127.0.0.1"), QString::number(OscPort)} + message);
-    QVERIFY2(p.waitForFinished(5000) && p.exitCode() == 0, qPrintable(p.readAllStandardError()));
+    QString error;
+    QVERIFY2(m_osc.send(message, &error), qPrintable(error));
 }
 
 bool tst_E2eUnits::dumpShows(const QString &want, int ms)
 {
-    return QTest::qWaitFor(
-        [&] {
-            while (m_dump.canReadLine())
-                m_dumped << QString::fromUtf8(m_dump.readLine()).trimmed().section(QLatin1Char(' '), 1);
-            return m_dumped.contains(want);
-        },
-        ms);
+    return m_osc.shows(want, ms);
 }
 
 int tst_E2eUnits::framesTo(Unit unit, const QString &command) const
@@ -260,7 +245,7 @@ void tst_E2eUnits::oscByUnitId()
         dumpShows(QStringLiteral("/kova/units issississ 1 \"%1\" \"RVX5310\" 2 \"%2\" \"RVX5310\" 3 \"%3\" "
                                  "\"RVX3210\"")
                       .arg(id(B), id(A), id(C))),
-        qPrintable(m_dumped.filter(QStringLiteral("/kova/units")).join(QLatin1Char('\n'))));
+        qPrintable(m_osc.dumped().filter(QStringLiteral("/kova/units")).join(QLatin1Char('\n'))));
     // A preview on B by its ID reaches B alone, and B's own feedback says so.
     const QString pvw2 = QStringLiteral("cmd=0x81 data=02 ");
     const QList<int> before{framesTo(A, pvw2), framesTo(B, pvw2), framesTo(C, pvw2)};
@@ -326,13 +311,13 @@ void tst_E2eUnits::silentUnitMarkedAlone()
 {
     auto mark = [this](Unit u) { return panel(u)->findChild<NoReplyMark *>(); };
     QVERIFY(mark(A) && mark(B) && mark(C));
-    m_dumped.clear();
+    m_osc.dumped().clear();
     QVERIFY(blackhole(C, true));
     QTRY_VERIFY_WITH_TIMEOUT(mark(C)->isVisible(), 1000 + 2 * FollowMs + 1000);
     QVERIFY(dumpShows(QStringLiteral("/kova/unit/%1/link i 0").arg(id(C))));
     QVERIFY(!mark(A)->isVisible() && !mark(B)->isVisible());
-    QVERIFY(!m_dumped.contains(QStringLiteral("/kova/unit/%1/link i 0").arg(id(A))));
-    QVERIFY(!m_dumped.contains(QStringLiteral("/kova/unit/%1/link i 0").arg(id(B))));
+    QVERIFY(!m_osc.dumped().contains(QStringLiteral("/kova/unit/%1/link i 0").arg(id(A))));
+    QVERIFY(!m_osc.dumped().contains(QStringLiteral("/kova/unit/%1/link i 0").arg(id(B))));
     // Back: the next reply clears its mark.
     QVERIFY(blackhole(C, false));
     QTRY_VERIFY_WITH_TIMEOUT(!mark(C)->isVisible(), 2 * FollowMs + 2000);
