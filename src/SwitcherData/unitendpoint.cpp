@@ -1,12 +1,16 @@
 #include "unitendpoint.h"
 
+#include "datagramreader.h"
 #include "unitlink.h"
 #include "workdata.h"
 
 #include <QLoggingCategory>
 #include <QMetaObject>
+#include <QVariant>
+#include <fcntl.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 std::shared_ptr<UnitEndpoint> UnitEndpoint::shared()
 {
@@ -33,8 +37,18 @@ UnitEndpoint::UnitEndpoint()
         qCDebug(lcLink) << "unit endpoint on port" << Port;
     // Every open unit's replies share this socket's queue: room for bursts from all of them
     // (the kernel grants at most its configured maximum).
-    m_socket.setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption, SWITCHER_DATA::ReceiveBuffer);
-    connect(&m_socket, &QUdpSocket::readyRead, this, &UnitEndpoint::readPending);
+    m_socket.setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption,
+                             QVariant(int(SWITCHER_DATA::ReceiveBuffer)));
+    const int fd = isBound() ? fcntl(int(m_socket.socketDescriptor()), F_DUPFD_CLOEXEC, 0) : -1;
+    const DatagramReader::Limits limits{4096, SWITCHER_DATA::ReceiveBuffer,
+                                        UnitLink::LinkDrainBatch + UnitLink::HeldMax};
+    if (fd >= 0)
+        m_reader = DatagramReader::start(fd, this, "kova-unit-reader", limits, [this] { readPending(); });
+    if (!m_reader) {
+        if (fd >= 0)
+            ::close(fd);
+        connect(&m_socket, &QUdpSocket::readyRead, this, &UnitEndpoint::readPending);
+    }
 }
 
 UnitEndpoint::~UnitEndpoint()
@@ -81,6 +95,11 @@ void UnitEndpoint::forget(UnitLink *link)
     }
 }
 
+bool UnitEndpoint::hasPendingDatagrams()
+{
+    return m_socket.hasPendingDatagrams() || (m_reader && m_reader->holds());
+}
+
 void UnitEndpoint::send(const QByteArray &datagram, const QHostAddress &host, quint16 port)
 {
     m_socket.writeDatagram(datagram, host, port);
@@ -120,9 +139,15 @@ void UnitEndpoint::readPending()
     for (const auto &r : routes)
         if (r.first)
             r.first->takeHeld();
+    if (m_reader) {
+        std::vector<DatagramReader::Datagram> batch;
+        m_reader->take(ReadBatch, &batch);
+        for (const DatagramReader::Datagram &d : batch)
+            dispatch(d.sender, d.bytes);
+    }
     QByteArray datagram;
     QHostAddress sender;
-    for (int n = 0; n < ReadBatch && m_socket.hasPendingDatagrams(); ++n) {
+    for (int n = 0; !m_reader && n < ReadBatch && m_socket.hasPendingDatagrams(); ++n) {
         datagram.resize(int(qMax<qint64>(m_socket.pendingDatagramSize(), 0)));
         const qint64 got = m_socket.readDatagram(datagram.data(), datagram.size(), &sender);
         // An empty or failed read has consumed its datagram; the ones behind it still count.

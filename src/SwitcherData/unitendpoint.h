@@ -9,6 +9,7 @@
 #include <QVector>
 #include <memory>
 
+class DatagramReader;
 class UnitLink;
 
 // The process's one socket on local port 7000, shared by every unit link: each link sends its
@@ -24,10 +25,11 @@ class UnitEndpoint : public QObject
     Q_OBJECT
 public:
     static constexpr quint16 Port = 7000;
-    // Datagrams read per pass of the event loop, for all links together. Reading one costs
-    // about a microsecond; the links' own work is bounded by their batches (UnitLink), so a
-    // flood from one sender is read off quickly and the others' replies are not left behind it.
-    static constexpr int ReadBatch = 256;
+    // Datagrams handed to the links per pass of the event loop, for all links together.
+    // Handing one on costs well under a microsecond; the links' own work is bounded by their
+    // batches (UnitLink), so a flood from one sender is passed over quickly and the others'
+    // replies are not left behind it.
+    static constexpr int ReadBatch = 1024;
 
     // The endpoint of this process, made and bound on first use.
     static std::shared_ptr<UnitEndpoint> shared();
@@ -50,8 +52,8 @@ public:
     // arrive here. False when the socket is not bound or the kernel refuses.
     bool keepTo(const QHostAddress &unit);
 
-    // Datagrams the kernel holds for the socket, not read yet.
-    bool hasPendingDatagrams() { return m_socket.hasPendingDatagrams(); }
+    // Datagrams not yet handed to their links: in the kernel's queue or the reader's.
+    bool hasPendingDatagrams();
     // Datagrams dropped because no link's unit sent them.
     quint64 strangers() const { return m_strangers; }
     int linkCount() const { return m_routes.size(); }
@@ -68,6 +70,11 @@ private:
     void passAgainLater();
 
     QUdpSocket m_socket;
+    // Reads the socket on a thread of its own, at most a link's worth from each sender, so a
+    // sender flooding the port can neither fill the kernel's queue (which would drop the
+    // other units' replies) nor crowd them out; nullptr when no thread could be had, and the
+    // socket is read here as it reports datagrams.
+    DatagramReader *m_reader = nullptr;
     // Sender (IPv4, host order) to its link.
     QHash<quint32, QPointer<UnitLink>> m_bySender;
     // Each link with the senders routed to it, in the order the links were routed.

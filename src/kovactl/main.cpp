@@ -273,6 +273,9 @@ int runSend(const QString &address, const QString &command, const QStringList &a
     // The link of the unit's family, bound as a panel binds it; the frames are the panel's.
     const std::unique_ptr<UnitLink> link(createUnitLink(family));
     link->bindBoards(UnitAddress::mainBoard(unit), UnitAddress::hisBoard(unit));
+    // Beside a running KOVA: tied to this unit, the socket takes none of the other units'
+    // replies meant for KOVA while it exists.
+    link->keepToUnit();
     if (!call.run(*link))
         return fail(Refused,
                     QStringLiteral("the %1 refused '%2'").arg(QLatin1String(link->traits().name), command));

@@ -186,10 +186,16 @@ void TestUnitLink::floodIsDrainedInPasses()
     auto program = [](int i) { return uint8_t(0x40 + i); };
     for (int i = 0; i < Replies; ++i)
         unit.reply(stateReply(program(i)));
-    QByteArrayList expected;
-    for (int last = Batch; last < Replies + Batch; last += Batch)
-        expected << stateReply(program(qMin(last, Replies) - 1)).mid(20, 25);
-    QTRY_COMPARE(shown, expected);
+    // However the replies were split between passes, each pass showed the newest of at most a
+    // batch of them, and the last one shown is the last one sent.
+    QTRY_COMPARE(shown.isEmpty() ? QByteArray() : shown.last(), stateReply(program(Replies - 1)).mid(20, 25));
+    QVERIFY(shown.size() >= (Replies + Batch - 1) / Batch);
+    int before = -1;
+    for (const QByteArray &record : shown) {
+        const int at = uint8_t(record.at(0)) - 0x40;
+        QVERIFY2(at > before && at - before <= Batch, "a pass took more than a batch");
+        before = at;
+    }
     // The event loop ran between every two passes.
     for (int i = 1; i < ticksAtState.size(); ++i)
         QVERIFY2(ticksAtState.at(i) > ticksAtState.at(i - 1), "two batches were taken in one pass");
@@ -214,10 +220,9 @@ void TestUnitLink::floodFromOneUnitDoesNotHoldAnother()
     QVERIFY(quietState.wait(2000));
     QCOMPARE(quietState.at(0).at(0).value<UnitState>().pgm(), 9);
     // The quiet unit was shown while the flood was still being worked off: the flooding
-    // unit's link held back all but a batch, kept only its newest and dropped the rest.
+    // unit's link held back all but a batch a pass.
     QVERIFY(floodHeldBack);
     QTRY_VERIFY(!flooded.endpoint()->hasPendingDatagrams() && !flooded.holdsBack());
-    QCOMPARE(flooded.droppedHeld(), quint64(Flood - UnitLink::LinkDrainBatch - UnitLink::HeldMax));
     QCOMPARE(quiet.droppedHeld(), 0u);
 }
 

@@ -61,10 +61,10 @@ void tst_PanelFlood::eventLoopRunsAndNewestStateIsShown()
     unit.reply(stateReply(3, 1));
     QTRY_VERIFY(lit(panel.lowerRow()->pgmGroup()->button(3), ":/images/red/png/3.png"));
 
-    // Each pass read one batch of a burst and showed the newest state in it, and the timer
-    // fired between every two passes.
+    // Each pass took at most one batch of a burst and showed the newest state in it, and the
+    // timer fired between every two passes.
     constexpr int PassesPerBurst = (PerBurst + UnitLink::LinkDrainBatch - 1) / UnitLink::LinkDrainBatch;
-    QCOMPARE(ticksAtReply.size(), Bursts * PassesPerBurst + 1);
+    QVERIFY(ticksAtReply.size() >= Bursts * PassesPerBurst + 1);
     for (int i = 1; i < ticksAtReply.size(); ++i)
         QVERIFY2(ticksAtReply.at(i) > ticksAtReply.at(i - 1), "two batches were read in one pass");
 
