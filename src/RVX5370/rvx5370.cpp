@@ -44,6 +44,7 @@ RVX5370::RVX5370(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::RVX
     ui->setupUi(this);
     PanelSetup8000::dressWindow(this, S::WindowTitle, S::Window, true);
     m_link = new RVX5ALL_workdata(this);
+    m_link->setFamily(Family::Rvx5370);
 
     ui->pip_area->setStyleSheet(QString::fromLatin1(S::PreviewArea));
     m_pipBox = new PIPGro(m_link, ui->pip_area);

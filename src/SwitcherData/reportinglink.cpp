@@ -524,6 +524,10 @@ void ReportingLink::perform(const Call &c)
         return SendCMD_Set_HIS_IP(c.bytes[0], c.bytes[1], c.bytes[2], c.texts);
     case UnitAction::HisDns:
         return SendCMD_Set_HIS_DNS(c.bytes[0], c.texts.value(0));
+    case UnitAction::ReadHis:
+        return SendCMD_Read_His_IP();
+    case UnitAction::ReadUrl:
+        return SendCMD_Read_Url(c.a);
     case UnitAction::Url:
         return SendCMD_Set_Url(c.a, c.bytes[0], c.bytes[1]);
     default:
