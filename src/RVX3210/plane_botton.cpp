@@ -1,6 +1,6 @@
 #include "plane_botton.h"
 
-#include "SwitcherData/rvx3210_workdata.h"
+#include "SwitcherData/reportinglink.h"
 #include "common/titlebarstyles.h"
 #include "rvx3210styles.h"
 
@@ -48,21 +48,9 @@ QString dottedAt(const QByteArray &d, int at)
     return QHostAddress(v).toString();
 }
 
-// The four numbers of a dotted address, or an empty array unless there are exactly four.
-QByteArray addressBytes(const QString &text)
-{
-    const QStringList parts = text.split(QLatin1Char('.'));
-    if (parts.size() != 4)
-        return QByteArray();
-    QByteArray bytes;
-    for (const QString &p : parts)
-        bytes.append(char(uint8_t(p.toUInt())));
-    return bytes;
-}
-
 } // namespace
 
-Plane_Botton::Plane_Botton(QWidget *parent, RVX3210_workdata *link) : QWidget(parent), m_link(link)
+Plane_Botton::Plane_Botton(QWidget *parent, ReportingLink *link) : QWidget(parent), m_link(link)
 {
     setObjectName(QString::fromLatin1(S::BottomName));
     setAttribute(Qt::WA_StyledBackground);
@@ -91,8 +79,8 @@ Plane_Botton::Plane_Botton(QWidget *parent, RVX3210_workdata *link) : QWidget(pa
     // Like the title bar's close key: the whole program ends (a panel that only hid itself
     // would leave no window behind).
     connect(m_btnClose, &QPushButton::clicked, this, [] { QCoreApplication::exit(0); });
-    connect(m_link, &RVX3210_workdata::on_signals_3210HISData, this, &Plane_Botton::on_ToShow_HisInfo);
-    connect(m_link, &RVX3210_workdata::on_signals_3210HIS_URL_Data, this, &Plane_Botton::on_ToShow_HisUrl);
+    connect(m_link, &ReportingLink::on_signals_3210HISData, this, &Plane_Botton::on_ToShow_HisInfo);
+    connect(m_link, &ReportingLink::on_signals_3210HIS_URL_Data, this, &Plane_Botton::on_ToShow_HisUrl);
 }
 
 void Plane_Botton::initDialog()
@@ -226,39 +214,30 @@ void Plane_Botton::on_btnclicked_SetDevIP()
         warn(S::TextEmpty);
         return;
     }
-    const QByteArray ip = addressBytes(text);
-    if (ip.size() == 4)
-        m_link->SendCMD_SetIP(ip, text);
+    // An address of other than four numbers sends nothing.
+    m_link->setAddress(text);
 }
 
 void Plane_Botton::on_btnclicked_ReadHis()
 {
-    m_link->SendCMD_Read_His_IP();
+    m_link->readHis();
 }
 
 void Plane_Botton::on_btnclicked_SetHisIP()
 {
-    const QStringList texts{m_hisIp->text(), m_hisSubnet->text(), m_hisGateway->text()};
-    const QByteArray ip = addressBytes(texts.at(0));
-    const QByteArray mask = addressBytes(texts.at(1));
-    const QByteArray gateway = addressBytes(texts.at(2));
-    if (ip.size() == 4 && mask.size() == 4 && gateway.size() == 4)
-        m_link->SendCMD_Set_HIS_IP(ip, mask, gateway, texts);
+    // Only three whole addresses go out.
+    m_link->hisAddress(m_hisIp->text(), m_hisSubnet->text(), m_hisGateway->text());
 }
 
 void Plane_Botton::on_btnclicked_SetDNS()
 {
-    const QString text = m_hisDns->text();
-    const QByteArray dns = addressBytes(text);
-    if (dns.size() == 4)
-        m_link->SendCMD_Set_HIS_DNS(dns, text);
+    m_link->hisDns(m_hisDns->text());
 }
 
 void Plane_Botton::on_btnclicked_ReadUrl()
 {
-    const int index = m_urlIndex->currentIndex();
-    if (index >= 0)
-        m_link->SendCMD_Read_Url(index);
+    // Only with a slot chosen.
+    m_link->readUrl(m_urlIndex->currentIndex());
 }
 
 void Plane_Botton::on_btnclicked_SetUrl()
@@ -273,7 +252,8 @@ void Plane_Botton::on_btnclicked_SetUrl()
         warn(S::UrlErrors);
         return;
     }
-    m_link->SendCMD_Set_Url(m_urlIndex->currentIndex(), name, url);
+    // Only with a slot chosen, as for the read.
+    m_link->url(m_urlIndex->currentIndex(), name, url);
 }
 
 void Plane_Botton::on_ToShow_HisInfo(const QByteArray &data)

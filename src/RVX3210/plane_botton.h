@@ -7,7 +7,7 @@ class QDialog;
 class QLabel;
 class QLineEdit;
 class QPushButton;
-class RVX3210_workdata;
+class ReportingLink;
 
 // Bottom strip of the RVX3210-family panels with the "SWITCHER IP" dialog: the main board's
 // address, the HIS board's address, mask, gateway and DNS, and the HIS board's URL slots.
@@ -15,7 +15,7 @@ class Plane_Botton : public QWidget
 {
     Q_OBJECT
 public:
-    Plane_Botton(QWidget *parent, RVX3210_workdata *link);
+    Plane_Botton(QWidget *parent, ReportingLink *link);
 
     QPushButton *btnSet() const { return m_btnSet; }
     QPushButton *btnClose() const { return m_btnClose; }
@@ -52,7 +52,7 @@ private:
     void fillFromLink();
     void warn(const char *text);
 
-    RVX3210_workdata *m_link = nullptr;
+    ReportingLink *m_link = nullptr;
     QLabel *m_version = nullptr;
     QPushButton *m_btnSet = nullptr;
     QPushButton *m_btnClose = nullptr;

@@ -165,7 +165,7 @@ void RVX5310Dialog::DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uch
 void RVX5310Dialog::bindUnit(const UnitAddress &unit, const UnitAddress &his)
 {
     m_link->bindBoards(unit, his);
-    m_link->SendCMDRead3210state();
+    m_link->readState();
 }
 
 bool RVX5310Dialog::ftbBlinking() const
@@ -175,46 +175,46 @@ bool RVX5310Dialog::ftbBlinking() const
 
 void RVX5310Dialog::on_btn_f1_clicked()
 {
-    m_link->SendCMDSTREAM(ui->btn_f1->toggle() ? 1 : 0);
+    m_link->stream(ui->btn_f1->toggle());
 }
 
 void RVX5310Dialog::on_btn_ftb_clicked()
 {
     m_ftbBlink->toggle();
-    m_link->SendCMDFTB();
+    m_link->ftb();
 }
 
 void RVX5310Dialog::on_btn_rec_clicked()
 {
-    m_link->SendCMDREC(LampKeys::toggleRecord(ui->btn_rec, ui->btn_pause) ? 1 : 0);
+    m_link->rec(LampKeys::toggleRecord(ui->btn_rec, ui->btn_pause));
 }
 
 void RVX5310Dialog::on_btn_pause_clicked()
 {
     ui->btn_pause->toggle();
-    m_link->SendCMDPAUSE();
+    m_link->pause();
 }
 
 void RVX5310Dialog::on_btn_still_clicked()
 {
     ui->btn_still->toggle();
-    m_link->SendCMDSTILL();
+    m_link->still();
 }
 
 void RVX5310Dialog::on_btn_mute_clicked()
 {
     ui->btn_mute->toggle();
-    m_link->SendCMDF3();
+    m_link->mute();
 }
 
 void RVX5310Dialog::on_btn_reset_clicked()
 {
-    LampKeys::flash(this, ui->btn_reset, KeyWaitMs, [this] { m_link->SendCMDRESET(); });
+    LampKeys::flash(this, ui->btn_reset, KeyWaitMs, [this] { m_link->reset(); });
 }
 
 void RVX5310Dialog::on_btn_ds_clicked()
 {
-    LampKeys::flash(this, ui->btn_ds, ReadWaitMs, [this] { m_link->SendCMDRead3210state(); });
+    LampKeys::flash(this, ui->btn_ds, ReadWaitMs, [this] { m_link->readState(); });
 }
 
 void RVX5310Dialog::on_btn_ch1_clicked()
@@ -258,7 +258,7 @@ void RVX5310Dialog::showRate(int rate)
 void RVX5310Dialog::on_btnGrp_Rate_clicked(int id)
 {
     showRate(id);
-    m_link->SendCMDRATE(uint8_t(id));
+    m_link->rate(id + 1);
 }
 
 void RVX5310Dialog::set_audio_vol()

@@ -127,7 +127,7 @@ void RVX5350::bindUnit(const UnitAddress &unit, const UnitAddress &his)
     m_link->bindBoards(unit, his);
     m_pipBox->bindUnit(unit, his);
     m_set->getDevIP(unit.text());
-    m_link->SendCMDRead3210state();
+    m_link->readState();
 }
 
 bool RVX5350::stillBlinking() const
@@ -149,7 +149,7 @@ void RVX5350::showInput(int input)
 void RVX5350::setInput(int input)
 {
     showInput(input);
-    m_link->SendCDMPGMCH(uint8_t(input));
+    m_link->programme(input);
 }
 
 void RVX5350::in1_in2_style()
@@ -160,13 +160,13 @@ void RVX5350::in1_in2_style()
 
 void RVX5350::on_btn_ds_clicked()
 {
-    LampKeys::flash(this, ui->btn_ds, ReadWaitMs, [this] { m_link->SendCMDRead3210state(); });
+    LampKeys::flash(this, ui->btn_ds, ReadWaitMs, [this] { m_link->readState(); });
 }
 
 void RVX5350::on_btn_mute_clicked()
 {
     ui->btn_mute->toggle();
-    m_link->SendCMDF3();
+    m_link->mute();
 }
 
 void RVX5350::on_btn_ch1_clicked()
@@ -194,7 +194,7 @@ void RVX5350::on_btn_reso_clicked()
 {
     LampKeys::flash(this, ui->btn_reso, KeyWaitMs, [this] {
         setResolution((m_resolution + 1) % OutputFormatCount);
-        m_link->SendCMDF1(m_resolution);
+        m_link->format(m_resolution);
     });
 }
 
@@ -209,18 +209,18 @@ void RVX5350::on_btn_rate_clicked()
 {
     LampKeys::flash(this, ui->btn_rate, KeyWaitMs, [this] {
         setRate((m_rate + 1) % RateCount);
-        m_link->SendCMDRATE(uint8_t(m_rate));
+        m_link->rate(m_rate + 1);
     });
 }
 
 void RVX5350::on_btn_rec_clicked()
 {
-    m_link->SendCMDREC(ui->btn_rec->toggle() ? 1 : 0);
+    m_link->rec(ui->btn_rec->toggle());
 }
 
 void RVX5350::on_btn_rtmp_clicked()
 {
-    m_link->SendCMDSTREAM(ui->btn_rtmp->toggle() ? 1 : 0);
+    m_link->stream(ui->btn_rtmp->toggle());
 }
 
 void RVX5350::on_btn_micvol_clicked()
@@ -231,7 +231,7 @@ void RVX5350::on_btn_micvol_clicked()
 void RVX5350::on_btn_still_clicked()
 {
     m_stillBlink->toggle();
-    m_link->SendCMDSTILL();
+    m_link->still();
 }
 
 void RVX5350::on_btn_set_clicked()

@@ -139,7 +139,7 @@ void RVX5370::bindUnit(const UnitAddress &unit, const UnitAddress &his)
     m_f1->getDevIP(unit.text());
     // F1 shows the unit's address: it has one now.
     ui->btn_f1->setEnabled(true);
-    m_link->SendCMDRead3210state();
+    m_link->readState();
 }
 
 bool RVX5370::ftbBlinking() const
@@ -149,49 +149,47 @@ bool RVX5370::ftbBlinking() const
 
 void RVX5370::on_btn_rec_clicked()
 {
-    m_link->SendCMDREC(LampKeys::toggleRecord(ui->btn_rec, ui->btn_pause) ? 1 : 0);
+    m_link->rec(LampKeys::toggleRecord(ui->btn_rec, ui->btn_pause));
 }
 
 void RVX5370::on_btn_rtmp_clicked()
 {
-    m_link->SendCMDSTREAM(ui->btn_rtmp->toggle() ? 1 : 0);
+    m_link->stream(ui->btn_rtmp->toggle());
 }
 
 void RVX5370::on_btn_ftb_clicked()
 {
     m_ftbBlink->toggle();
-    m_link->SendCMDFTB();
+    m_link->ftb();
 }
 
 void RVX5370::on_btn_still_clicked()
 {
     ui->btn_still->toggle();
-    m_link->SendCMDSTILL();
+    m_link->still();
 }
 
 void RVX5370::on_btn_bar_clicked()
 {
     // The bars go to both buses, programme first.
-    const int v = ui->btn_bar->toggle() ? 1 : 0;
-    m_link->SendCMDPGMBAR(v);
-    m_link->SendCMDPVWBAR(v);
+    m_link->bar(ui->btn_bar->toggle());
 }
 
 void RVX5370::on_btn_pause_clicked()
 {
     ui->btn_pause->toggle();
-    m_link->SendCMDPAUSE();
+    m_link->pause();
 }
 
 void RVX5370::on_btn_ds_clicked()
 {
-    LampKeys::flash(this, ui->btn_ds, ReadWaitMs, [this] { m_link->SendCMDRead3210state(); });
+    LampKeys::flash(this, ui->btn_ds, ReadWaitMs, [this] { m_link->readState(); });
 }
 
 void RVX5370::on_btn_mute_clicked()
 {
     ui->btn_mute->toggle();
-    m_link->SendCMDF3();
+    m_link->mute();
 }
 
 void RVX5370::showSubWidget(QWidget *shown, QWidget *hidden)

@@ -15,7 +15,7 @@ void lamp(QPushButton *key, bool lit)
 
 } // namespace
 
-F1QWidget::F1QWidget(QWidget *parent, RVX5ALL_workdata *model)
+F1QWidget::F1QWidget(QWidget *parent, UnitControl *model)
     : QWidget(parent), ui(std::make_unique<Ui::F1QWidget>()), m_link(model)
 {
     ui->setupUi(this);

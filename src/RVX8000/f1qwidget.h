@@ -5,7 +5,7 @@
 #include <memory>
 
 class QPushButton;
-class RVX5ALL_workdata;
+class UnitControl;
 
 namespace Ui {
 class F1QWidget;
@@ -20,7 +20,7 @@ public:
     static constexpr int KeyWaitMs = 200;
 
     // `model` is the panel's link; the strip keeps it for its keys but sends nothing today.
-    F1QWidget(QWidget *parent, RVX5ALL_workdata *model);
+    F1QWidget(QWidget *parent, UnitControl *model);
     ~F1QWidget() override;
 
     void getDevIP(QString ip);
@@ -44,5 +44,5 @@ private:
     void flash(void (F1QWidget::*lamp)(bool));
 
     std::unique_ptr<Ui::F1QWidget> ui;
-    [[maybe_unused]] RVX5ALL_workdata *m_link;
+    [[maybe_unused]] UnitControl *m_link;
 };

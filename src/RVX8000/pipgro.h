@@ -9,7 +9,7 @@
 #include <QToolButton>
 #include <array>
 
-class RVX5ALL_workdata;
+class UnitLink;
 class QMouseEvent;
 
 // The PIP window of the output, drawn as a box inside a preview area that stands for the whole
@@ -47,8 +47,8 @@ public:
     static const Geometry Geometry5350;
 
     // The RVX5370's preview box.
-    explicit PIPGro(RVX5ALL_workdata *model, QWidget *parent = nullptr);
-    PIPGro(const Geometry &geometry, RVX5ALL_workdata *model, QWidget *parent = nullptr);
+    explicit PIPGro(UnitLink *model, QWidget *parent = nullptr);
+    PIPGro(const Geometry &geometry, UnitLink *model, QWidget *parent = nullptr);
 
     // Passes the unit's and its HIS board's addresses to the link the box sends through.
     void DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5);
@@ -74,7 +74,7 @@ private:
     QPoint clamped(QPoint p) const;
 
     const Geometry m_geometry;
-    RVX5ALL_workdata *m_link;
+    UnitLink *m_link;
     int m_size = 0;
     bool m_dragging = false;
     QPoint m_lastGlobal;
@@ -86,7 +86,7 @@ class PIPGro5350 : public PIPGro
 {
     Q_OBJECT
 public:
-    explicit PIPGro5350(RVX5ALL_workdata *model, QWidget *parent = nullptr);
+    explicit PIPGro5350(UnitLink *model, QWidget *parent = nullptr);
 
 public slots:
     void getPIP_SIZ(int size) { setRARE_V(size); }

@@ -5,7 +5,7 @@
 #include <QDateTime>
 #include <QTimer>
 
-Set::Set(QWidget *parent, RVX5ALL_workdata *model)
+Set::Set(QWidget *parent, UnitControl *model)
     : QWidget(parent), ui(std::make_unique<Ui::Set>()), m_keys(this, model),
       m_clock(std::make_unique<QTimer>())
 {

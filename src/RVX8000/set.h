@@ -7,7 +7,7 @@
 #include <QWidget>
 #include <memory>
 
-class RVX5ALL_workdata;
+class UnitControl;
 class QTimer;
 
 namespace Ui {
@@ -23,7 +23,7 @@ public:
     static constexpr int PipSizeCount = SettingKeys::PipSizeCount;
     static constexpr int ClockTickMs = 1000;
 
-    Set(QWidget *parent, RVX5ALL_workdata *model);
+    Set(QWidget *parent, UnitControl *model);
     ~Set() override;
 
     // The keys and their lamps. They are plain members, not slots: the form's name-based hookup
