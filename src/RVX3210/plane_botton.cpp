@@ -1,5 +1,6 @@
 #include "plane_botton.h"
 
+#include "SwitcherData/protocol.h"
 #include "SwitcherData/reportinglink.h"
 #include "common/titlebarstyles.h"
 #include "rvx3210styles.h"
@@ -10,7 +11,6 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QHostAddress>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -19,36 +19,6 @@
 #include <QVBoxLayout>
 
 namespace S = Rvx3210Styles;
-
-namespace {
-
-// Offsets inside the network address reply payload; each address is four bytes, first
-// octet first.
-constexpr int HisIpAt = 2;
-constexpr int HisMaskAt = 6;
-constexpr int HisGatewayAt = 10;
-constexpr int HisDnsAt = 20;
-
-// The URL reply payload is laid out as ST_RTMP_URL: slot, name length, 16 name bytes,
-// URL length (little-endian), URL bytes.
-constexpr int UrlNameLenAt = 2;
-constexpr int UrlNameAt = 3;
-constexpr int UrlNameMax = 16;
-constexpr int UrlLenAt = 19;
-constexpr int UrlAt = 21;
-constexpr int UrlMax = 768;
-
-// Dotted text of the four bytes at `at`, or a null string when the payload stops short.
-QString dottedAt(const QByteArray &d, int at)
-{
-    if (at + 4 > d.size())
-        return QString();
-    const quint32 v = (quint32(uint8_t(d.at(at))) << 24) | (quint32(uint8_t(d.at(at + 1))) << 16) |
-                      (quint32(uint8_t(d.at(at + 2))) << 8) | quint32(uint8_t(d.at(at + 3)));
-    return QHostAddress(v).toString();
-}
-
-} // namespace
 
 Plane_Botton::Plane_Botton(QWidget *parent, ReportingLink *link) : QWidget(parent), m_link(link)
 {
@@ -79,8 +49,8 @@ Plane_Botton::Plane_Botton(QWidget *parent, ReportingLink *link) : QWidget(paren
     // Like the title bar's close key: the whole program ends (a panel that only hid itself
     // would leave no window behind).
     connect(m_btnClose, &QPushButton::clicked, this, [] { QCoreApplication::exit(0); });
-    connect(m_link, &ReportingLink::on_signals_3210HISData, this, &Plane_Botton::on_ToShow_HisInfo);
-    connect(m_link, &ReportingLink::on_signals_3210HIS_URL_Data, this, &Plane_Botton::on_ToShow_HisUrl);
+    connect(m_link, &ReportingLink::hisAddressesReported, this, &Plane_Botton::on_ToShow_HisInfo);
+    connect(m_link, &ReportingLink::streamUrlReported, this, &Plane_Botton::on_ToShow_HisUrl);
 }
 
 void Plane_Botton::initDialog()
@@ -244,11 +214,11 @@ void Plane_Botton::on_btnclicked_SetUrl()
 {
     const QByteArray name = m_otherName->text().toLatin1();
     const QByteArray url = m_url->text().toLatin1();
-    if (name.size() > UrlNameMax) {
+    if (name.size() > Protocol::UrlNameMax) {
         warn(S::OtherNameErrors);
         return;
     }
-    if (url.size() > UrlMax) {
+    if (url.size() > Protocol::UrlMax) {
         warn(S::UrlErrors);
         return;
     }
@@ -256,29 +226,20 @@ void Plane_Botton::on_btnclicked_SetUrl()
     m_link->url(m_urlIndex->currentIndex(), name, url);
 }
 
-void Plane_Botton::on_ToShow_HisInfo(const QByteArray &data)
+void Plane_Botton::on_ToShow_HisInfo(const HisAddresses &addresses)
 {
-    // Only the addresses the payload carries whole are shown; the others keep their text.
     QLineEdit *const edits[] = {m_hisIp, m_hisSubnet, m_hisGateway, m_hisDns};
-    const int offsets[] = {HisIpAt, HisMaskAt, HisGatewayAt, HisDnsAt};
+    const QString *const texts[] = {&addresses.ip, &addresses.subnet, &addresses.gateway, &addresses.dns};
     for (int i = 0; i < 4; ++i) {
-        const QString text = dottedAt(data, offsets[i]);
-        if (!text.isNull())
-            edits[i]->setText(text);
+        if (!texts[i]->isNull())
+            edits[i]->setText(*texts[i]);
     }
-    m_link->get_HIS_INFO(m_hisIp->text(), m_hisSubnet->text(), m_hisGateway->text(), m_hisDns->text());
 }
 
-void Plane_Botton::on_ToShow_HisUrl(const QByteArray &data)
+void Plane_Botton::on_ToShow_HisUrl(const StreamUrl &url)
 {
-    if (data.size() <= UrlNameLenAt)
-        return;
-    const int nameLen = qMin(int(uint8_t(data.at(UrlNameLenAt))), UrlNameMax);
-    m_otherName->setText(QString::fromLatin1(data.mid(UrlNameAt, nameLen)));
-    if (data.size() <= UrlLenAt + 1)
-        return;
-    const int urlLen =
-        qMin(int(uint8_t(data.at(UrlLenAt))) | (int(uint8_t(data.at(UrlLenAt + 1))) << 8), UrlMax);
-    // mid() stops at the end of what arrived, so a short payload shows what it carries.
-    m_url->setText(QString::fromLatin1(data.mid(UrlAt, urlLen)));
+    if (!url.name.isNull())
+        m_otherName->setText(url.name);
+    if (!url.url.isNull())
+        m_url->setText(url.url);
 }

@@ -8,6 +8,8 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class ReportingLink;
+struct HisAddresses;
+struct StreamUrl;
 
 // Bottom strip of the RVX3210-family panels with the "SWITCHER IP" dialog: the main board's
 // address, the HIS board's address, mask, gateway and DNS, and the HIS board's URL slots.
@@ -43,8 +45,10 @@ public slots:
     void on_btnclicked_SetDNS();
     void on_btnclicked_ReadUrl();
     void on_btnclicked_SetUrl();
-    void on_ToShow_HisInfo(const QByteArray &data);
-    void on_ToShow_HisUrl(const QByteArray &data);
+    // The HIS board's replies as the link decodes them; what a reply stopped short of keeps
+    // the text it had.
+    void on_ToShow_HisInfo(const HisAddresses &addresses);
+    void on_ToShow_HisUrl(const StreamUrl &url);
 
 private:
     void initDialog();

@@ -59,7 +59,6 @@ RVX5350::RVX5350(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::RVX
     initRight();
 
     connect(m_link, &RVX5ALL_workdata::stateReported, this, &RVX5350::showUnitState);
-    connect(m_link, &RVX5ALL_workdata::on_signals_5370Data, m_set, &Set::on_toRead_5370SMDtat);
     connect(m_set, &Set::setPIPSZ_Style, this, &RVX5350::setPIPSZ_Style);
 }
 
@@ -268,6 +267,8 @@ void RVX5350::showUnitState(const UnitState &s)
     if (s.has(UnitState::Pgm))
         showInput(s.pgm());
     showSharedReport(s, m_front, m_audioMode, m_audio, m_insets);
+    if (s.has(UnitState::Serial))
+        m_set->on_toRead_5370SMDtat(s.serial());
     if (s.has(UnitState::PipSize)) {
         const int size = s.pipSize();
         setPIPSZ_Style(size);

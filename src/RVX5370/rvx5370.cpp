@@ -72,7 +72,6 @@ RVX5370::RVX5370(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::RVX
     initBelow();
 
     connect(m_link, &RVX5ALL_workdata::stateReported, this, &RVX5370::showUnitState);
-    connect(m_link, &RVX5ALL_workdata::on_signals_5370Data, m_set, &SetDialog::on_toRead_5370SMDtat);
     connect(m_set, &SetDialog::setPIPSZ_Style, this, &RVX5370::setPIPSZ_Style);
     connect(m_set, &SetDialog::setRATE_Style, this, &RVX5370::setRATE_Style);
 }
@@ -249,6 +248,8 @@ void RVX5370::m_on_toRead_5370Dtat(const QByteArray &data)
 void RVX5370::showUnitState(const UnitState &s)
 {
     showSharedReport(s, m_front, m_audioMode, m_audio, m_insets);
+    if (s.has(UnitState::Serial))
+        m_set->on_toRead_5370SMDtat(s.serial());
     if (s.has(UnitState::Ftb))
         m_ftbBlink->showReported(s.ftb());
     if (s.has(UnitState::PipSize)) {

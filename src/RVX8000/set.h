@@ -47,7 +47,7 @@ public:
     void on_Style_btnFan(bool lit);
     void on_Style_Reset(bool lit);
 
-    // The serial part of the unit's long state reply.
+    // The unit's serial, as its state reports it.
     void on_toRead_5370SMDtat(const QByteArray &sn);
 
     int pipSizeIndex() const { return m_keys.pipSize(); }

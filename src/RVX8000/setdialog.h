@@ -52,7 +52,7 @@ public:
     void on_Style_btnL_2(bool lit);
     void on_Style_Reset(bool lit);
 
-    // The serial part of the unit's long state reply.
+    // The unit's serial, as its state reports it.
     void on_toRead_5370SMDtat(const QByteArray &sn);
 
     int resoIndex() const { return m_reso; }

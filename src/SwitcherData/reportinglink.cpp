@@ -84,8 +84,10 @@ ReportingLink::ReportingLink(const FamilyCodes &codes, Family family, LogCategor
     : UnitLink(family, log, QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint, parent),
       m_family(codes)
 {
-    // Receivers may queue it or spy on it.
+    // Receivers may queue them or spy on them.
     qRegisterMetaType<UnitState>();
+    qRegisterMetaType<HisAddresses>();
+    qRegisterMetaType<StreamUrl>();
 }
 
 void ReportingLink::sendHis(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data)
@@ -101,6 +103,14 @@ void ReportingLink::get_DevTypeID(QString ip, uint8_t a, uint8_t b)
 void ReportingLink::get_HISTypeID(QString ip, uint8_t a, uint8_t b)
 {
     bindHis(UnitAddress::fromText(ip, a, b));
+}
+
+void ReportingLink::takeHisAddresses(const HisAddresses &a)
+{
+    // An address the reply stops short of stays as the link knew it.
+    get_HIS_INFO(a.ip.isNull() ? m_his.text() : a.ip, a.subnet.isNull() ? m_hisSubnet : a.subnet,
+                 a.gateway.isNull() ? m_hisGateway : a.gateway, a.dns.isNull() ? m_hisDNS : a.dns);
+    emit hisAddressesReported(a);
 }
 
 void ReportingLink::get_HIS_INFO(QString ip, QString subnet, QString gateway, QString dns)
@@ -451,12 +461,15 @@ void ReportingLink::AnalysisData(const QByteArray &frame)
         if (pieces.size() >= 2) {
             emit on_signals_3210HIS_URL_Data(pieces.at(1));
             qCDebug(m_log).noquote() << QString::fromUtf8(LabelUrlPiece) << pieces.at(1).toHex(' ');
+            emit streamUrlReported(StreamUrl::decode(pieces.at(1)));
         }
     }
     if (cmd == Protocol::CmdHisAddress) {
         const QList<QByteArray> pieces = frame.split(char(Protocol::CmdHisAddress));
-        if (pieces.size() >= 2)
+        if (pieces.size() >= 2) {
             emit on_signals_3210HISData(pieces.at(1));
+            takeHisAddresses(HisAddresses::decode(pieces.at(1)));
+        }
     }
 }
 
