@@ -2,6 +2,7 @@
 
 #include "SwitcherData/protocol.h"
 #include "SwitcherData/reportinglink.h"
+#include "common/ipv4field.h"
 #include "common/titlebarstyles.h"
 #include "rvx3210styles.h"
 
@@ -15,7 +16,6 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QRegularExpressionValidator>
 #include <QVBoxLayout>
 
 namespace S = Rvx3210Styles;
@@ -63,12 +63,11 @@ void Plane_Botton::initDialog()
     m_dlg->setStyleSheet(QString::fromLatin1(S::SetDialog));
     const QString groupSheet = QString::fromLatin1(S::DialogText) + QString::fromLatin1(S::Inputs);
 
-    const QRegularExpression pattern(QString::fromLatin1(S::IpPattern));
     auto label = [this](const char *text) { return new QLabel(QString::fromLatin1(text), m_dlg); };
-    auto addressEdit = [this, &pattern] {
+    auto addressEdit = [this] {
         auto *edit = new QLineEdit(m_dlg);
         edit->setMinimumSize(150, 24);
-        edit->setValidator(new QRegularExpressionValidator(pattern, edit));
+        takeIpv4Only(edit);
         return edit;
     };
     auto key = [this](const char *text) { return new QPushButton(QString::fromLatin1(text), m_dlg); };

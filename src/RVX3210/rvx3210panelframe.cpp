@@ -108,11 +108,6 @@ void Rvx3210PanelFrame::init3210ui_2(Upper_Widget *upper, Middle_widget *middle)
     connect(m_below, &Below_Widget::on_get_slider_vol, this, &Rvx3210PanelFrame::btnAuto_and_slider);
 }
 
-void Rvx3210PanelFrame::DevTypeID(QString devIp, uint8_t a, uint8_t b, QString hisIp, uint8_t c, uint8_t d)
-{
-    bindUnit(UnitAddress::fromText(devIp, a, b), UnitAddress::fromText(hisIp, c, d));
-}
-
 void Rvx3210PanelFrame::bindUnit(const UnitAddress &unit, const UnitAddress &his)
 {
     m_link->bindBoards(unit, his);

@@ -1,6 +1,7 @@
 #include "ipdialog.h"
 
 #include "SwitcherData/unitlink.h"
+#include "common/ipv4field.h"
 #include "common/panelkeys.h"
 #include "rvx3220styles.h"
 
@@ -9,8 +10,6 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QRegularExpression>
-#include <QRegularExpressionValidator>
 
 IPDialog::IPDialog(QWidget *parent, UnitLink *link)
     : QDialog(parent), m_link(link), m_edit(new QLineEdit(this)),
@@ -27,8 +26,7 @@ IPDialog::IPDialog(QWidget *parent, UnitLink *link)
     label->setGeometry(20, 20, 70, 28);
     m_edit->setStyleSheet(QString::fromLatin1(RVX3220Styles::LineEdit));
     m_edit->setGeometry(95, 20, 205, 28);
-    m_edit->setValidator(new QRegularExpressionValidator(
-        QRegularExpression(QString::fromLatin1(RVX3220Styles::IpPattern)), m_edit));
+    takeIpv4Only(m_edit);
     m_edit->setText(m_link->unit().text());
 
     m_close->setStyleSheet(QString::fromLatin1(RVX3220Styles::TextButton));

@@ -51,11 +51,6 @@ PIPGro::PIPGro(const Geometry &geometry, UnitLink *model, QWidget *parent)
     resize(row().box);
 }
 
-void PIPGro::DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5)
-{
-    bindUnit(UnitAddress::fromText(ip, b4, b5), UnitAddress::fromText(hisIp, h4, h5));
-}
-
 void PIPGro::bindUnit(const UnitAddress &unit, const UnitAddress &his)
 {
     if (m_link)

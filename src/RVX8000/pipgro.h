@@ -2,6 +2,7 @@
 
 #include "SwitcherData/protocol.h"
 #include "SwitcherData/unitaddress.h"
+#include "common/unitbinding.h"
 
 #include <QPoint>
 #include <QSize>
@@ -16,7 +17,7 @@ class QMouseEvent;
 // picture. The operator drags the box; every move tells the unit the new position in its own
 // coordinates. The RVX5370 and RVX5350 panels differ only in the preview's geometry, which a
 // table of one row per PIP size carries.
-class PIPGro : public QToolButton
+class PIPGro : public QToolButton, public UnitBinding<PIPGro>
 {
     Q_OBJECT
 public:
@@ -50,8 +51,8 @@ public:
     explicit PIPGro(UnitLink *model, QWidget *parent = nullptr);
     PIPGro(const Geometry &geometry, UnitLink *model, QWidget *parent = nullptr);
 
-    // Passes the unit's and its HIS board's addresses to the link the box sends through.
-    void DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5);
+    // Passes the unit's and its HIS board's addresses to the link the box sends through (the
+    // panel's own, bound already where the panel made it).
     void bindUnit(const UnitAddress &unit, const UnitAddress &his);
 
     int sizeIndex() const { return m_size; }

@@ -10,18 +10,18 @@ using A = UnitAction;
 
 // What every panel that talks to a unit sends: its programme and transition keys, audio mode and
 // sources, the output format, and PIP with its size and position.
-const ActionSet Common = {A::Programme, A::Transition, A::Fader,   A::Format,     A::AudioMode,
+constexpr ActionSet Common = {A::Programme, A::Transition, A::Fader,   A::Format,     A::AudioMode,
                           A::Source,    A::Pip,        A::PipSize, A::PipPosition};
-const ActionSet PipBorder = {A::PipBorder, A::PipBorderColor, A::PipBorderWidth};
+constexpr ActionSet PipBorder = {A::PipBorder, A::PipBorderColor, A::PipBorderWidth};
 // The panels of the units that report their state.
-const ActionSet Reporting = Common | ActionSet{A::ReadState, A::Auto, A::Rate, A::Still, A::Mute, A::Levels};
+constexpr ActionSet Reporting = Common | ActionSet{A::ReadState, A::Auto, A::Rate, A::Still, A::Mute, A::Levels};
 // The RVX3210 family's panel: its rows and the network page of the main and HIS boards.
-const ActionSet Panel3210 =
+constexpr ActionSet Panel3210 =
     Reporting | PipBorder | ActionSet{A::Preview, A::Cut,     A::Ftb,        A::Level,
                                       A::F2,      A::F7,      A::SetAddress, A::HisAddress,
                                       A::HisDns,  A::ReadHis, A::ReadUrl,    A::Url};
 // The 8000 series' panels: no network page, and keys of their own.
-const ActionSet Panel8000 = Reporting | ActionSet{A::Pop, A::Rec, A::Stream, A::Reset};
+constexpr ActionSet Panel8000 = Reporting | ActionSet{A::Pop, A::Rec, A::Stream, A::Reset};
 
 const char *const Sources3220[] = {"PHONE_IN", "RCA_IN", "IN1", "IN2", "IN3", "IN4", "IN5", "IN6"};
 
@@ -32,45 +32,47 @@ constexpr Range Level{0, Protocol::AudioLevelMax};
 constexpr Range Empty{0, -1}; // no value
 constexpr Range Master100{100, 100};
 
+// Most families: PIP anywhere the smallest inset goes, no POP settings, a T-bar that marks a
+// transition's end, levels without their source.
+constexpr FamilyTraits traits(Family family, const char *name, const char *key, StateLayout state,
+                              ActionSet actions, int inputs, bool bars, int sources, Range master,
+                              bool zeroAddress)
+{
+    return {family,
+            name,
+            key,
+            state,
+            actions,
+            inputs,
+            bars,
+            {Travel, Travel},
+            {0, PipHMax[0]},
+            {0, PipVMax[0]},
+            Empty,
+            Empty,
+            sources,
+            false,
+            master,
+            zeroAddress};
+}
+
+using Protocol::AudioSource5350Count;
+using Protocol::AudioSourceCount;
+using S = StateLayout;
+
 // One row per family, in the order of Family.
-const FamilyTraits Families[] = {
-    {Family::Rvx3210,
-     "RVX3210",
-     "rvx3210",
-     StateLayout::Rvx3210,
-     Panel3210,
-     4,
-     true,
-     {Travel, Travel},
-     {0, PipHMax[0]},
-     {0, PipVMax[0]},
-     Empty,
-     Empty,
-     Protocol::AudioSourceCount,
-     false,
-     Level,
-     true},
-    {Family::Rvx3410,
-     "RVX3410",
-     "rvx3410",
-     StateLayout::Rvx3410,
-     Panel3210 | ActionSet{A::Rec, A::Pause, A::Stream, A::Rotate, A::Menu},
-     4,
-     true,
-     {Travel, Travel},
-     {0, PipHMax[0]},
-     {0, PipVMax[0]},
-     Empty,
-     Empty,
-     Protocol::AudioSourceCount,
-     false,
-     Level,
-     true},
-    // Its AUTO key only lights, and it never asks for the state; its lever marks no end.
+constexpr FamilyTraits Families[] = {
+    traits(Family::Rvx3210, "RVX3210", "rvx3210", S::Rvx3210, Panel3210, 4, true, AudioSourceCount, Level,
+           true),
+    traits(Family::Rvx3410, "RVX3410", "rvx3410", S::Rvx3410,
+           Panel3210 | ActionSet{A::Rec, A::Pause, A::Stream, A::Rotate, A::Menu}, 4, true, AudioSourceCount,
+           Level, true),
+    // Its AUTO key only lights, and it never asks for the state; its lever marks no end, and a
+    // level goes out with the source its channel plays.
     {Family::Rvx3220,
      "RVX3220",
      "rvx3220",
-     StateLayout::None,
+     S::None,
      Common | PipBorder |
          ActionSet{A::Preview, A::Cut, A::Level, A::Pop, A::PopWindow, A::PopBorder, A::PopBorderColor,
                    A::PopBorderWidth, A::PopPosition, A::SetAddress},
@@ -86,60 +88,20 @@ const FamilyTraits Families[] = {
      Empty,
      false},
     // F1 streams and F2 is POP on this panel; its PIP settings have the border.
-    {Family::Rvx5310,
-     "RVX5310",
-     "8000",
-     StateLayout::Series8000,
-     Panel8000 | PipBorder | ActionSet{A::Preview, A::Cut, A::Ftb, A::Pause},
-     4,
-     true,
-     {Travel, Travel},
-     {0, PipHMax[0]},
-     {0, PipVMax[0]},
-     Empty,
-     Empty,
-     Protocol::AudioSourceCount,
-     false,
-     Master100,
-     false},
+    traits(Family::Rvx5310, "RVX5310", "8000", S::Series8000,
+           Panel8000 | PipBorder | ActionSet{A::Preview, A::Cut, A::Ftb, A::Pause}, 4, true, AudioSourceCount,
+           Master100, false),
     // Its BAR key puts the bars on both buses; they are no input of its rows.
-    {Family::Rvx5370,
-     "RVX5370",
-     "8000",
-     StateLayout::Series8000,
-     Panel8000 | ActionSet{A::Preview, A::Cut, A::Ftb, A::Pause, A::Bar},
-     4,
-     false,
-     {Travel, Travel},
-     {0, PipHMax[0]},
-     {0, PipVMax[0]},
-     Empty,
-     Empty,
-     Protocol::AudioSourceCount,
-     false,
-     Master100,
-     false},
+    traits(Family::Rvx5370, "RVX5370", "8000", S::Series8000,
+           Panel8000 | ActionSet{A::Preview, A::Cut, A::Ftb, A::Pause, A::Bar}, 4, false, AudioSourceCount,
+           Master100, false),
     // One bus of two inputs: no preview row, no CUT, FTB, PAUSE or bars.
-    {Family::Rvx5350,
-     "RVX5350",
-     "rvx5350",
-     StateLayout::Rvx5350,
-     Panel8000,
-     2,
-     false,
-     {Travel, Travel},
-     {0, PipHMax[0]},
-     {0, PipVMax[0]},
-     Empty,
-     Empty,
-     Protocol::AudioSource5350Count,
-     false,
-     Master100,
-     false},
+    traits(Family::Rvx5350, "RVX5350", "rvx5350", S::Rvx5350, Panel8000, 2, false, AudioSource5350Count,
+           Master100, false),
     {Family::Rvx5120,
      "RVX5120",
      "8000",
-     StateLayout::Series8000,
+     S::Series8000,
      ActionSet{},
      0,
      false,
