@@ -13,7 +13,7 @@
 
 namespace S = Rvx3210Styles;
 
-Plane_Top::Plane_Top(QWidget *parent, RVX3210_workdata *link) : QWidget(parent), m_link(link)
+Plane_Top::Plane_Top(QWidget *parent, UnitControl *link) : QWidget(parent), m_link(link)
 {
     initPlan1();
 }

@@ -9,7 +9,7 @@
 #include <QLabel>
 #include <QPushButton>
 
-Devlog::Devlog(QWidget *parent, RVX3220_workdata *link)
+Devlog::Devlog(QWidget *parent, UnitControl *link)
     : QWidget(parent), m_link(link), m_logo(new QLabel(this)), m_close(new QPushButton(this))
 {
     setAttribute(Qt::WA_StyledBackground);

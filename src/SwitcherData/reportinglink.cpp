@@ -81,8 +81,10 @@ void fillFour(uint8_t *dst, const QByteArray &src)
 ReportingLink::ReportingLink(const FamilyCodes &codes, Family family, LogCategory log, QObject *parent)
     : UnitLink(family, log, parent), m_family(codes)
 {
-    // Receivers may queue it or spy on it.
+    // Receivers may queue them or spy on them.
     qRegisterMetaType<UnitState>();
+    qRegisterMetaType<HisAddresses>();
+    qRegisterMetaType<StreamUrl>();
 }
 
 void ReportingLink::sendHis(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data)
@@ -98,6 +100,14 @@ void ReportingLink::get_DevTypeID(QString ip, uint8_t a, uint8_t b)
 void ReportingLink::get_HISTypeID(QString ip, uint8_t a, uint8_t b)
 {
     bindHis(UnitAddress::fromText(ip, a, b));
+}
+
+void ReportingLink::takeHisAddresses(const HisAddresses &a)
+{
+    // An address the reply stops short of stays as the link knew it.
+    get_HIS_INFO(a.ip.isNull() ? m_his.text() : a.ip, a.subnet.isNull() ? m_hisSubnet : a.subnet,
+                 a.gateway.isNull() ? m_hisGateway : a.gateway, a.dns.isNull() ? m_hisDNS : a.dns);
+    emit hisAddressesReported(a);
 }
 
 void ReportingLink::get_HIS_INFO(QString ip, QString subnet, QString gateway, QString dns)
@@ -450,12 +460,15 @@ void ReportingLink::AnalysisData(const QByteArray &frame)
         if (pieces.size() >= 2) {
             emit on_signals_3210HIS_URL_Data(pieces.at(1));
             qCDebug(m_log).noquote() << QString::fromUtf8(LabelUrlPiece) << pieces.at(1).toHex(' ');
+            emit streamUrlReported(StreamUrl::decode(pieces.at(1)));
         }
     }
     if (cmd == Protocol::CmdHisAddress) {
         const QList<QByteArray> pieces = frame.split(char(Protocol::CmdHisAddress));
-        if (pieces.size() >= 2)
+        if (pieces.size() >= 2) {
             emit on_signals_3210HISData(pieces.at(1));
+            takeHisAddresses(HisAddresses::decode(pieces.at(1)));
+        }
     }
 }
 
@@ -523,6 +536,10 @@ void ReportingLink::perform(const Call &c)
         return SendCMD_Set_HIS_IP(c.bytes[0], c.bytes[1], c.bytes[2], c.texts);
     case UnitAction::HisDns:
         return SendCMD_Set_HIS_DNS(c.bytes[0], c.texts.value(0));
+    case UnitAction::ReadHis:
+        return SendCMD_Read_His_IP();
+    case UnitAction::ReadUrl:
+        return SendCMD_Read_Url(c.a);
     case UnitAction::Url:
         return SendCMD_Set_Url(c.a, c.bytes[0], c.bytes[1]);
     default:

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "hisaddresses.h"
 #include "linkwatch.h"
 #include "statelayout.h"
+#include "streamurl.h"
 #include "unitlink.h"
 #include "unitstate.h"
 #include "workdata.h"
@@ -69,6 +71,7 @@ public:
     }
     const UnitAddress &his() const { return m_his; }
 
+    // What the link knows of the boards: as bound, as set, or as the HIS board last reported.
     QString on_DevIP() const { return m_unit.text(); }
     QString on_HIS_IP() const { return m_his.text(); }
     QString on_HIS_Subnet() const { return m_hisSubnet; }
@@ -154,6 +157,10 @@ signals:
     void showCurrentData(QByteArray frame);
     // Each state shown, decoded once, right after its bytes went out on the signals above.
     void stateReported(const UnitState &state);
+    // The HIS board's address reply and URL reply, decoded, right after their payloads went out
+    // on the signals above. The addresses it reports are the link's from then on.
+    void hisAddressesReported(const HisAddresses &addresses);
+    void streamUrlReported(const StreamUrl &url);
 
 protected:
     QVector<QHostAddress> senders() const override { return {m_unit.host, m_his.host}; }
@@ -161,6 +168,8 @@ protected:
     void passEnded() override;
     void frameSent(const QByteArray &frame) override;
     void sendHis(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data = {});
+    // Keeps what the HIS board's address reply reports, then signals it.
+    void takeHisAddresses(const HisAddresses &addresses);
 
     void perform(const Call &call) override;
 

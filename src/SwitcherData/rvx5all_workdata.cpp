@@ -18,7 +18,7 @@ const char *const LabelCh5350 = "选择CH1下拉列表 senbuf的数据";
 } // namespace
 
 RVX5ALL_workdata::RVX5ALL_workdata(QObject *parent)
-    : ReportingLink(Rvx5AllCodes, Family::Series8000, lc5all, parent)
+    : ReportingLink(Rvx5AllCodes, Family::Rvx5310, lc5all, parent)
 {}
 
 void RVX5ALL_workdata::SendCMDPOP(uint8_t v)
