@@ -42,8 +42,10 @@ UnitEndpoint::UnitEndpoint()
     const int fd = isBound() ? fcntl(int(m_socket.socketDescriptor()), F_DUPFD_CLOEXEC, 0) : -1;
     const DatagramReader::Limits limits{4096, SWITCHER_DATA::ReceiveBuffer,
                                         UnitLink::LinkDrainBatch + UnitLink::HeldMax};
+    // The reader's call only queues a pass: every pass comes as a queued call of its own, so
+    // the event loop runs between any two of them.
     if (fd >= 0)
-        m_reader = DatagramReader::start(fd, this, "kova-unit-reader", limits, [this] { readPending(); });
+        m_reader = DatagramReader::start(fd, this, "kova-unit-reader", limits, [this] { passAgainLater(); });
     if (!m_reader) {
         if (fd >= 0)
             ::close(fd);
