@@ -419,7 +419,7 @@ void showsearch::placeBeside(QWidget *panel)
     if (at.x() + panel->width() > area.right())
         at = QPoint(area.left(), g.bottom() + 1 + Gap);
     if (at.y() + panel->height() > area.bottom())
-        at = area.topLeft() + QPoint(30, 30) * (m_open.size() % 8 + 1);
+        at = area.topLeft() + QPoint(30, 30) * int(m_open.size() % 8 + 1);
     panel->move(at);
 }
 
