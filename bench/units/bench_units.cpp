@@ -203,7 +203,8 @@ void eightUnits(int seconds)
     std::vector<int> shown(Units, 0);
     for (int i = 0; i < Units; ++i) {
         panels.push_back(std::make_unique<RVX5310Dialog>(nullptr));
-        panels.back()->DevTypeID(unitIp(i), 0xA5, 0xFF, QStringLiteral("127.0.0.%1").arg(100 + i), 0xE0, 0xFF);
+        panels.back()->DevTypeID(unitIp(i), 0xA5, 0xFF, QStringLiteral("127.0.0.%1").arg(100 + i), 0xE0,
+                                 0xFF);
         panels.back()->show();
         QObject::connect(panels.back()->link(), &ReportingLink::stateReported, [&shown, i] { ++shown[i]; });
     }
@@ -281,7 +282,8 @@ void floodBeside(int seconds)
                 std::lock_guard<std::mutex> lock(mutex);
                 sentAt[pgm] = nowNs();
             }
-            ::sendto(fd, r.constData(), size_t(r.size()), 0, reinterpret_cast<const sockaddr *>(&to), sizeof to);
+            ::sendto(fd, r.constData(), size_t(r.size()), 0, reinterpret_cast<const sockaddr *>(&to),
+                     sizeof to);
             std::this_thread::sleep_for(std::chrono::milliseconds(100));
         }
         ::close(fd);

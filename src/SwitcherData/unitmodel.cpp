@@ -11,10 +11,11 @@ using A = UnitAction;
 // What every panel that talks to a unit sends: its programme and transition keys, audio mode and
 // sources, the output format, and PIP with its size and position.
 constexpr ActionSet Common = {A::Programme, A::Transition, A::Fader,   A::Format,     A::AudioMode,
-                          A::Source,    A::Pip,        A::PipSize, A::PipPosition};
+                              A::Source,    A::Pip,        A::PipSize, A::PipPosition};
 constexpr ActionSet PipBorder = {A::PipBorder, A::PipBorderColor, A::PipBorderWidth};
 // The panels of the units that report their state.
-constexpr ActionSet Reporting = Common | ActionSet{A::ReadState, A::Auto, A::Rate, A::Still, A::Mute, A::Levels};
+constexpr ActionSet Reporting =
+    Common | ActionSet{A::ReadState, A::Auto, A::Rate, A::Still, A::Mute, A::Levels};
 // The RVX3210 family's panel: its rows and the network page of the main and HIS boards.
 constexpr ActionSet Panel3210 =
     Reporting | PipBorder | ActionSet{A::Preview, A::Cut,     A::Ftb,        A::Level,
