@@ -3,11 +3,11 @@
 // broadcast it sends is the search.
 #include "SwitcherData/protocol.h"
 #include "SwitcherData/reportinglink.h"
+#include "SwitcherData/statefields.h"
+#include "SwitcherData/unitcommands.h"
 #include "SwitcherData/unitlinks.h"
 #include "SwitcherData/unitmodel.h"
 #include "SwitcherData/workdata.h"
-#include "commands.h"
-#include "statefields.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -225,21 +225,17 @@ int runState(const QString &address, int timeoutMs, bool json)
         return fail(NoReply,
                     QStringLiteral("%1 did not report its state within %2 ms").arg(address).arg(timeoutMs));
 
-    const QVector<StateField> fields = stateFields(state);
     if (json) {
-        QJsonObject values;
-        for (const StateField &f : fields)
-            values.insert(f.name, f.value);
         QJsonObject o;
         o.insert(QStringLiteral("address"), address);
         o.insert(QStringLiteral("model"), UnitModels::modelName(unit.childType));
         o.insert(QStringLiteral("family"), QLatin1String(traits.key));
-        o.insert(QStringLiteral("state"), values);
+        o.insert(QStringLiteral("state"), stateJson(state));
         out() << QJsonDocument(o).toJson(QJsonDocument::Indented);
         return Ok;
     }
     out() << "model: " << UnitModels::modelName(unit.childType) << '\n';
-    for (const StateField &f : fields)
+    for (const StateField &f : stateFields(state))
         out() << f.name << ": " << fieldText(f.value) << '\n';
     return Ok;
 }

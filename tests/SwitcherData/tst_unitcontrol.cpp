@@ -5,7 +5,7 @@
 #include "SwitcherData/unitlink.h"
 #include "SwitcherData/unitlinks.h"
 #include "SwitcherData/unitmodel.h"
-#include "kovactl/commands.h"
+#include "SwitcherData/unitcommands.h"
 #include "testframes.h"
 #include "wirecapture.h"
 

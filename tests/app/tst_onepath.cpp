@@ -14,7 +14,7 @@
 #include "app/panelremote.h"
 #include "app/remotekeys.h"
 #include "common/panelkeys.h"
-#include "kovactl/commands.h"
+#include "SwitcherData/unitcommands.h"
 #include "live/oscremote.h"
 #include "testframes.h"
 #include "wirecapture.h"

@@ -1,7 +1,7 @@
-#include "commands.h"
+#include "unitcommands.h"
 
-#include "SwitcherData/protocol.h"
-#include "SwitcherData/unitcontrol.h"
+#include "protocol.h"
+#include "unitcontrol.h"
 
 namespace {
 
@@ -527,6 +527,31 @@ CommandCall CommandCall::check(const QString &name, const QStringList &args, Fam
         b.call.m_action = nullptr;
     }
     return b.call;
+}
+
+CommandCall CommandCall::checkLine(const QString &line, Family family)
+{
+    QStringList words = line.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    if (words.isEmpty()) {
+        CommandCall empty;
+        empty.m_verdict = Verdict::BadUsage;
+        empty.m_message = QStringLiteral("no command given");
+        return empty;
+    }
+    const QString name = words.takeFirst();
+    return check(name, words, family);
+}
+
+QString CommandCall::runLine(UnitControl &unit, const QString &line, bool hisKnown)
+{
+    const CommandCall call = checkLine(line, unit.traits().family);
+    if (call.verdict() != Verdict::Ok)
+        return call.message();
+    if (call.needsHisBoard() && !hisKnown)
+        return QStringLiteral("the unit's HIS board has not answered the search");
+    if (!call.run(unit))
+        return QStringLiteral("the %1 refused it").arg(QLatin1String(unit.traits().name));
+    return QString();
 }
 
 CommandCall CommandCall::checkAnyFamily(const QString &name, const QStringList &args)

@@ -1,6 +1,6 @@
 #include "statefields.h"
 
-#include "SwitcherData/protocol.h"
+#include "protocol.h"
 
 namespace {
 
@@ -121,6 +121,14 @@ QVector<StateField> stateFields(const UnitState &state)
         out.append({QLatin1String(name), shown(state, field)});
     }
     return out;
+}
+
+QJsonObject stateJson(const UnitState &state)
+{
+    QJsonObject values;
+    for (const StateField &f : stateFields(state))
+        values.insert(f.name, f.value);
+    return values;
 }
 
 QString fieldText(const QJsonValue &value)

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "SwitcherData/unitmodel.h"
-#include "SwitcherData/unitstate.h"
+#include "unitmodel.h"
+#include "unitstate.h"
 
+#include <QJsonObject>
 #include <QJsonValue>
 #include <QString>
 #include <QVector>
@@ -17,6 +18,10 @@ struct StateField
 // The fields the state carries (a record that stopped short gives only the fields it held),
 // the 8000 series' serial first.
 QVector<StateField> stateFields(const UnitState &state);
+
+// The same fields as one JSON object, name to value: what `kovactl state --json` prints under
+// "state" and what a station publishes on MQTT.
+QJsonObject stateJson(const UnitState &state);
 
 // "on"/"off" for true/false, the number or the name otherwise.
 QString fieldText(const QJsonValue &value);
