@@ -8,6 +8,7 @@
 #include "SwitcherData/unitlink.h"
 #include "common/noreplymark.h"
 #include "common/panelkeys.h"
+#include "live/oscfields.h"
 #include "live/tsltally.h"
 #include "panelremote.h"
 #include "remotekeys.h"
@@ -20,29 +21,6 @@
 #include <algorithm>
 
 Q_LOGGING_CATEGORY(lcLive, "kova.live")
-
-namespace {
-QVariant fieldValue(const UnitState &s, UnitState::Field f)
-{
-    switch (f) {
-    case UnitState::Transition:
-        switch (s.transition()) {
-        case 1:
-            return QStringLiteral("mix");
-        case 2:
-            return QStringLiteral("fade");
-        case 4:
-            return QStringLiteral("wipe");
-        default:
-            return s.transition();
-        }
-    case UnitState::Serial:
-        return QString::fromLatin1(s.serial().toHex());
-    default:
-        return s.value(f);
-    }
-}
-} // namespace
 
 // One open unit as the live features serve it.
 struct LiveProduction::Unit
@@ -360,13 +338,7 @@ void LiveProduction::updateTally(Unit *unit)
 
 OscFields LiveProduction::fields(const UnitState &state, UnitState::FieldSet which) const
 {
-    OscFields out;
-    for (int f = 0; f < UnitState::FieldCount; ++f) {
-        const auto field = UnitState::Field(f);
-        if (which.test(size_t(f)) && state.has(field))
-            out.append({QLatin1String(UnitState::fieldName(field)), fieldValue(state, field)});
-    }
-    return out;
+    return oscStateFields(state, which);
 }
 
 OscFields LiveProduction::wholeState(const Unit *unit) const
