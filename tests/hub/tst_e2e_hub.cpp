@@ -12,9 +12,9 @@
 #include <QJsonObject>
 #include <QNetworkDatagram>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTemporaryDir>
 #include <QUdpSocket>
 #include <QtTest>
 #include <csignal>
@@ -114,11 +114,13 @@ class Hub
 public:
     ~Hub() { kill(); }
     bool start(const QStringList &args,
-               const QProcessEnvironment &env = QProcessEnvironment::systemEnvironment())
+               const QProcessEnvironment &env = QProcessEnvironment::systemEnvironment(),
+               const QString &program = QStringLiteral(KOVA_HUB_BINARY))
     {
         m_process.setProcessEnvironment(env);
         m_process.setProcessChannelMode(QProcess::SeparateChannels);
-        m_process.start(QStringLiteral(KOVA_HUB_BINARY), args);
+        // "ip netns exec" execs the hub, so signals to this process reach the hub itself.
+        m_process.start(program, args);
         return m_process.waitForStarted(5000);
     }
     qint64 pid() const { return m_process.processId(); }
@@ -580,13 +582,16 @@ void tst_E2eHub::twoStationsOnOneBroker()
 
     Hub alpha;
     Hub beta;
-    QVERIFY(alpha.start({"--config", "/dev/null", "--unit", address(A), "--mqtt", m_broker.url(), "--station", "alpha"}));
-    QVERIFY(beta.start({"netns", "exec", ns, KOVA_HUB_BINARY, "--config", "/dev/null", "--unit", address(B), "--mqtt",
-                        "mqtt://10.77.0.4:" + QString::number(relay.port()), "--station", "beta"},
+    QVERIFY(alpha.start(
+        {"--config", "/dev/null", "--unit", address(A), "--mqtt", m_broker.url(), "--station", "alpha"}));
+    QVERIFY(beta.start(QStringList{"netns", "exec", ns, KOVA_HUB_BINARY, "--config", "/dev/null", "--unit",
+                                   address(B), "--mqtt", "mqtt://10.77.0.4:" + QString::number(relay.port()),
+                                   "--station", "beta"},
                        QProcessEnvironment::systemEnvironment(), QStringLiteral("ip")));
     for (const auto &[station, unit] : {std::make_pair("alpha", int(A)), std::make_pair("beta", int(B))}) {
         const QString t = QStringLiteral("kova/%1/units").arg(QLatin1String(station));
-        const QString line = retainedOnce(t, [&](const QString &p) { return p.contains(id(unit)); }, 15000);
+        const QString line = retainedOnce(
+            t, [&](const QString &p) { return p.contains(id(unit)); }, 15000);
         const QJsonArray units = QJsonDocument::fromJson(line.mid(t.size() + 1).toUtf8()).array();
         QVERIFY2(units.size() == 1 && units.at(0)["id"].toString() == id(unit),
                  qPrintable(line + '\n' + alpha.err() + beta.err()));
