@@ -169,10 +169,9 @@ Hub::Held *Hub::find(const QString &id) const
 
 void Hub::take(const DevInfo_DATA &record)
 {
-    static int arrivals = 0;
     auto held = std::make_unique<Held>();
     Held *h = held.get();
-    h->arrival = ++arrivals;
+    h->arrival = ++m_arrivals;
     h->unit = std::make_unique<HubUnit>(record, 0);
     HubUnit *unit = h->unit.get();
     m_units.push_back(std::move(held));
