@@ -14,7 +14,7 @@
 #include "live/mqttstation.h"
 #endif
 
-Q_LOGGING_CATEGORY(lcHub, "kova.hub")
+Q_LOGGING_CATEGORY(lcHub, "kova.hub", QtInfoMsg)
 
 namespace {
 // How often the search's table is looked at while replies may still come in (the HIS boards'
