@@ -484,6 +484,8 @@ void MqttClient::finish(const QByteArray &topic, const QByteArray &payload, int 
         qCInfo(lcMqtt) << "disconnected from" << m_endpoint.host << m_endpoint.port
                        << (m_finishAcked ? "" : "(the last message was not acknowledged)");
     }
+    // The connection may have been lost while waiting, and a retry armed: none follows now.
+    m_retry.stop();
     const bool wasConnected = m_state == State::Connected;
     m_state = State::Finished;
     teardown();
