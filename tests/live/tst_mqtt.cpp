@@ -462,6 +462,44 @@ private slots:
         }
     }
 
+    void documentedAcl()
+    {
+        // The ACL the documentation gives, as it stands: the station publishes under its own
+        // name and reads its commands; a dashboard reads and cannot command; a surface can.
+        QFile acl(QStringLiteral(KOVA_ACL_EXAMPLE));
+        QVERIFY(acl.open(QIODevice::ReadOnly));
+        MosquittoBroker broker;
+        const QStringList users{"studio-a", "dashboard", "surface"};
+        for (const QString &user : users)
+            QVERIFY(broker.addUser(user, "pw-" + user));
+        QVERIFY(broker.setAcl(acl.readAll()));
+        QVERIFY2(broker.start(), broker.log().constData());
+        const auto as = [](const QString &user) { return QStringList{"-u", user, "-P", "pw-" + user}; };
+
+        auto endpoint = MqttEndpoint::fromUrl(broker.url("studio-a"), nullptr);
+        QVERIFY(endpoint);
+        endpoint->password = QStringLiteral("pw-studio-a");
+        MqttStation s(QStringLiteral("studio-a"));
+        s.setUnits(twoUnits());
+        QSignalSpy commands(&s, &MqttStation::command);
+        QString error;
+        QVERIFY2(s.start(*endpoint, &error), qPrintable(error));
+        QTRY_VERIFY_WITH_TIMEOUT(s.client()->isConnected(), 10000);
+        QTRY_VERIFY(broker.retained("kova/#", as("dashboard")).contains("kova/studio-a/status online"));
+
+        QVERIFY(
+            broker.publish("kova/studio-a/10-0-0-5/set", "cut", as("dashboard") + QStringList{"-q", "1"}));
+        QVERIFY(broker.publish("kova/studio-a/10-0-0-5/set", "auto", as("surface") + QStringList{"-q", "1"}));
+        QTRY_COMPARE(commands.count(), 1);
+        QTest::qWait(200);
+        QCOMPARE(commands.count(), 1);
+        QCOMPARE(commands.at(0).at(1).toString(), QStringLiteral("auto"));
+        // Nor may a dashboard pass for a station.
+        QVERIFY(broker.publish("kova/studio-a/status", "offline", as("dashboard") + QStringList{"-r"}));
+        QTest::qWait(200);
+        QVERIFY(broker.retained("kova/#", as("surface")).contains("kova/studio-a/status online"));
+    }
+
 private:
     MosquittoBroker m_broker;
 };
