@@ -384,6 +384,22 @@ private slots:
         QCOMPARE(status.lines().at(1), QStringLiteral("kova/victim/status offline"));
     }
 
+    // A client dropped without finish() is gone for the broker at once, even while a program this
+    // process started later still runs (it must not inherit the connection).
+    void willWhenDestroyed()
+    {
+        auto client = std::make_unique<MqttClient>();
+        client->setWill("gone/status", "offline", true);
+        QString error;
+        QVERIFY(client->start(*MqttEndpoint::fromUrl(m_broker.url(), nullptr), "gone", &error));
+        QTRY_VERIFY(client->isConnected());
+        MosquittoSub watch(m_broker, {"gone/#"});
+        QVERIFY(watch.waitReady());
+        client.reset();
+        QVERIFY(watch.waitForLines(1, 3000));
+        QCOMPARE(watch.lines(), QStringList{"gone/status offline"});
+    }
+
     void finishIsCleanNoWill()
     {
         MqttClient client;
