@@ -147,8 +147,14 @@ void MqttStation::setLink(const QString &id, bool up)
         return;
     const QByteArray payload = up ? QByteArrayLiteral("up") : QByteArrayLiteral("down");
     Retained &r = m_links[id];
-    if (r.payload != payload)
+    if (r.payload != payload) {
+        // A unit heard again has its state told again, whether it changed or not: a dashboard
+        // that saw it go down sees it is back with what it holds now.
+        const auto state = m_states.find(id);
+        if (up && state != m_states.end() && r.payload == "down")
+            state->sent = false;
         r = {payload, false};
+    }
     flush();
 }
 

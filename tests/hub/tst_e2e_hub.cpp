@@ -234,6 +234,7 @@ private slots:
     void sigtermPublishesOffline();
     void twoStationsOnOneBroker();
     void tlsWithPasswordFile();
+    void laterUnitsArePickedUp();
 
 private:
     QString topic(const QString &leaf) const { return QStringLiteral("kova/alpha/") + leaf; }
@@ -477,7 +478,8 @@ void tst_E2eHub::silencedUnitGoesDownAndComesBack()
     }));
     QCOMPARE(m_broker.retained(topic(id(B) + "/link")), QStringList{topic(id(B) + "/link up")});
 
-    MosquittoSub state(m_broker, {topic(id(A) + "/state")});
+    // Fresh messages only (-R): the state told again once the unit is back, not the one retained.
+    MosquittoSub state(m_broker, {topic(id(A) + "/state")}, {"-R"});
     QVERIFY(state.waitReady());
     QVERIFY(blackhole(false));
     QCOMPARE(retainedOnce(link, [](const QString &p) { return p == "up"; }), link + " up");
@@ -646,6 +648,32 @@ void tst_E2eHub::tlsWithPasswordFile()
     hub.signal(SIGTERM);
     QCOMPARE(hub.waitExit(3000), 0);
     QCOMPARE(broker.retained("kova/tls-1/status", auth), QStringList{"kova/tls-1/status offline"});
+}
+
+void tst_E2eHub::laterUnitsArePickedUp()
+{
+    // D is silent when the hub starts, so its first search finds three units; once D answers,
+    // the next search (every 30 s) takes it in, and the broker is told.
+    const auto blackhole = [](bool on) {
+        return QProcess::execute("ip", {"-n", qEnvironmentVariable("LAB_UNIT_NS"), "rule", on ? "add" : "del",
+                                        "from", address(D), "blackhole"}) == 0;
+    };
+    QVERIFY(blackhole(true));
+    auto undo = qScopeGuard([&] { blackhole(false); });
+    Hub hub;
+    QVERIFY(hub.start({"--config", "/dev/null", "--all", "--mqtt", m_broker.url(), "--station", "late"}));
+    const QString t = QStringLiteral("kova/late/units");
+    const auto count = [&](int n) {
+        return retainedOnce(
+            t, [n](const QString &p) { return p.count("\"id\"") == n; }, n == 3 ? 8000 : 40000);
+    };
+    QVERIFY2(!count(3).isEmpty(), hub.err().constData());
+    QVERIFY(blackhole(false));
+    undo.dismiss();
+    const QString line = count(4);
+    QVERIFY2(line.contains(id(D)), qPrintable(line + '\n' + hub.err()));
+    hub.signal(SIGTERM);
+    QCOMPARE(hub.waitExit(3000), 0);
 }
 
 QTEST_GUILESS_MAIN(tst_E2eHub)
