@@ -186,6 +186,26 @@ int threadsOf(qint64 pid)
     return n;
 }
 
+// The namespace's UDP datagrams dropped for a full receive buffer (/proc/net/snmp).
+long udpBufferDrops()
+{
+    QFile snmp(QStringLiteral("/proc/net/snmp"));
+    if (!snmp.open(QIODevice::ReadOnly))
+        return -1;
+    QList<QByteArray> names;
+    for (const QByteArray &line : snmp.readAll().split('\n')) {
+        if (!line.startsWith("Udp: "))
+            continue;
+        const QList<QByteArray> f = line.split(' ');
+        if (names.isEmpty()) {
+            names = f;
+            continue;
+        }
+        return f.value(int(names.indexOf("RcvbufErrors"))).toLong();
+    }
+    return -1;
+}
+
 void runFor(int ms)
 {
     QEventLoop loop;
@@ -541,7 +561,7 @@ public:
         if (::geteuid() == 0)
             conf += "user root\n";
         conf += "persistence false\nlog_dest file " + QFile::encodeName(m_dir.filePath("mosquitto.log")) +
-                "\nlog_type error\nlog_type warning\n";
+                "\nlog_type error\nlog_type warning\nlog_type notice\n";
         conf += "listener " + QByteArray::number(m_port) + " 127.0.0.1\nallow_anonymous true\n";
         QFile f(m_dir.filePath(QStringLiteral("mosquitto.conf")));
         if (!f.open(QIODevice::WriteOnly) || f.write(conf) != conf.size())
@@ -555,6 +575,11 @@ public:
     }
     quint16 port() const { return m_port; }
     qint64 pid() const { return m_process.processId(); }
+    QByteArray log() const
+    {
+        QFile f(m_dir.filePath(QStringLiteral("mosquitto.log")));
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
 
 private:
     QTemporaryDir m_dir;
@@ -775,11 +800,13 @@ int main(int argc, char *argv[])
         std::printf("; 2 s after the last: %ld (at start-up %ld)\n", rssAfter, rssReady);
     }
 
-    std::printf("searches answered %ld; other datagrams at the units %ld; load %s", units.searches(),
-                units.others(),
+    std::printf("searches answered %ld; other datagrams at the units %ld; UDP datagrams dropped for a full "
+                "receive buffer %ld; load %s",
+                units.searches(), units.others(), udpBufferDrops(),
                 mqtttest::runProgram(QStringLiteral("cat"), {QStringLiteral("/proc/loadavg")}).constData());
     if (std::getenv("BENCH_HUB_LOG"))
-        std::printf("kova-hub's log:\n%s", hubLogText().constData());
+        std::printf("kova-hub's log:\n%s\nmosquitto's log:\n%s", hubLogText().constData(),
+                    broker.log().constData());
     hub.terminate();
     if (!hub.waitForFinished(5000))
         hub.kill();
