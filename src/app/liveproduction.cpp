@@ -5,9 +5,14 @@
 #include "RVX3220/pvw.h"
 #include "RVX3220/rvx3220ui.h"
 #include "SwitcherData/reportinglink.h"
+#include "SwitcherData/statefields.h"
+#include "SwitcherData/unitcommands.h"
 #include "SwitcherData/unitlink.h"
+#include "SwitcherData/workdata.h"
 #include "common/noreplymark.h"
 #include "common/panelkeys.h"
+#include "live/mqttclient.h"
+#include "live/mqttstation.h"
 #include "live/oscfields.h"
 #include "live/tsltally.h"
 #include "panelremote.h"
@@ -16,9 +21,11 @@
 #include <QAbstractSlider>
 #include <QEvent>
 #include <QHostAddress>
+#include <QJsonObject>
 #include <QLoggingCategory>
 #include <QWidget>
 #include <algorithm>
+#include <cstring>
 
 Q_LOGGING_CATEGORY(lcLive, "kova.live")
 
@@ -51,6 +58,9 @@ LiveProduction::LiveProduction(const LiveOptions &options, QObject *parent)
 
 LiveProduction::~LiveProduction()
 {
+    // A clean end: "offline" now, not the broker's will later.
+    if (m_station)
+        m_station->stop();
     if (m_osc)
         m_osc->setTarget(nullptr);
     for (const auto &u : m_units)
@@ -66,7 +76,8 @@ QString LiveProduction::unitId(const QString &address)
 
 bool LiveProduction::isActive() const
 {
-    return m_options.oscPort != 0 || !m_options.tslTargets.isEmpty() || m_options.followMs > 0;
+    return m_options.oscPort != 0 || !m_options.tslTargets.isEmpty() || m_options.followMs > 0 ||
+           !m_options.mqttUrl.isEmpty();
 }
 
 TslTally *LiveProduction::tally() const
@@ -98,7 +109,84 @@ bool LiveProduction::start(QString *error)
         first->setTargets(targets);
         m_tallies.insert(1, first);
     }
+    return m_options.mqttUrl.isEmpty() || startMqtt(error);
+}
+
+bool LiveProduction::startMqtt(QString *error)
+{
+    QString why;
+    std::optional<MqttEndpoint> endpoint = MqttEndpoint::fromUrl(m_options.mqttUrl, &why);
+    if (endpoint) {
+        endpoint->caFile = m_options.mqttCa;
+        if (!mqttPassword(m_options.mqttPasswordFile, &endpoint->password, &why))
+            endpoint.reset();
+    }
+    m_station = new MqttStation(m_options.stationName(), this);
+    if (!endpoint || !m_station->start(*endpoint, &why)) {
+        if (error)
+            *error = QStringLiteral("MQTT: %1").arg(why);
+        return false;
+    }
+    connect(m_station, &MqttStation::command, this, &LiveProduction::runCommand);
+    qCInfo(lcLive) << "MQTT station" << m_options.stationName() << "on" << endpoint->host << endpoint->port;
     return true;
+}
+
+QString LiveProduction::searchedName(const QString &address, bool *hisKnown) const
+{
+    const quint32 ip = QHostAddress(address).toIPv4Address();
+    if (m_search) {
+        for (int i = 0; i < m_search->DevInfo_DATA_IDX(); ++i) {
+            const DevInfo_DATA &rec = m_search->devices()[i];
+            if (rec.ip != ip)
+                continue;
+            if (hisKnown)
+                *hisKnown = rec.ip2 != 0;
+            return QString::fromLatin1(rec.name, int(strnlen(rec.name, sizeof rec.name))).trimmed();
+        }
+    }
+    if (hisKnown)
+        *hisKnown = false;
+    return QString();
+}
+
+// A command from the broker, in kovactl's words. Checked first, so a refused one sends nothing;
+// a command that is one of the panel's keys presses that key, as the OSC remote does, so the
+// panel lights as for a click; the rest go to the unit's link.
+void LiveProduction::runCommand(const QString &id, const QString &text)
+{
+    const auto at =
+        std::find_if(m_units.begin(), m_units.end(), [&id](const auto &u) { return u->id == id; });
+    Unit *unit = at == m_units.end() ? nullptr : at->get();
+    if (!unit || !unit->link) {
+        m_station->refuse(id, text, QStringLiteral("no unit %1 is open here").arg(id));
+        return;
+    }
+    const CommandCall call = CommandCall::checkLine(text, unit->link->traits().family);
+    if (call.verdict() != CommandCall::Verdict::Ok) {
+        m_station->refuse(id, text, call.message());
+        return;
+    }
+    const QStringList words = text.simplified().toLower().split(QLatin1Char(' '));
+    QString key;
+    if (words.size() == 1)
+        key = words.first(); // cut, auto, ftb, still, f2, f3, f7, ...
+    else if (words.size() == 2 &&
+             (words.first() == QLatin1String("pgm") || words.first() == QLatin1String("pvw") ||
+              words.first() == QLatin1String("rate")))
+        key = words.first() + words.at(1);
+    else if (words.size() == 2 && words.first() == QLatin1String("transition"))
+        key = words.at(1);
+    if (!key.isEmpty() && unit->remote && unit->remote->hasKey(key)) {
+        if (!unit->remote->pressKey(key))
+            m_station->refuse(id, text, QStringLiteral("the panel refused it"));
+        return;
+    }
+    bool hisKnown = false;
+    searchedName(unit->link->unit().text(), &hisKnown);
+    const QString why = CommandCall::runLine(*unit->link, text, hisKnown);
+    if (!why.isEmpty())
+        m_station->refuse(id, text, why);
 }
 
 void LiveProduction::panelOpened(QWidget *panel, UnitLink *link, PanelKind kind, uint8_t childType,
@@ -167,8 +255,13 @@ void LiveProduction::panelOpened(QWidget *panel, UnitLink *link, PanelKind kind,
         m_osc->setUnitTarget(unit->id, unit->remote.get());
         m_osc->setUnitState(unit->id, wholeState(unit));
         m_osc->publishUnit(unit->id, wholeState(unit));
-        announceUnits();
     }
+    if (m_station) {
+        m_station->setLink(unit->id, unit->answering);
+        if (!unit->state.fields().none())
+            m_station->setState(unit->id, stateJson(unit->state));
+    }
+    announceUnits();
     // A panel just opened has the operator's attention.
     focus(unit);
     updateTally(unit);
@@ -215,8 +308,7 @@ void LiveProduction::unitGone(Unit *unit)
         if (!m_units.empty())
             focus(m_units.back().get());
     }
-    if (m_osc)
-        announceUnits();
+    announceUnits();
     if (m_units.empty())
         m_follow.stop();
 }
@@ -236,9 +328,16 @@ void LiveProduction::focus(Unit *unit)
 void LiveProduction::announceUnits()
 {
     QVector<OscRemote::UnitEntry> units;
-    for (const auto &u : m_units)
+    QVector<MqttStation::Unit> held;
+    for (const auto &u : m_units) {
         units.append({u->number, u->id, u->remote->modelName()});
-    m_osc->setUnits(units);
+        const QString address = u->remote->unitAddress();
+        held.append({u->id, u->remote->modelName(), address, searchedName(address, nullptr)});
+    }
+    if (m_osc)
+        m_osc->setUnits(units);
+    if (m_station)
+        m_station->setUnits(held);
 }
 
 void LiveProduction::followAll()
@@ -289,6 +388,8 @@ void LiveProduction::showState(Unit *unit, const UnitState &state)
         if (unit == m_focused)
             m_osc->stateArrived();
     }
+    if (m_station)
+        m_station->setState(unit->id, stateJson(state));
     updateTally(unit);
 }
 
@@ -302,6 +403,8 @@ void LiveProduction::setAnswering(Unit *unit, bool answering)
             m_osc->setWholeState(wholeState(unit));
         publish(unit, {{QStringLiteral("link"), answering ? 1 : 0}});
     }
+    if (m_station)
+        m_station->setLink(unit->id, answering);
     updateTally(unit);
 }
 
@@ -315,6 +418,10 @@ void LiveProduction::showBuses(Unit *unit, int pgm, int pvw)
     unit->shownPgm = pgm;
     unit->shownPvw = pvw;
     publish(unit, changed);
+    // A unit that reports nothing is, on the broker, what its panel shows.
+    if (m_station && !changed.isEmpty())
+        m_station->setState(unit->id,
+                            QJsonObject{{QStringLiteral("pgm"), pgm}, {QStringLiteral("pvw"), pvw}});
     updateTally(unit);
 }
 

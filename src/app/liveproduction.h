@@ -12,14 +12,16 @@
 #include <memory>
 #include <vector>
 
+class MqttStation;
 class NoReplyMark;
+class SWITCHER_DATA;
 class PanelRemote;
 class TslTally;
 class UnitLink;
 class QWidget;
 
-// KOVA in a live production: the OSC remote, the tally, the followed state and the link watch
-// of every open panel, each as the options turn it on. With every option off it makes nothing:
+// KOVA in a live production: the OSC remote, the tally, MQTT, the followed state and the link
+// watch of every open panel, each as the options turn it on. With every option off it makes nothing:
 // no socket, no timer, no mark, so the program sends and shows what it does without it.
 //
 // Each open unit is served on its own: its own tally (screen and index offset from its
@@ -40,7 +42,11 @@ public:
     // `number` (from 1).
     void panelOpened(QWidget *panel, UnitLink *link, PanelKind kind, uint8_t childType, int number = 1);
 
+    // The search whose table names the units on MQTT and tells whether their HIS board answered.
+    void setSearch(const SWITCHER_DATA *search) { m_search = search; }
+
     OscRemote *osc() const { return m_osc; }
+    MqttStation *station() const { return m_station; }
     // The tally of the focused unit (the only one when one panel is open), or nullptr.
     TslTally *tally() const;
     TslTally *tallyOf(int number) const;
@@ -61,6 +67,9 @@ private:
     void updateTally(Unit *unit);
     void publish(Unit *unit, const OscFields &changed);
     void announceUnits();
+    bool startMqtt(QString *error);
+    void runCommand(const QString &id, const QString &text);
+    QString searchedName(const QString &address, bool *hisKnown) const;
     void followAll();
     Unit *unitOf(const QObject *panel) const;
     OscFields fields(const UnitState &state, UnitState::FieldSet which) const;
@@ -69,6 +78,8 @@ private:
 
     LiveOptions m_options;
     OscRemote *m_osc = nullptr;
+    MqttStation *m_station = nullptr;
+    const SWITCHER_DATA *m_search = nullptr;
     // Each unit number's tally, made when a unit first has that number and kept after, so a
     // panel left and another opened go on with the same tally, as with one panel at a time.
     QMap<int, TslTally *> m_tallies;

@@ -10,7 +10,7 @@ class QSettings;
 class QSpinBox;
 
 // The live features' settings (OSC remote, tally targets, state following, panels side by
-// side), read from and written to the settings on OK. They take effect at the next start.
+// side, the MQTT broker), read from and written to the settings on OK. They take effect at the next start.
 class LiveSettingsDialog : public QDialog
 {
     Q_OBJECT
@@ -26,5 +26,9 @@ private:
     QPlainTextEdit *m_tslTargets;
     QSpinBox *m_follow;
     QCheckBox *m_sideBySide;
+    QLineEdit *m_mqttUrl;
+    QLineEdit *m_mqttCa;
+    QLineEdit *m_mqttPasswordFile;
+    QLineEdit *m_station;
     QLabel *m_error;
 };

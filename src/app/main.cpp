@@ -73,6 +73,7 @@ int main(int argc, char *argv[])
 
     registerFontSubstitutes();
     showsearch window(nullptr);
+    live.setSearch(window.link());
     QObject::connect(&window, &showsearch::panelOpened, &live, &LiveProduction::panelOpened);
     window.setSideBySide(options.panelsSideBySide());
     if (!options.openAddresses.isEmpty())

@@ -4,17 +4,14 @@
 #include "SwitcherData/workdata.h"
 #include "hublog.h"
 #include "hubunit.h"
+#include "live/mqttclient.h"
+#include "live/mqttstation.h"
 #include "live/tsltally.h"
 
 #include <QHostAddress>
 #include <algorithm>
 
-#ifdef KOVA_HUB_MQTT
-#include "live/mqttclient.h"
-#include "live/mqttstation.h"
-#endif
-
-Q_LOGGING_CATEGORY(lcHub, "kova.hub")
+Q_LOGGING_CATEGORY(lcHub, "kova.hub", QtInfoMsg)
 
 namespace {
 // How often the search's table is looked at while replies may still come in (the HIS boards'
@@ -52,28 +49,20 @@ bool Hub::start(QString *error)
             return false;
         qCInfo(lcHub) << "OSC remote on" << m_options.live.oscBind << m_options.live.oscPort;
     }
-#ifdef KOVA_HUB_MQTT
-    if (!m_options.mqttUrl.isEmpty()) {
-        std::optional<MqttEndpoint> endpoint = MqttEndpoint::fromUrl(m_options.mqttUrl, error);
+    if (!m_options.live.mqttUrl.isEmpty()) {
+        std::optional<MqttEndpoint> endpoint = MqttEndpoint::fromUrl(m_options.live.mqttUrl, error);
         if (!endpoint)
             return false;
-        endpoint->caFile = m_options.mqttCa;
-        if (!mqttPassword(m_options.mqttPasswordFile, &endpoint->password, error))
+        endpoint->caFile = m_options.live.mqttCa;
+        if (!mqttPassword(m_options.live.mqttPasswordFile, &endpoint->password, error))
             return false;
-        const QString station =
-            m_options.station.isEmpty() ? MqttStation::defaultStation() : m_options.station;
+        const QString station = m_options.live.stationName();
         m_station = new MqttStation(station, this);
         connect(m_station, &MqttStation::command, this, &Hub::command);
         if (!m_station->start(*endpoint, error))
             return false;
         qCInfo(lcHub) << "MQTT station" << station << "on" << endpoint->host << endpoint->port;
     }
-#else
-    if (!m_options.mqttUrl.isEmpty()) {
-        *error = QStringLiteral("this kova-hub was built without MQTT");
-        return false;
-    }
-#endif
     m_search = new SWITCHER_DATA(this);
     connect(m_search, &SWITCHER_DATA::sigend_datapack, this, &Hub::readTable);
     auto *tick = new QTimer(this);
@@ -89,10 +78,8 @@ void Hub::stop()
 {
     m_follow.stop();
     m_searchTimer.stop();
-#ifdef KOVA_HUB_MQTT
     if (m_station)
         m_station->stop();
-#endif
 }
 
 void Hub::reconfigure(const HubOptions &options)
@@ -103,10 +90,10 @@ void Hub::reconfigure(const HubOptions &options)
     HubOptions next = options;
     next.live.oscPort = m_options.live.oscPort;
     next.live.oscBind = m_options.live.oscBind;
-    next.mqttUrl = m_options.mqttUrl;
-    next.mqttCa = m_options.mqttCa;
-    next.mqttPasswordFile = m_options.mqttPasswordFile;
-    next.station = m_options.station;
+    next.live.mqttUrl = m_options.live.mqttUrl;
+    next.live.mqttCa = m_options.live.mqttCa;
+    next.live.mqttPasswordFile = m_options.live.mqttPasswordFile;
+    next.live.station = m_options.live.station;
     m_options = next;
 
     for (size_t i = m_units.size(); i-- > 0;)
@@ -169,10 +156,9 @@ Hub::Held *Hub::find(const QString &id) const
 
 void Hub::take(const DevInfo_DATA &record)
 {
-    static int arrivals = 0;
     auto held = std::make_unique<Held>();
     Held *h = held.get();
-    h->arrival = ++arrivals;
+    h->arrival = ++m_arrivals;
     h->unit = std::make_unique<HubUnit>(record, 0);
     HubUnit *unit = h->unit.get();
     m_units.push_back(std::move(held));
@@ -189,12 +175,10 @@ void Hub::take(const DevInfo_DATA &record)
         m_osc->setUnitTarget(unit->id(), unit);
         m_osc->setUnitState(unit->id(), unit->oscState());
     }
-#ifdef KOVA_HUB_MQTT
     if (m_station) {
         m_station->setLink(unit->id(), unit->answering());
         m_station->setState(unit->id(), unit->stateObject());
     }
-#endif
     if (m_options.live.followMs > 0) {
         unit->follow();
         if (!m_follow.isActive())
@@ -207,10 +191,8 @@ void Hub::drop(Held *held)
     qCInfo(lcHub) << "no longer holding" << held->unit->id();
     if (m_osc)
         m_osc->setUnitTarget(held->unit->id(), nullptr);
-#ifdef KOVA_HUB_MQTT
     if (m_station)
         m_station->setLink(held->unit->id(), false);
-#endif
     if (held->tally) {
         held->tally->setTally(0, 0);
         held->tally->setLive(false);
@@ -276,10 +258,8 @@ void Hub::showState(Held *held, const OscFields &changed)
         m_osc->setUnitState(unit->id(), unit->oscState());
         m_osc->publishUnit(unit->id(), changed);
     }
-#ifdef KOVA_HUB_MQTT
     if (m_station)
         m_station->setState(unit->id(), unit->stateObject());
-#endif
     updateTally(held);
 }
 
@@ -294,13 +274,11 @@ void Hub::setAnswering(Held *held, bool answering)
         m_osc->setUnitState(unit->id(), unit->oscState());
         m_osc->publishUnit(unit->id(), {{QStringLiteral("link"), answering ? 1 : 0}});
     }
-#ifdef KOVA_HUB_MQTT
     if (m_station) {
         m_station->setLink(unit->id(), answering);
         if (answering)
             m_station->setState(unit->id(), unit->stateObject());
     }
-#endif
     updateTally(held);
 }
 
@@ -321,14 +299,12 @@ void Hub::announce()
             entries.append({h->unit->number(), h->unit->id(), h->unit->modelName()});
         m_osc->setUnits(entries);
     }
-#ifdef KOVA_HUB_MQTT
     if (m_station) {
         QVector<MqttStation::Unit> units;
         for (const auto &h : m_units)
             units.append({h->unit->id(), h->unit->modelName(), h->unit->unitAddress(), h->unit->name()});
         m_station->setUnits(units);
     }
-#endif
 }
 
 void Hub::command(const QString &id, const QString &text)
@@ -338,8 +314,6 @@ void Hub::command(const QString &id, const QString &text)
     if (reason.isEmpty())
         return;
     qCInfo(lcHub) << "command for" << id << "refused:" << text << "-" << reason;
-#ifdef KOVA_HUB_MQTT
     if (m_station)
         m_station->refuse(id, text, reason);
-#endif
 }

@@ -71,4 +71,5 @@ private:
     OscRemote *m_osc = nullptr;
     MqttStation *m_station = nullptr;
     std::vector<std::unique_ptr<Held>> m_units;
+    int m_arrivals = 0;
 };

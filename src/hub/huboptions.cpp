@@ -6,10 +6,6 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
-#ifdef KOVA_HUB_MQTT
-#include "live/mqttclient.h"
-#endif
-
 const char *const HubOptions::DefaultConfig = "/etc/kova/hub.conf";
 
 namespace {
@@ -57,12 +53,6 @@ bool readSwitch(const QString &text, bool *on)
     else
         return false;
     return true;
-}
-
-bool validStationName(const QString &name)
-{
-    static const QRegularExpression pattern(QStringLiteral("^[a-z0-9-]{1,64}$"));
-    return pattern.match(name).hasMatch();
 }
 
 } // namespace
@@ -120,36 +110,18 @@ QString HubOptions::set(const QString &key, const QString &value)
         return live.setOscPort(v);
     if (key == QLatin1String("osc-bind"))
         return live.setOscBind(v);
-    if (key == QLatin1String("mqtt")) {
-        if (v.isEmpty()) {
-            mqttUrl.clear();
-            return QString();
-        }
-#ifdef KOVA_HUB_MQTT
-        QString error;
-        if (!MqttEndpoint::fromUrl(v, &error))
-            return QStringLiteral("mqtt: %1").arg(error);
-#else
-        if (!v.startsWith(QLatin1String("mqtt://")) && !v.startsWith(QLatin1String("mqtts://")))
-            return QStringLiteral("mqtt: \"%1\" is not an mqtt:// or mqtts:// URL").arg(value);
-#endif
-        mqttUrl = v;
-        return QString();
-    }
+    if (key == QLatin1String("mqtt"))
+        return live.setMqttUrl(v);
     if (key == QLatin1String("mqtt-ca")) {
-        mqttCa = v;
+        live.mqttCa = v;
         return QString();
     }
     if (key == QLatin1String("mqtt-password-file")) {
-        mqttPasswordFile = v;
+        live.mqttPasswordFile = v;
         return QString();
     }
-    if (key == QLatin1String("station")) {
-        if (!v.isEmpty() && !validStationName(v))
-            return QStringLiteral("station: \"%1\" is not a name of a-z, 0-9 and '-'").arg(value);
-        station = v;
-        return QString();
-    }
+    if (key == QLatin1String("station"))
+        return live.setStation(v);
     if (key == QLatin1String("password") || key == QLatin1String("mqtt-password"))
         return QStringLiteral(
                    "%1: the broker password is read from mqtt-password-file or KOVA_MQTT_PASSWORD only")
@@ -192,9 +164,9 @@ QString HubOptions::check() const
 {
     if (units.isEmpty() && !all)
         return QStringLiteral("no unit to hold: give --unit ADDRESS or --all");
-    if (!mqttCa.isEmpty() && !mqttUrl.startsWith(QLatin1String("mqtts://")))
+    if (!live.mqttCa.isEmpty() && !live.mqttUrl.startsWith(QLatin1String("mqtts://")))
         return QStringLiteral("mqtt-ca is for an mqtts:// broker only");
-    if (mqttUrl.isEmpty() && (!mqttPasswordFile.isEmpty() || !station.isEmpty()))
+    if (live.mqttUrl.isEmpty() && (!live.mqttPasswordFile.isEmpty() || !live.station.isEmpty()))
         return QStringLiteral("mqtt-password-file and station need --mqtt URL");
     return QString();
 }
@@ -301,13 +273,13 @@ QStringList HubOptions::restartKeysChanged(const HubOptions &newer) const
         out << QStringLiteral("osc-port");
     if (live.oscBind != newer.live.oscBind)
         out << QStringLiteral("osc-bind");
-    if (mqttUrl != newer.mqttUrl)
+    if (live.mqttUrl != newer.live.mqttUrl)
         out << QStringLiteral("mqtt");
-    if (mqttCa != newer.mqttCa)
+    if (live.mqttCa != newer.live.mqttCa)
         out << QStringLiteral("mqtt-ca");
-    if (mqttPasswordFile != newer.mqttPasswordFile)
+    if (live.mqttPasswordFile != newer.live.mqttPasswordFile)
         out << QStringLiteral("mqtt-password-file");
-    if (station != newer.station)
+    if (live.station != newer.live.station)
         out << QStringLiteral("station");
     return out;
 }

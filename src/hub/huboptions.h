@@ -20,13 +20,10 @@ struct HubOptions
 
     QStringList units; // main-board addresses, in the order given
     bool all = false;  // every unit the search finds
-    // The OSC port and address, the tally targets and offsets and the follow interval, checked
-    // by the same rules as the GUI's options (followMs starts at DefaultFollowMs here).
+    // The OSC port and address, the tally targets and offsets, the follow interval and the
+    // broker settings, checked by the same rules as the GUI's options (followMs starts at
+    // DefaultFollowMs here).
     LiveOptions live;
-    QString mqttUrl; // empty: no MQTT
-    QString mqttCa;
-    QString mqttPasswordFile;
-    QString station; // empty: the host's name
     QString configFile = QString::fromLatin1(DefaultConfig);
 
     HubOptions() { live.followMs = DefaultFollowMs; }

@@ -1,5 +1,8 @@
 #include "liveoptions.h"
 
+#include "mqttclient.h"
+#include "mqttstation.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QHostAddress>
@@ -33,6 +36,10 @@ const QString BindKey = QStringLiteral("live/oscBind");
 const QString TslKey = QStringLiteral("live/tslTargets");
 const QString FollowKey = QStringLiteral("live/followMs");
 const QString SideBySideKey = QStringLiteral("panels/sideBySide");
+const QString MqttUrlKey = QStringLiteral("mqtt/url");
+const QString MqttCaKey = QStringLiteral("mqtt/ca");
+const QString MqttPasswordFileKey = QStringLiteral("mqtt/passwordFile");
+const QString StationKey = QStringLiteral("mqtt/station");
 
 } // namespace
 
@@ -96,6 +103,30 @@ QString LiveOptions::addTslOffset(const QString &text)
     return QString();
 }
 
+QString LiveOptions::setMqttUrl(const QString &text)
+{
+    const QString url = text.trimmed();
+    QString why;
+    if (!url.isEmpty() && !MqttEndpoint::fromUrl(url, &why))
+        return QStringLiteral("MQTT broker \"%1\": %2").arg(text, why);
+    mqttUrl = url;
+    return QString();
+}
+
+QString LiveOptions::setStation(const QString &text)
+{
+    const QString name = text.trimmed();
+    if (!name.isEmpty() && !MqttStation::validStation(name))
+        return QStringLiteral("station \"%1\" is not a name of a-z, 0-9 and '-'").arg(text);
+    station = name;
+    return QString();
+}
+
+QString LiveOptions::stationName() const
+{
+    return station.isEmpty() ? MqttStation::defaultStation() : station;
+}
+
 LiveOptions::Outcome LiveOptions::parseArguments(const QStringList &arguments, QString *message)
 {
     QCommandLineParser parser;
@@ -128,7 +159,24 @@ LiveOptions::Outcome LiveOptions::parseArguments(const QStringList &arguments, Q
             "Number the tally displays of the unit at ADDRESS from N + 1 (default: (unit number - 1) "
             "* 100)."),
         QStringLiteral("ADDRESS=N"));
-    parser.addOptions({port, bind, tsl, follow, sideBySideOption, open, tslOffset});
+    const QCommandLineOption mqtt(
+        QStringLiteral("mqtt"),
+        QStringLiteral("Publish the open units on the MQTT broker at URL (mqtt://[user@]host[:port] "
+                       "or mqtts://...) and take commands from it."),
+        QStringLiteral("URL"));
+    const QCommandLineOption mqttCa(QStringLiteral("mqtt-ca"),
+                                    QStringLiteral("Trust the broker's certificate from the CA in FILE "
+                                                   "(mqtts://)."),
+                                    QStringLiteral("FILE"));
+    const QCommandLineOption mqttPasswordFile(
+        QStringLiteral("mqtt-password-file"),
+        QStringLiteral("Read the broker password from FILE (else $KOVA_MQTT_PASSWORD)."),
+        QStringLiteral("FILE"));
+    const QCommandLineOption stationOption(
+        QStringLiteral("station"), QStringLiteral("Publish under kova/NAME/ (default: this host's name)."),
+        QStringLiteral("NAME"));
+    parser.addOptions({port, bind, tsl, follow, sideBySideOption, open, tslOffset, mqtt, mqttCa,
+                       mqttPasswordFile, stationOption});
 
     QString error;
     const auto setMessage = [message](const QString &text) {
@@ -170,6 +218,14 @@ LiveOptions::Outcome LiveOptions::parseArguments(const QStringList &arguments, Q
     for (const QString &offset : parser.values(tslOffset))
         if (error.isEmpty())
             error = addTslOffset(offset);
+    if (error.isEmpty() && parser.isSet(mqtt))
+        error = setMqttUrl(parser.value(mqtt));
+    if (parser.isSet(mqttCa))
+        this->mqttCa = parser.value(mqttCa);
+    if (parser.isSet(mqttPasswordFile))
+        this->mqttPasswordFile = parser.value(mqttPasswordFile);
+    if (error.isEmpty() && parser.isSet(stationOption))
+        error = setStation(parser.value(stationOption));
     setMessage(error);
     return error.isEmpty() ? Outcome::Run : Outcome::Error;
 }
@@ -186,6 +242,10 @@ LiveOptions LiveOptions::load(QSettings &settings)
     if (settings.contains(FollowKey))
         options.setFollowMs(settings.value(FollowKey).toString());
     options.sideBySide = settings.value(SideBySideKey, false).toBool();
+    options.setMqttUrl(settings.value(MqttUrlKey).toString());
+    options.mqttCa = settings.value(MqttCaKey).toString();
+    options.mqttPasswordFile = settings.value(MqttPasswordFileKey).toString();
+    options.setStation(settings.value(StationKey).toString());
     return options;
 }
 
@@ -202,6 +262,10 @@ void LiveOptions::save(QSettings &settings) const
     settings.setValue(TslKey, tslTargets);
     settings.setValue(FollowKey, followMs);
     settings.setValue(SideBySideKey, sideBySide);
+    settings.setValue(MqttUrlKey, mqttUrl);
+    settings.setValue(MqttCaKey, mqttCa);
+    settings.setValue(MqttPasswordFileKey, mqttPasswordFile);
+    settings.setValue(StationKey, station);
 }
 
 void LiveOptions::save() const

@@ -28,6 +28,11 @@ struct LiveOptions
     // Tally index offsets by the unit's main-board address (this run only); a unit without
     // one gets (number - 1) * 100.
     QMap<QString, int> tslOffsets;
+    // The production's MQTT broker, "mqtt://[user@]host[:port]" or "mqtts://..."; empty: off.
+    QString mqttUrl;
+    QString mqttCa;           // the CA certificate file for mqtts://
+    QString mqttPasswordFile; // the broker password's file; never the password itself
+    QString station;          // empty: the host's name
 
     // Side by side in effect: asked for, or more than one unit to open.
     bool panelsSideBySide() const { return sideBySide || openAddresses.size() > 1; }
@@ -39,6 +44,10 @@ struct LiveOptions
     QString setFollowMs(const QString &text);
     QString addOpenAddress(const QString &text);
     QString addTslOffset(const QString &text); // ADDRESS=N
+    QString setMqttUrl(const QString &text);   // empty: off
+    QString setStation(const QString &text);   // empty: the host's name
+    // The station's name in effect.
+    QString stationName() const;
 
     enum class Outcome
     {
@@ -62,6 +71,7 @@ struct LiveOptions
     {
         return a.oscPort == b.oscPort && a.oscBind == b.oscBind && a.tslTargets == b.tslTargets &&
                a.followMs == b.followMs && a.sideBySide == b.sideBySide &&
-               a.openAddresses == b.openAddresses && a.tslOffsets == b.tslOffsets;
+               a.openAddresses == b.openAddresses && a.tslOffsets == b.tslOffsets && a.mqttUrl == b.mqttUrl &&
+               a.mqttCa == b.mqttCa && a.mqttPasswordFile == b.mqttPasswordFile && a.station == b.station;
     }
 };

@@ -6,6 +6,7 @@
 #include <QHostAddress>
 #include <QPointer>
 #include <QSocketNotifier>
+#include <fcntl.h>
 #include <mosquitto.h>
 #include <mutex>
 #include <utility>
@@ -270,6 +271,10 @@ void MqttClient::watchSocket()
         drop("no socket");
         return;
     }
+    // The library opens its socket without close-on-exec: a program started from this process
+    // would inherit the connection and hold it open after this client closed it, so the broker
+    // would neither see the client go nor send its will.
+    ::fcntl(fd, F_SETFD, ::fcntl(fd, F_GETFD) | FD_CLOEXEC);
     m_read = new QSocketNotifier(fd, QSocketNotifier::Read, this);
     connect(m_read, &QSocketNotifier::activated, this, &MqttClient::readable);
     m_write = new QSocketNotifier(fd, QSocketNotifier::Write, this);
@@ -484,6 +489,8 @@ void MqttClient::finish(const QByteArray &topic, const QByteArray &payload, int 
         qCInfo(lcMqtt) << "disconnected from" << m_endpoint.host << m_endpoint.port
                        << (m_finishAcked ? "" : "(the last message was not acknowledged)");
     }
+    // The connection may have been lost while waiting, and a retry armed: none follows now.
+    m_retry.stop();
     const bool wasConnected = m_state == State::Connected;
     m_state = State::Finished;
     teardown();

@@ -73,6 +73,7 @@ public:
 
     // False (nothing queued) while not connected, or when MaxPending publications are still on
     // their way: callers keep their newest values and publish again on connected().
+    // QoS 2 is sent as QoS 1: nothing here needs exactly-once.
     bool publish(const QByteArray &topic, const QByteArray &payload, int qos, bool retain);
     // Kept, and subscribed again after every reconnect. False for a pattern MQTT does not allow.
     bool subscribe(const QByteArray &pattern, int qos);

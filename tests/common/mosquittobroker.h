@@ -219,6 +219,8 @@ public:
         }
     }
     bool isRunning() const { return m_process.state() == QProcess::Running; }
+    // For SIGSTOP/SIGCONT: a broker that stalls without closing its connections.
+    qint64 pid() const { return m_process.processId(); }
 
     // The arguments mosquitto_sub and mosquitto_pub need to reach this broker.
     QStringList clientArgs(const QString &user = QString(), const QString &password = QString()) const

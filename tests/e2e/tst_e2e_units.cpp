@@ -1,7 +1,8 @@
 // Several units at once, end to end in the lab: two RVX5310 units and an RVX3210 opened side by
 // side with --open's machinery, each driven from its own panel, from OSC by its ID (liblo's
-// oscsend and oscdump) and from kovactl beside the running program; the tally read off the wire
-// and decoded here by its published layout.
+// oscsend and oscdump), from MQTT (a real broker, mosquitto_sub and mosquitto_pub) and from
+// kovactl beside the running program; the tally read off the wire and decoded here by its
+// published layout.
 #include "SwitcherData/reportinglink.h"
 #include "app/liveproduction.h"
 #include "app/showsearch.h"
@@ -9,10 +10,14 @@
 #include "common/noreplymark.h"
 #include "common/panelkeys.h"
 #include "labstate.h"
+#include "mosquittobroker.h"
 #include "oscpeer.h"
 #include "testframes.h"
 
 #include <QAbstractButton>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QNetworkDatagram>
 #include <QPointer>
 #include <QProcess>
@@ -26,6 +31,7 @@ constexpr quint16 OscPort = 9000;
 constexpr quint16 DumpPort = 9200;
 constexpr quint16 TallyPort = 9100;
 constexpr int FollowMs = 300;
+const char *const Station = "desk";
 // An address --open asks for that no unit answers from.
 const char *const Nobody = "10.77.9.9";
 // The lab's units in the order of CMakeLists.txt; opened in the order B, A, C.
@@ -75,6 +81,10 @@ private slots:
     void strangerChangesNothing();
     void oscByUnitId();
     void tallyPerUnit();
+    void mqttPublishesEveryOpenUnit();
+    void mqttSetActsOnItsUnit();
+    void mqttRefusesAndSendsNothing_data();
+    void mqttRefusesAndSendsNothing();
     void kovactlBesideTheProgram();
     void silentUnitMarkedAlone();
 
@@ -87,12 +97,19 @@ private:
     bool pgmLit(Unit unit, int input) const;
     QString id(Unit unit) const { return LiveProduction::unitId(m_units.at(unit)); }
     bool blackhole(Unit unit, bool on);
+    QString topic(Unit unit, const char *leaf) const
+    {
+        return QStringLiteral("kova/%1/%2/%3").arg(QLatin1String(Station), id(unit), QLatin1String(leaf));
+    }
+    QJsonObject retainedState(Unit unit) const;
 
     QStringList m_units;
     std::unique_ptr<showsearch> m_window;
     std::unique_ptr<LiveProduction> m_live;
     OscPeer m_osc;
     QUdpSocket m_tally;
+    mqtttest::MosquittoBroker m_broker;
+    std::unique_ptr<mqtttest::MosquittoSub> m_mqtt; // every message of the station's topics
 };
 
 void tst_E2eUnits::initTestCase()
@@ -102,22 +119,30 @@ void tst_E2eUnits::initTestCase()
     const QString oscError = m_osc.start(OscPort, DumpPort);
     QVERIFY2(oscError.isEmpty(), qPrintable(oscError));
     QVERIFY(m_tally.bind(QHostAddress::LocalHost, TallyPort));
+    QVERIFY2(m_broker.start(), m_broker.log().constData());
+    m_mqtt = std::make_unique<mqtttest::MosquittoSub>(
+        m_broker, QStringList{QStringLiteral("kova/%1/#").arg(QLatin1String(Station))});
+    QVERIFY(m_mqtt->waitReady());
 
-    // As main reads "--osc-port 9000 --tsl 127.0.0.1:9100 --follow 300 --open B --open A --open C".
+    // As main reads "--osc-port 9000 --tsl 127.0.0.1:9100 --follow 300 --open B --open A --open C
+    // --mqtt mqtt://127.0.0.1:PORT --station desk".
     LiveOptions options;
-    QCOMPARE(options.parseArguments(
-                 {QStringLiteral("kova"), QStringLiteral("--osc-port"), QString::number(OscPort),
-                  QStringLiteral("--tsl"), QStringLiteral("127.0.0.1:%1").arg(TallyPort),
-                  QStringLiteral("--follow"), QString::number(FollowMs), QStringLiteral("--open"),
-                  m_units.at(B), QStringLiteral("--open"), m_units.at(A), QStringLiteral("--open"),
-                  m_units.at(C), QStringLiteral("--open"), QString::fromLatin1(Nobody)},
-                 nullptr),
-             LiveOptions::Outcome::Run);
+    QCOMPARE(
+        options.parseArguments(
+            {QStringLiteral("kova"), QStringLiteral("--osc-port"), QString::number(OscPort),
+             QStringLiteral("--tsl"), QStringLiteral("127.0.0.1:%1").arg(TallyPort),
+             QStringLiteral("--follow"), QString::number(FollowMs), QStringLiteral("--open"), m_units.at(B),
+             QStringLiteral("--open"), m_units.at(A), QStringLiteral("--open"), m_units.at(C),
+             QStringLiteral("--open"), QString::fromLatin1(Nobody), QStringLiteral("--mqtt"), m_broker.url(),
+             QStringLiteral("--station"), QString::fromLatin1(Station)},
+            nullptr),
+        LiveOptions::Outcome::Run);
     QVERIFY(options.panelsSideBySide());
     m_live = std::make_unique<LiveProduction>(options);
     QString error;
     QVERIFY2(m_live->start(&error), qPrintable(error));
     m_window = std::make_unique<showsearch>();
+    m_live->setSearch(m_window->link());
     connect(m_window.get(), &showsearch::panelOpened, m_live.get(), &LiveProduction::panelOpened);
     m_window->setSideBySide(options.panelsSideBySide());
     m_window->openWhenFound(options.openAddresses);
@@ -300,11 +325,15 @@ void tst_E2eUnits::kovactlBesideTheProgram()
     QByteArray state;
     QCOMPARE(kovactl({QStringLiteral("state"), m_units.at(A)}, &state), 0);
     QVERIFY2(state.contains("model: RVX5310") && state.contains("pgm: "), state.constData());
-    QVERIFY(!pgmLit(A, 1) && !pgmLit(B, 1));
-    QCOMPARE(kovactl({QStringLiteral("send"), m_units.at(A), QStringLiteral("pgm"), QStringLiteral("1")}), 0);
-    // The panel still has its unit's replies: the followed state brings input 1.
-    QTRY_VERIFY_WITH_TIMEOUT(pgmLit(A, 1), 2 * FollowMs + 2000);
-    QVERIFY(!pgmLit(B, 1));
+    int input = 1;
+    while (pgmLit(A, input) || pgmLit(B, input))
+        ++input;
+    QVERIFY(input <= 4);
+    QCOMPARE(kovactl({QStringLiteral("send"), m_units.at(A), QStringLiteral("pgm"), QString::number(input)}),
+             0);
+    // The panel still has its unit's replies: the followed state brings the input.
+    QTRY_VERIFY_WITH_TIMEOUT(pgmLit(A, input), 2 * FollowMs + 2000);
+    QVERIFY(!pgmLit(B, input));
 }
 
 void tst_E2eUnits::silentUnitMarkedAlone()
@@ -322,6 +351,116 @@ void tst_E2eUnits::silentUnitMarkedAlone()
     QVERIFY(blackhole(C, false));
     QTRY_VERIFY_WITH_TIMEOUT(!mark(C)->isVisible(), 2 * FollowMs + 2000);
     QVERIFY(dumpShows(QStringLiteral("/kova/unit/%1/link i 1").arg(id(C))));
+    // The broker was told the same, for C alone.
+    QTRY_VERIFY(m_mqtt->lines().contains(topic(C, "link") + QStringLiteral(" down")));
+    QTRY_VERIFY(m_broker.retained(topic(C, "link")).contains(topic(C, "link") + QStringLiteral(" up")));
+    QVERIFY(!m_mqtt->lines().contains(topic(A, "link") + QStringLiteral(" down")));
+}
+
+QJsonObject tst_E2eUnits::retainedState(Unit unit) const
+{
+    const QString prefix = topic(unit, "state") + QLatin1Char(' ');
+    for (const QString &line : m_broker.retained(topic(unit, "state")))
+        if (line.startsWith(prefix))
+            return QJsonDocument::fromJson(line.mid(prefix.size()).toUtf8()).object();
+    return QJsonObject();
+}
+
+void tst_E2eUnits::mqttPublishesEveryOpenUnit()
+{
+    // What a dashboard that subscribes now is given at once: retained status, units, and each
+    // unit's state and link, in kovactl's names.
+    const QString base = QStringLiteral("kova/%1/").arg(QLatin1String(Station));
+    QStringList retained;
+    QTRY_VERIFY_WITH_TIMEOUT((retained = m_broker.retained(base + QLatin1Char('#'))).size() >= 8, 5000);
+    QVERIFY2(retained.contains(base + QStringLiteral("status online")), qPrintable(retained.join('\n')));
+    QString unitsLine = retained.filter(QRegularExpression(QStringLiteral("^kova/desk/units "))).value(0);
+    const QJsonArray units = QJsonDocument::fromJson(unitsLine.section(QLatin1Char(' '), 1).toUtf8()).array();
+    QCOMPARE(units.size(), 3);
+    const QStringList names{QStringLiteral("Studio1"), QStringLiteral("Studio2"), QStringLiteral("Booth")};
+    const QStringList models{QStringLiteral("RVX5310"), QStringLiteral("RVX5310"), QStringLiteral("RVX3210")};
+    for (Unit u : {A, B, C}) {
+        const auto entry = std::find_if(units.begin(), units.end(), [&](const QJsonValue &v) {
+            return v.toObject().value(QStringLiteral("id")).toString() == id(u);
+        });
+        QVERIFY2(entry != units.end(), qPrintable(unitsLine));
+        const QJsonObject o = entry->toObject();
+        QCOMPARE(o.value(QStringLiteral("address")).toString(), m_units.at(u));
+        QCOMPARE(o.value(QStringLiteral("model")).toString(), models.at(u));
+        QCOMPARE(o.value(QStringLiteral("name")).toString(), names.at(u));
+        QVERIFY(retained.contains(topic(u, "link") + QStringLiteral(" up")));
+        // The same state a panel shows, in kovactl state --json's names and values.
+        const QJsonObject state = retainedState(u);
+        auto *link = panel(u)->findChild<ReportingLink *>();
+        QCOMPARE(state.value(QStringLiteral("pgm")).toInt(), link->unitState().pgm());
+        QVERIFY(state.value(QStringLiteral("transition")).isString());
+    }
+}
+
+void tst_E2eUnits::mqttSetActsOnItsUnit()
+{
+    // "cut" on A's topic reaches A alone, as its panel's CUT key.
+    const QString cut = QStringLiteral("cmd=0x83 data= ");
+    const QList<int> before{framesTo(A, cut), framesTo(B, cut), framesTo(C, cut)};
+    QVERIFY(m_broker.publish(topic(A, "set"), "cut", {QStringLiteral("-q"), QStringLiteral("1")}));
+    QTRY_COMPARE_WITH_TIMEOUT(framesTo(A, cut), before.at(A) + 1, 5000);
+    QTest::qWait(200);
+    QCOMPARE(framesTo(B, cut), before.at(B));
+    QCOMPARE(framesTo(C, cut), before.at(C));
+    // A programme input on C: its datagram (the RVX3210's programme command with the input),
+    // then the unit's followed state on the broker.
+    const int input = retainedState(C).value(QStringLiteral("pgm")).toInt() == 4 ? 3 : 4;
+    const QString pgm = QStringLiteral("cmd=0x80 data=0%1 ").arg(input);
+    const int pgmBefore = framesTo(C, pgm);
+    QVERIFY(m_broker.publish(topic(C, "set"), "pgm " + QByteArray::number(input)));
+    QTRY_COMPARE_WITH_TIMEOUT(framesTo(C, pgm), pgmBefore + 1, 5000);
+    QTRY_COMPARE_WITH_TIMEOUT(retainedState(C).value(QStringLiteral("pgm")).toInt(), input,
+                              2 * FollowMs + 3000);
+}
+
+void tst_E2eUnits::mqttRefusesAndSendsNothing_data()
+{
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("reason"); // a word the reason must hold
+    QTest::newRow("unknown") << int(A) << "launch"
+                             << "unknown";
+    QTest::newRow("malformed") << int(A) << "pgm"
+                               << "pgm";
+    QTest::newRow("out of range") << int(B) << "pgm 9"
+                                  << "pgm";
+    QTest::newRow("not this family") << int(C) << "stream on"
+                                     << "stream";
+    QTest::newRow("blank") << int(B) << "   "
+                           << "command";
+}
+
+void tst_E2eUnits::mqttRefusesAndSendsNothing()
+{
+    QFETCH(int, unit);
+    QFETCH(QString, command);
+    QFETCH(QString, reason);
+    const Unit u = Unit(unit);
+    const int sentBefore =
+        LabState::logCount(QStringLiteral("^rx unit=%1 .*cmd=0x(?!49)").arg(m_units.at(u)));
+    const int seen = int(m_mqtt->lines().size());
+    QVERIFY(m_broker.publish(topic(u, "set"), command.toUtf8()));
+    QJsonObject error;
+    QTRY_VERIFY_WITH_TIMEOUT(
+        [&] {
+            for (const QString &line : m_mqtt->lines().mid(seen))
+                if (line.startsWith(topic(u, "error") + QLatin1Char(' ')))
+                    error = QJsonDocument::fromJson(line.section(QLatin1Char(' '), 1).toUtf8()).object();
+            return !error.isEmpty();
+        }(),
+        5000);
+    QCOMPARE(error.value(QStringLiteral("command")).toString(), command.trimmed());
+    QVERIFY2(error.value(QStringLiteral("reason")).toString().contains(reason),
+             qPrintable(error.value("reason").toString()));
+    QTest::qWait(300);
+    QCOMPARE(LabState::logCount(QStringLiteral("^rx unit=%1 .*cmd=0x(?!49)").arg(m_units.at(u))), sentBefore);
+    // Not retained: a later subscriber is not told an old refusal.
+    QVERIFY(m_broker.retained(topic(u, "error")).isEmpty());
 }
 
 QTEST_MAIN(tst_E2eUnits)

@@ -12,6 +12,8 @@
 #include <QJsonObject>
 #include <QNetworkDatagram>
 #include <QProcess>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QUdpSocket>
 #include <QtTest>
@@ -112,11 +114,13 @@ class Hub
 public:
     ~Hub() { kill(); }
     bool start(const QStringList &args,
-               const QProcessEnvironment &env = QProcessEnvironment::systemEnvironment())
+               const QProcessEnvironment &env = QProcessEnvironment::systemEnvironment(),
+               const QString &program = QStringLiteral(KOVA_HUB_BINARY))
     {
         m_process.setProcessEnvironment(env);
         m_process.setProcessChannelMode(QProcess::SeparateChannels);
-        m_process.start(QStringLiteral(KOVA_HUB_BINARY), args);
+        // "ip netns exec" execs the hub, so signals to this process reach the hub itself.
+        m_process.start(program, args);
         return m_process.waitForStarted(5000);
     }
     qint64 pid() const { return m_process.processId(); }
@@ -170,6 +174,40 @@ bool oscRefuses(const QString &path)
         3000);
 }
 
+// The test's broker listens on the loopback only: a second station's hub, in a namespace of its
+// own, reaches it through this relay, one connection to the broker for each it accepts.
+class TcpRelay : public QObject
+{
+public:
+    bool listen(const QHostAddress &at, quint16 to)
+    {
+        m_to = to;
+        connect(&m_server, &QTcpServer::newConnection, this, [this] {
+            while (QTcpSocket *in = m_server.nextPendingConnection()) {
+                auto *out = new QTcpSocket(in);
+                out->connectToHost(QHostAddress::LocalHost, m_to);
+                connect(in, &QTcpSocket::readyRead, out, [in, out] { out->write(in->readAll()); });
+                connect(out, &QTcpSocket::connected, out, [in, out] { out->write(in->readAll()); });
+                connect(out, &QTcpSocket::readyRead, in, [in, out] { in->write(out->readAll()); });
+                connect(in, &QTcpSocket::disconnected, out, &QTcpSocket::disconnectFromHost);
+                connect(out, &QTcpSocket::disconnected, in, &QTcpSocket::disconnectFromHost);
+                connect(in, &QTcpSocket::disconnected, in, &QObject::deleteLater);
+            }
+        });
+        return m_server.listen(at, 0);
+    }
+    quint16 port() const { return m_server.serverPort(); }
+
+private:
+    QTcpServer m_server;
+    quint16 m_to = 0;
+};
+
+bool ip(const QStringList &args)
+{
+    return QProcess::execute(QStringLiteral("ip"), args) == 0;
+}
+
 QJsonObject json(const QString &retainedLine, const QString &topic)
 {
     return QJsonDocument::fromJson(retainedLine.mid(topic.size() + 1).toUtf8()).object();
@@ -194,6 +232,7 @@ private slots:
     void sighupReadsTheFileAgain();
     void killGivesOfflineByWill();
     void sigtermPublishesOffline();
+    void twoStationsOnOneBroker();
     void tlsWithPasswordFile();
 
 private:
@@ -515,6 +554,67 @@ void tst_E2eHub::sigtermPublishesOffline()
     QCOMPARE(m_hub.waitExit(3000), 0);
     QVERIFY2(clock.elapsed() < 1000, qPrintable(QString::number(clock.elapsed())));
     QCOMPARE(m_broker.retained(topic("status")), QStringList{topic("status offline")});
+}
+
+void tst_E2eHub::twoStationsOnOneBroker()
+{
+    // Two hubs cannot share one namespace: the kernel hands each unicast datagram to one of
+    // the sockets on port 7000. The second runs in a namespace of its own on the lab's
+    // segment: a macvlan of the operator's link, so the search reaches the units, and a second
+    // one here, which the relay to the broker listens on (a macvlan cannot reach its parent).
+    const QString ns = QStringLiteral("kova-hub2-%1").arg(QCoreApplication::applicationPid());
+    QVERIFY(ip({"netns", "add", ns}));
+    const auto cleanup = qScopeGuard([&] {
+        ip({"netns", "del", ns});
+        ip({"link", "del", "hubrelay"});
+    });
+    QVERIFY(ip({"link", "add", "link", "kova0", "name", "hub2", "type", "macvlan", "mode", "bridge"}));
+    QVERIFY(ip({"link", "set", "hub2", "netns", ns}));
+    QVERIFY(ip({"-n", ns, "link", "set", "lo", "up"}));
+    QVERIFY(ip({"-n", ns, "addr", "add", "10.77.0.3/16", "dev", "hub2"}));
+    QVERIFY(ip({"-n", ns, "link", "set", "hub2", "up"}));
+    QVERIFY(ip({"link", "add", "link", "kova0", "name", "hubrelay", "type", "macvlan", "mode", "bridge"}));
+    QVERIFY(ip({"addr", "add", "10.77.0.4/32", "dev", "hubrelay"}));
+    QVERIFY(ip({"link", "set", "hubrelay", "up"}));
+    QVERIFY(ip({"route", "add", "10.77.0.3/32", "dev", "hubrelay"}));
+    TcpRelay relay;
+    QVERIFY(relay.listen(QHostAddress("10.77.0.4"), m_broker.port()));
+
+    Hub alpha;
+    Hub beta;
+    QVERIFY(alpha.start(
+        {"--config", "/dev/null", "--unit", address(A), "--mqtt", m_broker.url(), "--station", "alpha"}));
+    QVERIFY(beta.start(QStringList{"netns", "exec", ns, KOVA_HUB_BINARY, "--config", "/dev/null", "--unit",
+                                   address(B), "--mqtt", "mqtt://10.77.0.4:" + QString::number(relay.port()),
+                                   "--station", "beta"},
+                       QProcessEnvironment::systemEnvironment(), QStringLiteral("ip")));
+    for (const auto &[station, unit] : {std::make_pair("alpha", int(A)), std::make_pair("beta", int(B))}) {
+        const QString t = QStringLiteral("kova/%1/units").arg(QLatin1String(station));
+        // The units of alpha's hubs before stay retained until this one publishes its own.
+        const QString line = retainedOnce(
+            t, [&](const QString &p) { return p.count("\"id\"") == 1 && p.contains(id(unit)); }, 15000);
+        const QJsonArray units = QJsonDocument::fromJson(line.mid(t.size() + 1).toUtf8()).array();
+        QVERIFY2(units.size() == 1 && units.at(0)["id"].toString() == id(unit),
+                 qPrintable(line + '\n' + alpha.err() + beta.err()));
+    }
+    // Each command reaches its own station's unit alone, from that station's hub.
+    int before = frameCount();
+    QVERIFY(m_broker.publish("kova/beta/" + id(B) + "/set", "pgm 2"));
+    QCOMPARE(unitFramesSince(before, B, 1), QStringList{"main 80 02"});
+    QTest::qWait(300);
+    QCOMPARE(framesSince(before).size(), 1);
+    before = frameCount();
+    QVERIFY(m_broker.publish("kova/alpha/" + id(A) + "/set", "pgm 3"));
+    QCOMPARE(unitFramesSince(before, A, 1), QStringList{"main 80 03"});
+    // A unit the station does not hold is not its to command.
+    before = frameCount();
+    QVERIFY(m_broker.publish("kova/alpha/" + id(B) + "/set", "pgm 4"));
+    QTest::qWait(500);
+    QCOMPARE(framesSince(before), QStringList());
+    alpha.signal(SIGTERM);
+    beta.signal(SIGTERM);
+    QCOMPARE(alpha.waitExit(3000), 0);
+    QCOMPARE(beta.waitExit(3000), 0);
 }
 
 void tst_E2eHub::tlsWithPasswordFile()

@@ -10,6 +10,7 @@
 #include <QTemporaryFile>
 #include <QtTest>
 #include <memory>
+#include <signal.h>
 
 using namespace mqtttest;
 
@@ -320,10 +321,10 @@ private slots:
         QElapsedTimer t;
         t.start();
         QTRY_COMPARE_WITH_TIMEOUT(client.retryDelay(), 2000, 3000);
-        QVERIFY2(t.elapsed() >= 900 && t.elapsed() < 1800, qPrintable(QString::number(t.elapsed())));
+        QVERIFY2(t.elapsed() >= 900 && t.elapsed() < 1900, qPrintable(QString::number(t.elapsed())));
         t.restart();
         QTRY_COMPARE_WITH_TIMEOUT(client.retryDelay(), 4000, 4000);
-        QVERIFY2(t.elapsed() >= 1900 && t.elapsed() < 2800, qPrintable(QString::number(t.elapsed())));
+        QVERIFY2(t.elapsed() >= 1900 && t.elapsed() < 3500, qPrintable(QString::number(t.elapsed())));
         QVERIFY(!client.isConnected());
     }
 
@@ -383,6 +384,22 @@ private slots:
         QCOMPARE(status.lines().at(1), QStringLiteral("kova/victim/status offline"));
     }
 
+    // A client dropped without finish() is gone for the broker at once, even while a program this
+    // process started later still runs (it must not inherit the connection).
+    void willWhenDestroyed()
+    {
+        auto client = std::make_unique<MqttClient>();
+        client->setWill("gone/status", "offline", true);
+        QString error;
+        QVERIFY(client->start(*MqttEndpoint::fromUrl(m_broker.url(), nullptr), "gone", &error));
+        QTRY_VERIFY(client->isConnected());
+        MosquittoSub watch(m_broker, {"gone/#"});
+        QVERIFY(watch.waitReady());
+        client.reset();
+        QVERIFY(watch.waitForLines(1, 3000));
+        QCOMPARE(watch.lines(), QStringList{"gone/status offline"});
+    }
+
     void finishIsCleanNoWill()
     {
         MqttClient client;
@@ -401,6 +418,27 @@ private slots:
         QTest::qWait(500);
         QCOMPARE(watch.lines(), QStringList{"fin/status bye"});
         QCOMPARE(client.retryDelay(), 0);
+    }
+
+    void stalledBrokerBoundsTheQueue()
+    {
+        MosquittoBroker broker;
+        QVERIFY(broker.start());
+        MqttClient client;
+        QString error;
+        QVERIFY(client.start(*MqttEndpoint::fromUrl(broker.url(), nullptr), "stall", &error));
+        QTRY_VERIFY(client.isConnected());
+        ::kill(pid_t(broker.pid()), SIGSTOP);
+        const auto resume = qScopeGuard([&] { ::kill(pid_t(broker.pid()), SIGCONT); });
+        int taken = 0;
+        while (taken <= MqttClient::MaxPending &&
+               client.publish("stall/x", QByteArray::number(taken), 1, false))
+            ++taken;
+        QCOMPARE(taken, MqttClient::MaxPending);
+        ::kill(pid_t(broker.pid()), SIGCONT);
+        // The acknowledgements come in and make room again.
+        QTRY_VERIFY(client.publish("stall/x", "again", 1, false));
+        QVERIFY(client.isConnected());
     }
 
     void tlsWithPassword_data()
@@ -438,6 +476,44 @@ private slots:
             QTRY_VERIFY_WITH_TIMEOUT(s.client()->retryDelay() >= 2000, 6000);
             QVERIFY(!s.client()->isConnected());
         }
+    }
+
+    void documentedAcl()
+    {
+        // The ACL the documentation gives, as it stands: the station publishes under its own
+        // name and reads its commands; a dashboard reads and cannot command; a surface can.
+        QFile acl(QStringLiteral(KOVA_ACL_EXAMPLE));
+        QVERIFY(acl.open(QIODevice::ReadOnly));
+        MosquittoBroker broker;
+        const QStringList users{"studio-a", "dashboard", "surface"};
+        for (const QString &user : users)
+            QVERIFY(broker.addUser(user, "pw-" + user));
+        QVERIFY(broker.setAcl(acl.readAll()));
+        QVERIFY2(broker.start(), broker.log().constData());
+        const auto as = [](const QString &user) { return QStringList{"-u", user, "-P", "pw-" + user}; };
+
+        auto endpoint = MqttEndpoint::fromUrl(broker.url("studio-a"), nullptr);
+        QVERIFY(endpoint);
+        endpoint->password = QStringLiteral("pw-studio-a");
+        MqttStation s(QStringLiteral("studio-a"));
+        s.setUnits(twoUnits());
+        QSignalSpy commands(&s, &MqttStation::command);
+        QString error;
+        QVERIFY2(s.start(*endpoint, &error), qPrintable(error));
+        QTRY_VERIFY_WITH_TIMEOUT(s.client()->isConnected(), 10000);
+        QTRY_VERIFY(broker.retained("kova/#", as("dashboard")).contains("kova/studio-a/status online"));
+
+        QVERIFY(
+            broker.publish("kova/studio-a/10-0-0-5/set", "cut", as("dashboard") + QStringList{"-q", "1"}));
+        QVERIFY(broker.publish("kova/studio-a/10-0-0-5/set", "auto", as("surface") + QStringList{"-q", "1"}));
+        QTRY_COMPARE(commands.count(), 1);
+        QTest::qWait(200);
+        QCOMPARE(commands.count(), 1);
+        QCOMPARE(commands.at(0).at(1).toString(), QStringLiteral("auto"));
+        // Nor may a dashboard pass for a station.
+        QVERIFY(broker.publish("kova/studio-a/status", "offline", as("dashboard") + QStringList{"-r"}));
+        QTest::qWait(200);
+        QVERIFY(broker.retained("kova/#", as("surface")).contains("kova/studio-a/status online"));
     }
 
 private:

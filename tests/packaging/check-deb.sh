@@ -72,6 +72,14 @@ for clause in "${clauses[@]}"; do
     [ "$ok" = 1 ] || fail "dependency not satisfiable here: $clause"
 done
 
+# A program linked with the MQTT library needs its package; dpkg-shlibdeps should have named it.
+dpkg-deb -x "$deb" "$work/extract"
+for exe in "$work"/extract/usr/bin/*; do
+    if objdump -p "$exe" | grep -q 'NEEDED *libmosquitto\.so'; then
+        echo "$depends" | grep -q '\blibmosquitto1\b' || fail "$(basename "$exe") links libmosquitto, Depends lacks libmosquitto1"
+    fi
+done
+
 # lintian: no errors (warnings are printed).
 lintian --fail-on error --tag-display-limit 0 "$deb" || fail "lintian reports errors"
 
