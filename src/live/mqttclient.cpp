@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHostAddress>
+#include <QHostInfo>
 #include <QPointer>
 #include <QSocketNotifier>
 #include <fcntl.h>
@@ -158,6 +159,8 @@ MqttClient::MqttClient(QObject *parent) : QObject(parent)
 
 MqttClient::~MqttClient()
 {
+    if (m_lookup != -1)
+        QHostInfo::abortHostLookup(m_lookup);
     teardown();
 }
 
@@ -236,8 +239,38 @@ bool MqttClient::start(const MqttEndpoint &endpoint, const QString &clientId, QS
 
 void MqttClient::attempt()
 {
-    if (m_state != State::Waiting)
+    if (m_state != State::Waiting || m_lookup != -1)
         return;
+    // A plain connection to a broker given by name: the name is looked up without waiting for
+    // the answer, and the broker is reached by its address. Over TLS the library needs the name
+    // itself, to check it against the broker's certificate, and looks it up on the spot.
+    QHostAddress literal;
+    if (m_endpoint.tls || literal.setAddress(m_endpoint.host)) {
+        connectTo(m_endpoint.host.toUtf8());
+        return;
+    }
+    m_lookup = QHostInfo::lookupHost(m_endpoint.host, this, [this](const QHostInfo &info) {
+        m_lookup = -1;
+        if (m_state != State::Waiting)
+            return;
+        const QList<QHostAddress> addresses = info.addresses();
+        if (addresses.isEmpty()) {
+            drop("the broker's name is not known"); // tried again after the next delay
+            return;
+        }
+        // IPv4 first, where the name has both: the production's network is IPv4.
+        QHostAddress to = addresses.constFirst();
+        for (const QHostAddress &a : addresses)
+            if (a.protocol() == QAbstractSocket::IPv4Protocol) {
+                to = a;
+                break;
+            }
+        connectTo(to.toString().toUtf8());
+    });
+}
+
+void MqttClient::connectTo(const QByteArray &host)
+{
     m_mosq = mosquitto_new(m_clientId.constData(), true, this);
     if (!m_mosq || !configure(m_mosq, nullptr)) {
         drop("cannot make an MQTT client");
@@ -249,9 +282,7 @@ void MqttClient::attempt()
     m_lost = false;
     m_pending = 0;
     // The connection is opened without waiting for it: the CONNECT goes out when the socket can
-    // be written, and the TLS handshake is carried on by the reads and writes that follow. A
-    // host name is still looked up on the spot; the broker is usually given by address.
-    const QByteArray host = m_endpoint.host.toUtf8();
+    // be written, and the TLS handshake is carried on by the reads and writes that follow.
     const int rc = mosquitto_connect_async(m_mosq, host.constData(), m_endpoint.port, KeepAliveS);
     if (rc != MOSQ_ERR_SUCCESS) {
         qCDebug(lcMqtt) << "connect:" << mosquitto_strerror(rc);

@@ -104,6 +104,7 @@ private:
 
     bool configure(mosquitto *mosq, QString *error) const;
     void attempt();
+    void connectTo(const QByteArray &host);
     void readable();
     void writable();
     void misc();
@@ -129,6 +130,7 @@ private:
     QTimer m_misc;
     QTimer m_retry;
     QTimer m_connectTimeout;
+    int m_lookup = -1; // the broker's name being looked up, -1 while none is
     int m_nextRetryMs = FirstRetryMs;
     int m_pending = 0;
 

@@ -310,6 +310,17 @@ private slots:
         }
     }
 
+    void brokerByName()
+    {
+        // Looked up without blocking, then reached by address.
+        MqttClient client;
+        QSignalSpy connected(&client, &MqttClient::connected);
+        QVERIFY(client.start(
+            *MqttEndpoint::fromUrl(QStringLiteral("mqtt://localhost:%1").arg(m_broker.port()), nullptr),
+            "by-name", nullptr));
+        QTRY_COMPARE_WITH_TIMEOUT(connected.count(), 1, 5000);
+    }
+
     void backoff()
     {
         MqttClient client;
