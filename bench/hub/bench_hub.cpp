@@ -251,7 +251,9 @@ struct Ledger
         bool open = false;
     };
     Change change[Units];
-    std::vector<double> changeMs; // reply left -> subscriber holds the state
+    std::vector<double> changeMs;                   // reply left -> subscriber holds the state
+    std::vector<std::pair<int, qint64>> changeFrom; // the unit and the reply's stamp of each
+    std::vector<qint64> searchedAt;                 // when the hub's search reached the units
     int changesMade = 0;
 
     // Commands: the k-th "pgm" for unit u was published at published[u][k]; the inputs each
@@ -284,6 +286,7 @@ struct Ledger
         Change &c = change[u];
         if (c.open && c.value == value) {
             changeMs.push_back(double(at - c.sentAt) / 1e6);
+            changeFrom.emplace_back(u, c.sentAt);
             c.open = false;
         }
     }
@@ -387,6 +390,10 @@ private:
                         if (cmd != SearchCmd)
                             continue;
                         ++m_searches;
+                        {
+                            std::lock_guard<std::mutex> lock(m_ledger->mutex);
+                            m_ledger->searchedAt.push_back(nowNs());
+                        }
                         // On loopback the broadcast leaves from no address at all.
                         if (from.sin_addr.s_addr == htonl(INADDR_ANY))
                             from.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -695,6 +702,7 @@ int main(int argc, char *argv[])
     {
         const long downs0 = watcher.downs();
         const CpuTime h0 = cpuOf(pid), b0 = cpuOf(broker.pid());
+        const qint64 phase = nowNs();
         units.setChanging(true);
         runFor(changesS * 1000);
         units.setChanging(false);
@@ -710,6 +718,16 @@ int main(int argc, char *argv[])
                     "%zu of %d changes seen, median %.2f ms, 90th percentile %.2f ms, worst %.2f ms; never "
                     "seen %d; links down %ld\n",
                     s.n, ledger.changesMade, s.median, s.p90, s.worst, open, watcher.downs() - downs0);
+        if (s.n) {
+            // When the slowest one left, beside the hub's searches, to tell a stall's cause.
+            const size_t w = size_t(std::max_element(ledger.changeMs.begin(), ledger.changeMs.end()) -
+                                    ledger.changeMs.begin());
+            std::printf("  the slowest: unit %d, its reply left %.3f s into the phase; the hub searched at",
+                        ledger.changeFrom[w].first + 1, double(ledger.changeFrom[w].second - phase) / 1e9);
+            for (qint64 t : ledger.searchedAt)
+                std::printf(" %+.3f", double(t - phase) / 1e9);
+            std::printf(" s\n");
+        }
     }
 
     // 3. Commands.
