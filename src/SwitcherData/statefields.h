@@ -23,5 +23,11 @@ QVector<StateField> stateFields(const UnitState &state);
 // "state" and what a station publishes on MQTT.
 QJsonObject stateJson(const UnitState &state);
 
+// A bus input as the state names it: its number, or "bar" for the colour bars.
+QJsonValue busValue(int input);
+
+// "mix", "fade" or "wipe" for the unit's transition code; empty for any other.
+QString transitionName(int code);
+
 // "on"/"off" for true/false, the number or the name otherwise.
 QString fieldText(const QJsonValue &value);

@@ -196,23 +196,9 @@ HubOptions::Outcome HubOptions::parse(const QStringList &arguments, HubOptions *
     parser.addOptions(known);
     parser.addOption(config);
 
-    if (!parser.parse(arguments)) {
-        setMessage(parser.errorText());
-        return Outcome::Error;
-    }
-    if (parser.isSet(help)) {
-        setMessage(parser.helpText());
-        return Outcome::Help;
-    }
-    if (parser.isSet(version)) {
-        setMessage(QCoreApplication::applicationName() + QLatin1Char(' ') +
-                   QCoreApplication::applicationVersion());
-        return Outcome::Version;
-    }
-    if (!parser.positionalArguments().isEmpty()) {
-        setMessage(QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().first()));
-        return Outcome::Error;
-    }
+    const Outcome common = LiveOptions::parseCommon(parser, arguments, help, version, message);
+    if (common != Outcome::Run)
+        return common;
 
     HubOptions out;
     if (parser.isSet(config))

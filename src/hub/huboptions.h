@@ -37,13 +37,7 @@ struct HubOptions
     // What the options as a whole lack (no unit and no --all, a CA without mqtts, ...).
     QString check() const;
 
-    enum class Outcome
-    {
-        Run,
-        Help,
-        Version,
-        Error
-    };
+    using Outcome = LiveOptions::Outcome;
     // The command line (arguments[0] is the program) and the file it names, or the default
     // file when there is one. `message` gets the help or version text, or the error.
     static Outcome parse(const QStringList &arguments, HubOptions *options, QString *message);

@@ -22,25 +22,6 @@ const char *const PlainKeys[] = {"cut", "auto", "ftb", "still", "f2", "f3", "f7"
 // Keys that switch something on or off: the command says which, by the key's lamp.
 const char *const OnOffKeys[] = {"pip", "pop", "rec", "stream", "bar"};
 
-QJsonValue busValue(int input)
-{
-    return input == 9 ? QJsonValue(QStringLiteral("bar")) : QJsonValue(input);
-}
-
-QString transitionName(int code)
-{
-    switch (code) {
-    case 1:
-        return QStringLiteral("mix");
-    case 2:
-        return QStringLiteral("fade");
-    case 4:
-        return QStringLiteral("wipe");
-    default:
-        return QString();
-    }
-}
-
 } // namespace
 
 HubUnit::HubUnit(const DevInfo_DATA &record, int number, QObject *parent)

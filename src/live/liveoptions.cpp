@@ -183,21 +183,9 @@ LiveOptions::Outcome LiveOptions::parseArguments(const QStringList &arguments, Q
         if (message)
             *message = text;
     };
-    if (!parser.parse(arguments)) {
-        setMessage(parser.errorText());
-        return Outcome::Error;
-    }
-    if (parser.isSet(help)) {
-        setMessage(parser.helpText());
-        return Outcome::Help;
-    }
-    if (parser.isSet(version)) {
-        setMessage(QCoreApplication::applicationName() + QLatin1Char(' ') +
-                   QCoreApplication::applicationVersion());
-        return Outcome::Version;
-    }
-    if (!parser.positionalArguments().isEmpty())
-        error = QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().first());
+    const Outcome common = parseCommon(parser, arguments, help, version, message);
+    if (common != Outcome::Run)
+        return common;
     if (error.isEmpty() && parser.isSet(port))
         error = setOscPort(parser.value(port));
     if (error.isEmpty() && parser.isSet(bind))
@@ -228,6 +216,31 @@ LiveOptions::Outcome LiveOptions::parseArguments(const QStringList &arguments, Q
         error = setStation(parser.value(stationOption));
     setMessage(error);
     return error.isEmpty() ? Outcome::Run : Outcome::Error;
+}
+
+LiveOptions::Outcome LiveOptions::parseCommon(QCommandLineParser &parser, const QStringList &arguments,
+                                              const QCommandLineOption &help,
+                                              const QCommandLineOption &version, QString *message)
+{
+    QString text;
+    Outcome outcome = Outcome::Run;
+    if (!parser.parse(arguments)) {
+        text = parser.errorText();
+        outcome = Outcome::Error;
+    } else if (parser.isSet(help)) {
+        text = parser.helpText();
+        outcome = Outcome::Help;
+    } else if (parser.isSet(version)) {
+        text =
+            QCoreApplication::applicationName() + QLatin1Char(' ') + QCoreApplication::applicationVersion();
+        outcome = Outcome::Version;
+    } else if (!parser.positionalArguments().isEmpty()) {
+        text = QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().first());
+        outcome = Outcome::Error;
+    }
+    if (message && outcome != Outcome::Run)
+        *message = text;
+    return outcome;
 }
 
 LiveOptions LiveOptions::load(QSettings &settings)

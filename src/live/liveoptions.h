@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+class QCommandLineOption;
+class QCommandLineParser;
 class QSettings;
 
 // What the live features are told to do: the OSC remote's port and address, where tally goes
@@ -60,6 +62,12 @@ struct LiveOptions
     // that what is given there wins for this run; --tsl replaces the saved targets. `message`
     // gets the help or version text, or the error.
     Outcome parseArguments(const QStringList &arguments, QString *message);
+    // What every program's command line goes through first: the parse itself, the help and
+    // version options and no stray argument. Run when the program's own options are to be read;
+    // otherwise `message` says why not.
+    static Outcome parseCommon(QCommandLineParser &parser, const QStringList &arguments,
+                               const QCommandLineOption &help, const QCommandLineOption &version,
+                               QString *message);
 
     // Values saved by hand that would be refused are left at their defaults.
     static LiveOptions load(QSettings &settings);

@@ -1,20 +1,15 @@
 #include "oscfields.h"
 
+#include "SwitcherData/statefields.h"
+
 namespace {
 QVariant fieldValue(const UnitState &s, UnitState::Field f)
 {
     switch (f) {
-    case UnitState::Transition:
-        switch (s.transition()) {
-        case 1:
-            return QStringLiteral("mix");
-        case 2:
-            return QStringLiteral("fade");
-        case 4:
-            return QStringLiteral("wipe");
-        default:
-            return s.transition();
-        }
+    case UnitState::Transition: {
+        const QString name = transitionName(s.transition());
+        return name.isEmpty() ? QVariant(s.transition()) : QVariant(name);
+    }
     case UnitState::Serial:
         return QString::fromLatin1(s.serial().toHex());
     default:

@@ -10,6 +10,7 @@
 #include "labstate.h"
 #include "modalanswer.h"
 #include "oscpeer.h"
+#include "tallydecode.h"
 
 #include <QDir>
 #include <QListWidget>
@@ -41,31 +42,6 @@ enum Unit
     UnitCount
 };
 
-// One tally display message as a listener reads it: little-endian PBC, VER, FLAGS, SCREEN,
-// then INDEX, CONTROL, LENGTH and the text.
-struct TallyDisplay
-{
-    int index = -1;
-    int rightTally = 0, textTally = 0, leftTally = 0, brightness = 0;
-    QByteArray text;
-};
-
-int le16(const QByteArray &d, int at)
-{
-    return uint8_t(d.at(at)) | uint8_t(d.at(at + 1)) << 8;
-}
-
-bool decode(const QByteArray &d, TallyDisplay *out)
-{
-    if (d.size() < 12 || le16(d, 0) != d.size() - 2 || d.at(2) != 0 || d.at(3) != 0 || le16(d, 4) != 0)
-        return false;
-    const int control = le16(d, 8);
-    const int length = le16(d, 10);
-    if (12 + length != d.size())
-        return false;
-    *out = {le16(d, 6), control & 3, control >> 2 & 3, control >> 4 & 3, control >> 6 & 3, d.mid(12)};
-    return true;
-}
 } // namespace
 
 class tst_E2eLive : public QObject
@@ -151,7 +127,7 @@ bool tst_E2eLive::tallyUntil(const std::function<bool(const QMap<int, TallyDispl
         [&] {
             while (m_tally.hasPendingDatagrams()) {
                 TallyDisplay d;
-                if (decode(m_tally.receiveDatagram().data(), &d))
+                if (decodeTally(m_tally.receiveDatagram().data(), &d) && d.screen == 0)
                     m_displays.insert(d.index, d);
             }
             return done(m_displays);
@@ -289,9 +265,9 @@ void tst_E2eLive::feedbackAndTallyFollowTheUnit()
         QVERIFY2(dumpShows(QStringLiteral("/kova/pgm i 3"), 2 * FollowMs + 1500),
                  qPrintable(m_osc.dumped().join('\n')));
         QVERIFY(tallyUntil([](const QMap<int, TallyDisplay> &d) {
-            return d.value(3).rightTally == 1 && d.value(3).textTally == 1 && d.value(3).brightness == 3;
+            return d.value(3).right == 1 && d.value(3).text == 1 && d.value(3).brightness == 3;
         }));
-        QCOMPARE(m_displays.value(3).text, QByteArray("3"));
+        QCOMPARE(m_displays.value(3).label, QByteArray("3"));
         QCOMPARE(panel->findChild<QPushButton *>(QStringLiteral("btn_pgm3"))->styleSheet(),
                  QString::fromLatin1(KeySheet::GradientRed));
         // An OSC cut: the unit swaps its buses, and the feedback says so.
@@ -300,13 +276,13 @@ void tst_E2eLive::feedbackAndTallyFollowTheUnit()
         oscsend({"/kova/cut"});
         QVERIFY(dumpShows(QStringLiteral("/kova/pgm i %1").arg(preview), 2 * FollowMs + 1500));
         QVERIFY(tallyUntil([preview](const QMap<int, TallyDisplay> &d) {
-            return d.value(preview).rightTally == 1 && d.value(3).leftTally == 2;
+            return d.value(preview).right == 1 && d.value(3).left == 2;
         }));
     });
     // No panel: every tally off.
     QVERIFY(tallyUntil([](const QMap<int, TallyDisplay> &d) {
         for (const TallyDisplay &x : d)
-            if (x.rightTally || x.textTally || x.leftTally)
+            if (x.right || x.text || x.left)
                 return false;
         return !d.isEmpty();
     }));
@@ -329,7 +305,7 @@ void tst_E2eLive::silentUnitIsShown()
         QVERIFY(dumpShows(QStringLiteral("/kova/link i 0")));
         QVERIFY(tallyUntil([](const QMap<int, TallyDisplay> &d) {
             for (const TallyDisplay &x : d)
-                if (x.rightTally || x.textTally || x.leftTally)
+                if (x.right || x.text || x.left)
                     return false;
             return true;
         }));
@@ -340,7 +316,7 @@ void tst_E2eLive::silentUnitIsShown()
         QVERIFY(dumpShows(QStringLiteral("/kova/link i 1")));
         QVERIFY(tallyUntil([](const QMap<int, TallyDisplay> &d) {
             for (const TallyDisplay &x : d)
-                if (x.rightTally == 1)
+                if (x.right == 1)
                     return true;
             return false;
         }));
@@ -359,8 +335,7 @@ void tst_E2eLive::unitWithoutStateTalliesItsPanel()
         QVERIFY(dumpShows(QStringLiteral("/kova/pvw i 2")));
         QVERIFY(m_osc.dumped().contains(QStringLiteral("/kova/pgm i 5")));
         QVERIFY(tallyUntil([](const QMap<int, TallyDisplay> &d) {
-            return d.size() == 6 && d.value(5).rightTally == 1 && d.value(2).leftTally == 2 &&
-                   d.value(1).rightTally == 0;
+            return d.size() == 6 && d.value(5).right == 1 && d.value(2).left == 2 && d.value(1).right == 0;
         }));
         oscsend({"/kova/unsubscribe", "i", QString::number(DumpPort)});
     });

@@ -12,6 +12,7 @@
 #include "labstate.h"
 #include "mosquittobroker.h"
 #include "oscpeer.h"
+#include "tallydecode.h"
 #include "testframes.h"
 
 #include <QAbstractButton>
@@ -43,30 +44,6 @@ enum Unit
     UnitCount
 };
 
-// One tally display message as a listener reads it (little-endian PBC, VER, FLAGS, SCREEN,
-// INDEX, CONTROL, LENGTH, text).
-struct TallyDisplay
-{
-    int screen = -1;
-    int index = -1;
-    int right = 0;
-    int left = 0;
-};
-
-int le16(const QByteArray &d, int at)
-{
-    return uint8_t(d.at(at)) | uint8_t(d.at(at + 1)) << 8;
-}
-
-bool decode(const QByteArray &d, TallyDisplay *out)
-{
-    if (d.size() < 12 || le16(d, 0) != d.size() - 2 || d.at(2) != 0 || d.at(3) != 0 ||
-        12 + le16(d, 10) != d.size())
-        return false;
-    const int control = le16(d, 8);
-    *out = {le16(d, 4), le16(d, 6), control & 3, control >> 4 & 3};
-    return true;
-}
 } // namespace
 
 class tst_E2eUnits : public QObject
@@ -297,7 +274,7 @@ void tst_E2eUnits::tallyPerUnit()
         [&] {
             while (m_tally.hasPendingDatagrams()) {
                 TallyDisplay d;
-                if (decode(m_tally.receiveDatagram().data(), &d))
+                if (decodeTally(m_tally.receiveDatagram().data(), &d))
                     shown.insert({d.screen, d.index}, d);
             }
             return shown.value({0, 2}).right == 1 && shown.value({1, 103}).right == 1 &&

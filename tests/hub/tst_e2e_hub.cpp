@@ -4,6 +4,7 @@
 // frame log and compared with frames written out here; the tally by its published layout.
 #include "mosquittobroker.h"
 #include "oscpeer.h"
+#include "tallydecode.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -80,32 +81,6 @@ QStringList unitFramesSince(int from, int unit, int count)
     for (QString &f : mine)
         f = f.mid(address(unit).size() + 1);
     return mine;
-}
-
-// One tally display message: little-endian PBC, VER, FLAGS, SCREEN, INDEX, CONTROL, LENGTH, text.
-struct Display
-{
-    int screen = -1;
-    int index = -1;
-    int right = 0, text = 0, left = 0, brightness = 0;
-    QByteArray label;
-};
-
-int le16(const QByteArray &d, int at)
-{
-    return uint8_t(d.at(at)) | uint8_t(d.at(at + 1)) << 8;
-}
-
-bool decode(const QByteArray &d, Display *out)
-{
-    if (d.size() < 12 || le16(d, 0) != d.size() - 2 || d.at(2) != 0 || d.at(3) != 0)
-        return false;
-    const int control = le16(d, 8);
-    if (12 + le16(d, 10) != d.size())
-        return false;
-    *out = {le16(d, 4),       le16(d, 6),       control & 3, control >> 2 & 3,
-            control >> 4 & 3, control >> 6 & 3, d.mid(12)};
-    return true;
 }
 
 // kova-hub as a child process; its standard error is kept for the failure message.
@@ -241,7 +216,8 @@ private:
     // The retained line of `t`, once it reads `want` (or 8 s passed): "topic payload".
     QString retainedOnce(const QString &t, const std::function<bool(const QString &payload)> &want,
                          int ms = 8000);
-    bool tallyShows(const std::function<bool(const QMap<QPair<int, int>, Display> &)> &done, int ms = 5000);
+    bool tallyShows(const std::function<bool(const QMap<QPair<int, int>, TallyDisplay> &)> &done,
+                    int ms = 5000);
     bool startHub(const QStringList &extra = QStringList());
     void writeConfig(const QByteArray &text);
 
@@ -250,7 +226,7 @@ private:
     Hub m_hub;
     OscPeer m_osc;
     QUdpSocket m_tally;
-    QMap<QPair<int, int>, Display> m_displays; // by screen and index, the newest
+    QMap<QPair<int, int>, TallyDisplay> m_displays; // by screen and index, the newest
 };
 
 void tst_E2eHub::initTestCase()
@@ -303,13 +279,14 @@ QString tst_E2eHub::retainedOnce(const QString &t, const std::function<bool(cons
     return line;
 }
 
-bool tst_E2eHub::tallyShows(const std::function<bool(const QMap<QPair<int, int>, Display> &)> &done, int ms)
+bool tst_E2eHub::tallyShows(const std::function<bool(const QMap<QPair<int, int>, TallyDisplay> &)> &done,
+                            int ms)
 {
     return waitUntil(
         [&] {
             while (m_tally.hasPendingDatagrams()) {
-                Display d;
-                if (decode(m_tally.receiveDatagram().data(), &d))
+                TallyDisplay d;
+                if (decodeTally(m_tally.receiveDatagram().data(), &d))
                     m_displays[{d.screen, d.index}] = d;
             }
             return done(m_displays);
@@ -441,8 +418,8 @@ void tst_E2eHub::oscAndTallyPerUnit()
     QCOMPARE(unitFramesSince(before, A, 1), QStringList{"main 80 02"});
     QVERIFY(m_osc.shows("/kova/unit/" + id(A) + "/pgm i 2"));
     // A, number 2: screen 1, displays 101-104; its programme input red on the right and text.
-    QVERIFY(tallyShows([](const QMap<QPair<int, int>, Display> &d) {
-        const Display x = d.value({1, 102});
+    QVERIFY(tallyShows([](const QMap<QPair<int, int>, TallyDisplay> &d) {
+        const TallyDisplay x = d.value({1, 102});
         return x.right == 1 && x.text == 1 && x.brightness == 3 && x.label == "IN2";
     }));
 
@@ -470,7 +447,7 @@ void tst_E2eHub::silencedUnitGoesDownAndComesBack()
     QCOMPARE(retainedOnce(link, [](const QString &p) { return p == "down"; }), link + " down");
     QVERIFY(m_osc.shows("/kova/unit/" + id(A) + "/link i 0"));
     // Its tally goes dark; the others' stays.
-    QVERIFY(tallyShows([](const QMap<QPair<int, int>, Display> &d) {
+    QVERIFY(tallyShows([](const QMap<QPair<int, int>, TallyDisplay> &d) {
         for (int i = 101; i <= 104; ++i)
             if (d.value({1, i}).right || d.value({1, i}).text || d.value({1, i}).left)
                 return false;
@@ -495,7 +472,9 @@ void tst_E2eHub::brokerRestartRepublishesWhileTheLinksGoOn()
     const int before = frameCount();
     QVERIFY(m_osc.send({"/kova/unit/" + id(B) + "/pgm", "i", "4"}));
     QCOMPARE(unitFramesSince(before, B, 1), QStringList{"main 80 04"});
-    QVERIFY(tallyShows([](const QMap<QPair<int, int>, Display> &d) { return d.value({0, 4}).right == 1; }));
+    QVERIFY(tallyShows([](const QMap<QPair<int, int>, TallyDisplay> &d) {
+        return d.value({0, 4}).right == 1;
+    }));
     QVERIFY(m_hub.running());
 
     // The broker keeps nothing over a restart: what it holds now the hub published again.

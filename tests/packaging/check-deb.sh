@@ -74,6 +74,9 @@ done
 
 # A program linked with the MQTT library needs its package; dpkg-shlibdeps should have named it.
 dpkg-deb -x "$deb" "$work/extract"
+# kova-hub runs on a machine with no display: it needs neither Qt's GUI library nor its widgets.
+objdump -p "$work/extract/usr/bin/kova-hub" | grep -Eq 'NEEDED *libQt[56](Gui|Widgets)' &&
+    fail "kova-hub links Qt's GUI libraries"
 for exe in "$work"/extract/usr/bin/*; do
     if objdump -p "$exe" | grep -q 'NEEDED *libmosquitto\.so'; then
         echo "$depends" | grep -q '\blibmosquitto1\b' || fail "$(basename "$exe") links libmosquitto, Depends lacks libmosquitto1"
