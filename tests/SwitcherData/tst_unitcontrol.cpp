@@ -2,10 +2,10 @@
 // per family of the keys, lists and ranges its panel offers, with the values just past them and
 // the keys it lacks. An accepted call puts the frames written out here on the wire, through
 // UnitControl and through kovactl alike; a refused one sends nothing through either.
+#include "SwitcherData/unitcommands.h"
 #include "SwitcherData/unitlink.h"
 #include "SwitcherData/unitlinks.h"
 #include "SwitcherData/unitmodel.h"
-#include "SwitcherData/unitcommands.h"
 #include "testframes.h"
 #include "wirecapture.h"
 
