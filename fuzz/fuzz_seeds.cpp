@@ -161,6 +161,14 @@ int main(int argc, char *argv[])
     osc.add(QByteArray("#bundle\0\0\0\0\0\0\0\0\x01\0\0\0\x10", 20) + cut + QByteArray("\0\0\0\x14", 4) +
             pgm);
 
+    // kova-hub's config file, and commands as MQTT brings them, good and bad.
+    Writer hub(out + "/fuzz_hub");
+    hub.add("# hub\n[hub]\nunit = 10.0.0.1, 10.0.0.2\nall = yes\nfollow = 500\nosc-port = 9000\n"
+            "tsl = 127.0.0.1:9100\ntsl-offset = 10.0.0.2=100\nmqtt = mqtts://kova@broker:8883\nstation = "
+            "\"a-1\"\n");
+    hub.add("pgm 3\ncut\ntransition wipe-left\npip on\ntbar 0 128\nurl 1 name rtmp://x\n");
+    hub.add("his-address 10.0.0.9 255.255.255.0 10.0.0.1\nmenu up press\nlevels 1 2 0 3\npgm bar\n");
+
     std::printf("%d frames and %d records from the tests; seeds written to %s\n",
                 int(frames.size() - 3 * records.size()), int(records.size()), qPrintable(out));
     return 0;

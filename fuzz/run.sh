@@ -14,7 +14,7 @@
 set -eu
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=${KOVA_FUZZ_BUILD:-"$root/build-fuzz"}
-all="fuzz_discovery fuzz_rvx3210_link fuzz_rvx5all_link fuzz_rvx3220_link fuzz_panel_fanout fuzz_osc fuzz_emulator"
+all="fuzz_discovery fuzz_rvx3210_link fuzz_rvx5all_link fuzz_rvx3220_link fuzz_panel_fanout fuzz_osc fuzz_hub fuzz_emulator"
 
 mode=long
 seconds=600

@@ -8,6 +8,7 @@ set -eu
 PACKAGES="cmake g++ make ccache \
 iproute2 util-linux xvfb xauth x11-apps imagemagick fonts-dejavu-core fonts-dejavu-extra \
 clang libclang-rt-14-dev liblo-dev liblo-tools pkg-config \
+libmosquitto-dev mosquitto mosquitto-clients openssl \
 dpkg-dev lintian desktop-file-utils appstream groff-base x11-utils faketime"
 
 [ "$#" -eq 0 ] && set -- 5

@@ -487,7 +487,7 @@ int runPanel(int rate, int seconds, const char *profile)
         runFor(1);
     op.join();
     // What the socket still holds is drained, pass by pass.
-    while (panel.link()->socket()->hasPendingDatagrams())
+    while (panel.link()->endpoint()->hasPendingDatagrams() || panel.link()->holdsBack())
         runFor(1);
     const QByteArray blocks = ticker.summary();
     const int appliedInFlood = applied;

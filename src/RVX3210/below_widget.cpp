@@ -1,6 +1,6 @@
 #include "below_widget.h"
 
-#include "SwitcherData/rvx3210_workdata.h"
+#include "SwitcherData/unitcontrol.h"
 #include "common/keyflash.h"
 #include "common/keysheet.h"
 #include "rvx3210styles.h"
@@ -20,7 +20,7 @@ constexpr int BusIds[] = {1, 2, 3, 4, 9};
 
 } // namespace
 
-Below_Widget::Below_Widget(QWidget *parent, RVX3210_workdata *link) : QWidget(parent), m_link(link)
+Below_Widget::Below_Widget(QWidget *parent, UnitControl *link) : QWidget(parent), m_link(link)
 {
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(QString::fromLatin1(S::RowBackground));
@@ -89,19 +89,20 @@ QPushButton *Below_Widget::makeKey(const QString &style, int w, int h)
 void Below_Widget::on_btnGrp_PGM_clicked(uint8_t idx)
 {
     set_PGMCH_Style(idx);
-    m_link->SendCDMPGMCH(idx);
+    m_link->programme(idx);
 }
 
 void Below_Widget::on_btnGrp_PVW_clicked(uint8_t idx)
 {
     set_PVWCH_Style(idx);
-    m_link->SendCMDPVWCH(idx);
+    m_link->preview(idx);
 }
 
 void Below_Widget::on_btnGrp_Rate_clicked(uint8_t idx)
 {
     set_Rate_Style(idx);
-    m_link->SendCMDRATE(idx);
+    // The keys count from 0 here, the rate keys of UnitControl from 1.
+    m_link->rate(idx + 1);
 }
 
 void Below_Widget::set_PGMCH_Style(uint8_t ch)
@@ -153,7 +154,7 @@ void Below_Widget::swapBusLights()
 void Below_Widget::on_btnCut_clicked()
 {
     on_Style_btnCut(true);
-    m_link->SendCMDCUT();
+    m_link->cut();
     if (!m_pip)
         swapBusLights();
     m_cutTimer->start(S::CutLightMs);
@@ -172,7 +173,8 @@ void Below_Widget::on_btnAuto_clicked()
     // The buses swap when the unit's transition is over; the PIP flag is read then, as a
     // click during the wait may have changed it.
     flashKey(
-        this, S::AutoWaitMs, [this](bool lit) { on_Style_btnAuto(lit); }, [this] { m_link->SendCMDAUTO(); },
+        this, S::AutoWaitMs, [this](bool lit) { on_Style_btnAuto(lit); },
+        [this] { m_link->autoTransition(); },
         [this] {
             if (!m_pip)
                 swapBusLights();

@@ -5,7 +5,7 @@
 class QButtonGroup;
 class QPushButton;
 class QTimer;
-class RVX3210_workdata;
+class UnitControl;
 
 // Bottom row of the RVX3210 panel's central column (shared with the RVX3410 panel): the PGM
 // and PVW bus rows, the rate keys, CUT and AUTO.
@@ -13,7 +13,7 @@ class Below_Widget : public QWidget
 {
     Q_OBJECT
 public:
-    Below_Widget(QWidget *parent, RVX3210_workdata *link);
+    Below_Widget(QWidget *parent, UnitControl *link);
 
     void set_PGMCH_Style(uint8_t ch);
     void set_PVWCH_Style(uint8_t ch);
@@ -52,7 +52,7 @@ public slots:
 private:
     QPushButton *makeKey(const QString &style, int w, int h);
 
-    RVX3210_workdata *m_link = nullptr;
+    UnitControl *m_link = nullptr;
     QButtonGroup *m_grpPGM = nullptr;
     QButtonGroup *m_grpPVW = nullptr;
     QButtonGroup *m_grpRate = nullptr;

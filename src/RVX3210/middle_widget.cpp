@@ -1,7 +1,7 @@
 #include "middle_widget.h"
 
 #include "SwitcherData/protocol.h"
-#include "SwitcherData/rvx3210_workdata.h"
+#include "SwitcherData/unitcontrol.h"
 #include "common/keysheet.h"
 #include "common/lampkey.h"
 #include "common/unitstateguard.h"
@@ -34,7 +34,7 @@ QLabel *caption(const char *text, QWidget *parent, const char *style = S::Captio
 
 } // namespace
 
-Middle_widget::Middle_widget(QWidget *parent, RVX3210_workdata *link) : QWidget(parent), m_link(link)
+Middle_widget::Middle_widget(QWidget *parent, UnitControl *link) : QWidget(parent), m_link(link)
 {
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(QString::fromLatin1(S::MiddleBackground));
@@ -169,13 +169,13 @@ bool Middle_widget::stillOn() const
 void Middle_widget::on_btnclicked_AFV()
 {
     set_AFVorMIX_Style(0);
-    m_link->SendCMDAFV();
+    m_link->audioMode(false);
 }
 
 void Middle_widget::on_btnclicked_MIX()
 {
     set_AFVorMIX_Style(1);
-    m_link->SendCMDMIX();
+    m_link->audioMode(true);
 }
 
 void Middle_widget::set_AFVorMIX_Style(uint8_t m)
@@ -199,14 +199,14 @@ void Middle_widget::on_Coboxch1_IndexChanged(int index)
 {
     m_ch1Index = index;
     if (index >= 0)
-        m_link->SendCMDCH1(index);
+        m_link->source(1, index);
 }
 
 void Middle_widget::on_Coboxch2_IndexChanged(int index)
 {
     m_ch2Index = index;
     if (index >= 0)
-        m_link->SendCMDCH2(index);
+        m_link->source(2, index);
 }
 
 void Middle_widget::warnNoSource()
@@ -223,7 +223,7 @@ void Middle_widget::on_SpinBoxch1_valueChanged(int value)
         warnNoSource();
         return;
     }
-    m_link->SendCMDCH1_VOL(uint8_t(value));
+    m_link->level(1, value);
 }
 
 void Middle_widget::on_SpinBoxch2_valueChanged(int value)
@@ -232,7 +232,7 @@ void Middle_widget::on_SpinBoxch2_valueChanged(int value)
         warnNoSource();
         return;
     }
-    m_link->SendCMDCH2_VOL(uint8_t(value));
+    m_link->level(2, value);
 }
 
 int Middle_widget::sourceIndex(uint8_t code)
@@ -281,7 +281,7 @@ void Middle_widget::lightTransition(int id)
 void Middle_widget::on_btnGrp_clicked(int id)
 {
     showTransition(id);
-    m_link->SendCMDTRANSITIONS(uint8_t(id));
+    m_link->transition(UnitControl::Effect(id));
 }
 
 void Middle_widget::set_Trans_Style(uint8_t type, uint8_t wipe)
@@ -300,7 +300,7 @@ void Middle_widget::set_Wipe_Style(uint8_t wipe)
 void Middle_widget::on_btnclicked_PIP()
 {
     const bool on = m_btnPIP->toggle();
-    m_link->SendCMDPIP(on ? 1 : 0);
+    m_link->pip(on);
     emit on_Singnale_btnPIP(on);
 }
 
@@ -315,7 +315,7 @@ void Middle_widget::set_PIP_Style(uint8_t s)
 void Middle_widget::on_btnclicked_STILL()
 {
     m_btnSTILL->toggle();
-    m_link->SendCMDSTILL();
+    m_link->still();
 }
 
 void Middle_widget::set_Stll_Style(uint8_t s)

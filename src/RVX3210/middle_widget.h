@@ -10,7 +10,7 @@ class QHBoxLayout;
 class QLayout;
 class QPushButton;
 class QSpinBox;
-class RVX3210_workdata;
+class UnitControl;
 
 // Middle row of the RVX3210 panel's central column: audio mode, sources and volumes of the
 // two channels, the six transition keys, PIP and STILL.
@@ -18,7 +18,7 @@ class Middle_widget : public QWidget
 {
     Q_OBJECT
 public:
-    Middle_widget(QWidget *parent, RVX3210_workdata *link);
+    Middle_widget(QWidget *parent, UnitControl *link);
 
     void set_AFVorMIX_Style(uint8_t m);
     void set_CH1_Style(uint8_t code);
@@ -60,7 +60,7 @@ public slots:
     void on_btnclicked_STILL();
 
 protected:
-    RVX3210_workdata *link() const { return m_link; }
+    UnitControl *link() const { return m_link; }
     // A further section at the right end of the row.
     void addSection(QLayout *section, int stretch);
     QPushButton *makeKey(const char *style, int size);
@@ -72,7 +72,7 @@ private:
     void warnNoSource();
     LampKey *makeLampKey(const char *lit, const char *unlit);
 
-    RVX3210_workdata *m_link = nullptr;
+    UnitControl *m_link = nullptr;
     QHBoxLayout *m_row = nullptr;
     QPushButton *m_btnAFV = nullptr;
     QPushButton *m_btnMIX = nullptr;

@@ -1,6 +1,9 @@
 #include "plane_botton.h"
 
-#include "SwitcherData/rvx3210_workdata.h"
+#include "SwitcherData/protocol.h"
+#include "SwitcherData/reportinglink.h"
+#include "common/ipv4field.h"
+#include "common/panelclose.h"
 #include "common/titlebarstyles.h"
 #include "rvx3210styles.h"
 
@@ -10,59 +13,15 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QHostAddress>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QRegularExpressionValidator>
 #include <QVBoxLayout>
 
 namespace S = Rvx3210Styles;
 
-namespace {
-
-// Offsets inside the network address reply payload; each address is four bytes, first
-// octet first.
-constexpr int HisIpAt = 2;
-constexpr int HisMaskAt = 6;
-constexpr int HisGatewayAt = 10;
-constexpr int HisDnsAt = 20;
-
-// The URL reply payload is laid out as ST_RTMP_URL: slot, name length, 16 name bytes,
-// URL length (little-endian), URL bytes.
-constexpr int UrlNameLenAt = 2;
-constexpr int UrlNameAt = 3;
-constexpr int UrlNameMax = 16;
-constexpr int UrlLenAt = 19;
-constexpr int UrlAt = 21;
-constexpr int UrlMax = 768;
-
-// Dotted text of the four bytes at `at`, or a null string when the payload stops short.
-QString dottedAt(const QByteArray &d, int at)
-{
-    if (at + 4 > d.size())
-        return QString();
-    const quint32 v = (quint32(uint8_t(d.at(at))) << 24) | (quint32(uint8_t(d.at(at + 1))) << 16) |
-                      (quint32(uint8_t(d.at(at + 2))) << 8) | quint32(uint8_t(d.at(at + 3)));
-    return QHostAddress(v).toString();
-}
-
-// The four numbers of a dotted address, or an empty array unless there are exactly four.
-QByteArray addressBytes(const QString &text)
-{
-    const QStringList parts = text.split(QLatin1Char('.'));
-    if (parts.size() != 4)
-        return QByteArray();
-    QByteArray bytes;
-    for (const QString &p : parts)
-        bytes.append(char(uint8_t(p.toUInt())));
-    return bytes;
-}
-
-} // namespace
-
-Plane_Botton::Plane_Botton(QWidget *parent, RVX3210_workdata *link) : QWidget(parent), m_link(link)
+Plane_Botton::Plane_Botton(QWidget *parent, ReportingLink *link) : QWidget(parent), m_link(link)
 {
     setObjectName(QString::fromLatin1(S::BottomName));
     setAttribute(Qt::WA_StyledBackground);
@@ -90,9 +49,9 @@ Plane_Botton::Plane_Botton(QWidget *parent, RVX3210_workdata *link) : QWidget(pa
     connect(m_btnSet, &QPushButton::clicked, this, &Plane_Botton::on_btnclicked_Set);
     // Like the title bar's close key: the whole program ends (a panel that only hid itself
     // would leave no window behind).
-    connect(m_btnClose, &QPushButton::clicked, this, [] { QCoreApplication::exit(0); });
-    connect(m_link, &RVX3210_workdata::on_signals_3210HISData, this, &Plane_Botton::on_ToShow_HisInfo);
-    connect(m_link, &RVX3210_workdata::on_signals_3210HIS_URL_Data, this, &Plane_Botton::on_ToShow_HisUrl);
+    connect(m_btnClose, &QPushButton::clicked, this, [this] { PanelClose::closeKeyClicked(m_btnClose); });
+    connect(m_link, &ReportingLink::hisAddressesReported, this, &Plane_Botton::on_ToShow_HisInfo);
+    connect(m_link, &ReportingLink::streamUrlReported, this, &Plane_Botton::on_ToShow_HisUrl);
 }
 
 void Plane_Botton::initDialog()
@@ -105,12 +64,11 @@ void Plane_Botton::initDialog()
     m_dlg->setStyleSheet(QString::fromLatin1(S::SetDialog));
     const QString groupSheet = QString::fromLatin1(S::DialogText) + QString::fromLatin1(S::Inputs);
 
-    const QRegularExpression pattern(QString::fromLatin1(S::IpPattern));
     auto label = [this](const char *text) { return new QLabel(QString::fromLatin1(text), m_dlg); };
-    auto addressEdit = [this, &pattern] {
+    auto addressEdit = [this] {
         auto *edit = new QLineEdit(m_dlg);
         edit->setMinimumSize(150, 24);
-        edit->setValidator(new QRegularExpressionValidator(pattern, edit));
+        takeIpv4Only(edit);
         return edit;
     };
     auto key = [this](const char *text) { return new QPushButton(QString::fromLatin1(text), m_dlg); };
@@ -226,79 +184,62 @@ void Plane_Botton::on_btnclicked_SetDevIP()
         warn(S::TextEmpty);
         return;
     }
-    const QByteArray ip = addressBytes(text);
-    if (ip.size() == 4)
-        m_link->SendCMD_SetIP(ip, text);
+    // An address of other than four numbers sends nothing.
+    m_link->setAddress(text);
 }
 
 void Plane_Botton::on_btnclicked_ReadHis()
 {
-    m_link->SendCMD_Read_His_IP();
+    m_link->readHis();
 }
 
 void Plane_Botton::on_btnclicked_SetHisIP()
 {
-    const QStringList texts{m_hisIp->text(), m_hisSubnet->text(), m_hisGateway->text()};
-    const QByteArray ip = addressBytes(texts.at(0));
-    const QByteArray mask = addressBytes(texts.at(1));
-    const QByteArray gateway = addressBytes(texts.at(2));
-    if (ip.size() == 4 && mask.size() == 4 && gateway.size() == 4)
-        m_link->SendCMD_Set_HIS_IP(ip, mask, gateway, texts);
+    // Only three whole addresses go out.
+    m_link->hisAddress(m_hisIp->text(), m_hisSubnet->text(), m_hisGateway->text());
 }
 
 void Plane_Botton::on_btnclicked_SetDNS()
 {
-    const QString text = m_hisDns->text();
-    const QByteArray dns = addressBytes(text);
-    if (dns.size() == 4)
-        m_link->SendCMD_Set_HIS_DNS(dns, text);
+    m_link->hisDns(m_hisDns->text());
 }
 
 void Plane_Botton::on_btnclicked_ReadUrl()
 {
-    const int index = m_urlIndex->currentIndex();
-    if (index >= 0)
-        m_link->SendCMD_Read_Url(index);
+    // Only with a slot chosen.
+    m_link->readUrl(m_urlIndex->currentIndex());
 }
 
 void Plane_Botton::on_btnclicked_SetUrl()
 {
     const QByteArray name = m_otherName->text().toLatin1();
     const QByteArray url = m_url->text().toLatin1();
-    if (name.size() > UrlNameMax) {
+    if (name.size() > Protocol::UrlNameMax) {
         warn(S::OtherNameErrors);
         return;
     }
-    if (url.size() > UrlMax) {
+    if (url.size() > Protocol::UrlMax) {
         warn(S::UrlErrors);
         return;
     }
-    m_link->SendCMD_Set_Url(m_urlIndex->currentIndex(), name, url);
+    // Only with a slot chosen, as for the read.
+    m_link->url(m_urlIndex->currentIndex(), name, url);
 }
 
-void Plane_Botton::on_ToShow_HisInfo(const QByteArray &data)
+void Plane_Botton::on_ToShow_HisInfo(const HisAddresses &addresses)
 {
-    // Only the addresses the payload carries whole are shown; the others keep their text.
     QLineEdit *const edits[] = {m_hisIp, m_hisSubnet, m_hisGateway, m_hisDns};
-    const int offsets[] = {HisIpAt, HisMaskAt, HisGatewayAt, HisDnsAt};
+    const QString *const texts[] = {&addresses.ip, &addresses.subnet, &addresses.gateway, &addresses.dns};
     for (int i = 0; i < 4; ++i) {
-        const QString text = dottedAt(data, offsets[i]);
-        if (!text.isNull())
-            edits[i]->setText(text);
+        if (!texts[i]->isNull())
+            edits[i]->setText(*texts[i]);
     }
-    m_link->get_HIS_INFO(m_hisIp->text(), m_hisSubnet->text(), m_hisGateway->text(), m_hisDns->text());
 }
 
-void Plane_Botton::on_ToShow_HisUrl(const QByteArray &data)
+void Plane_Botton::on_ToShow_HisUrl(const StreamUrl &url)
 {
-    if (data.size() <= UrlNameLenAt)
-        return;
-    const int nameLen = qMin(int(uint8_t(data.at(UrlNameLenAt))), UrlNameMax);
-    m_otherName->setText(QString::fromLatin1(data.mid(UrlNameAt, nameLen)));
-    if (data.size() <= UrlLenAt + 1)
-        return;
-    const int urlLen =
-        qMin(int(uint8_t(data.at(UrlLenAt))) | (int(uint8_t(data.at(UrlLenAt + 1))) << 8), UrlMax);
-    // mid() stops at the end of what arrived, so a short payload shows what it carries.
-    m_url->setText(QString::fromLatin1(data.mid(UrlAt, urlLen)));
+    if (!url.name.isNull())
+        m_otherName->setText(url.name);
+    if (!url.url.isNull())
+        m_url->setText(url.url);
 }

@@ -7,7 +7,9 @@ class QDialog;
 class QLabel;
 class QLineEdit;
 class QPushButton;
-class RVX3210_workdata;
+class ReportingLink;
+struct HisAddresses;
+struct StreamUrl;
 
 // Bottom strip of the RVX3210-family panels with the "SWITCHER IP" dialog: the main board's
 // address, the HIS board's address, mask, gateway and DNS, and the HIS board's URL slots.
@@ -15,7 +17,7 @@ class Plane_Botton : public QWidget
 {
     Q_OBJECT
 public:
-    Plane_Botton(QWidget *parent, RVX3210_workdata *link);
+    Plane_Botton(QWidget *parent, ReportingLink *link);
 
     QPushButton *btnSet() const { return m_btnSet; }
     QPushButton *btnClose() const { return m_btnClose; }
@@ -43,8 +45,10 @@ public slots:
     void on_btnclicked_SetDNS();
     void on_btnclicked_ReadUrl();
     void on_btnclicked_SetUrl();
-    void on_ToShow_HisInfo(const QByteArray &data);
-    void on_ToShow_HisUrl(const QByteArray &data);
+    // The HIS board's replies as the link decodes them; what a reply stopped short of keeps
+    // the text it had.
+    void on_ToShow_HisInfo(const HisAddresses &addresses);
+    void on_ToShow_HisUrl(const StreamUrl &url);
 
 private:
     void initDialog();
@@ -52,7 +56,7 @@ private:
     void fillFromLink();
     void warn(const char *text);
 
-    RVX3210_workdata *m_link = nullptr;
+    ReportingLink *m_link = nullptr;
     QLabel *m_version = nullptr;
     QPushButton *m_btnSet = nullptr;
     QPushButton *m_btnClose = nullptr;

@@ -1,6 +1,5 @@
 #include "plane_right.h"
 
-#include "SwitcherData/rvx3210_workdata.h"
 #include "rvx3210styles.h"
 
 #include <QComboBox>
@@ -10,8 +9,8 @@
 
 namespace S = Rvx3210Styles;
 
-Plane_Right::Plane_Right(QWidget *parent, RVX3210_workdata *link)
-    : PipSettingsPane(parent, PipCommands::of(link), Echo::Send, Position::NeedsSize)
+Plane_Right::Plane_Right(QWidget *parent, UnitControl *link)
+    : PipSettingsPane(parent, link, Echo::Send, Position::NeedsSize)
 {
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(QString::fromLatin1(S::PipPane));

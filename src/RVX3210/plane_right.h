@@ -2,7 +2,7 @@
 
 #include "common/pipsettingspane.h"
 
-class RVX3210_workdata;
+class UnitControl;
 
 // PIP settings pane of the RVX3210-family panels: the panel kit's pane with captions in a
 // grid, on the panel's grey. Shown only while PIP is on. A state value that changes a
@@ -11,5 +11,5 @@ class Plane_Right : public PipSettingsPane
 {
     Q_OBJECT
 public:
-    Plane_Right(QWidget *parent, RVX3210_workdata *link);
+    Plane_Right(QWidget *parent, UnitControl *link);
 };

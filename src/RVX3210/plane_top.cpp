@@ -1,5 +1,6 @@
 #include "plane_top.h"
 
+#include "common/panelclose.h"
 #include "common/titlebarstyles.h"
 #include "common/windowdrag.h"
 #include "rvx3210log.h"
@@ -12,7 +13,7 @@
 
 namespace S = Rvx3210Styles;
 
-Plane_Top::Plane_Top(QWidget *parent, RVX3210_workdata *link) : QWidget(parent), m_link(link)
+Plane_Top::Plane_Top(QWidget *parent, UnitControl *link) : QWidget(parent), m_link(link)
 {
     initPlan1();
 }
@@ -51,7 +52,7 @@ void Plane_Top::initPlan1()
     row->addWidget(m_btnClose);
 
     // Closing the panel ends the program, even though the search window still exists.
-    connect(m_btnClose, &QPushButton::clicked, this, [] { QCoreApplication::exit(0); });
+    connect(m_btnClose, &QPushButton::clicked, this, [this] { PanelClose::closeKeyClicked(m_btnClose); });
     connect(m_btnMin, &QPushButton::clicked, this, &Plane_Top::on_btnclicked_min);
     connect(m_btnMax, &QPushButton::clicked, this, &Plane_Top::on_btnclicked_max);
     // The 8000-series strip's handlers hang on the same keys; for this panel they do nothing.

@@ -4,7 +4,7 @@
 
 class QLabel;
 class QPushButton;
-class RVX3210_workdata;
+class UnitControl;
 
 // Title strip of the frameless RVX3210-family panels: logo, model name, close, minimise and
 // maximise keys; dragging the strip moves the panel.
@@ -12,7 +12,7 @@ class Plane_Top : public QWidget
 {
     Q_OBJECT
 public:
-    Plane_Top(QWidget *parent, RVX3210_workdata *link);
+    Plane_Top(QWidget *parent, UnitControl *link);
 
     void setDev_Child_Type(int code);
 
@@ -36,7 +36,7 @@ public slots:
 private:
     void initPlan1();
 
-    RVX3210_workdata *m_link = nullptr;
+    UnitControl *m_link = nullptr;
     QLabel *m_logo = nullptr;
     QLabel *m_name = nullptr;
     QPushButton *m_btnClose = nullptr;

@@ -11,7 +11,7 @@
 
 namespace S = Rvx3210Styles;
 
-QSlider_Left::QSlider_Left(QWidget *parent, RVX3210_workdata *link) : QWidget(parent), m_link(link)
+QSlider_Left::QSlider_Left(QWidget *parent, UnitControl *link) : QWidget(parent), m_link(link)
 {
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(QString::fromLatin1(S::FaderPane));

@@ -4,7 +4,7 @@
 
 class QLabel;
 class QSlider;
-class RVX3210_workdata;
+class UnitControl;
 
 // Audio level faders of the RVX3210-family panels: channel 1, channel 2 and master. It only
 // announces changes; the panel turns each into one level command.
@@ -12,7 +12,7 @@ class QSlider_Left : public QWidget
 {
     Q_OBJECT
 public:
-    QSlider_Left(QWidget *parent, RVX3210_workdata *link);
+    QSlider_Left(QWidget *parent, UnitControl *link);
 
     uint8_t get_Slider_ch1_valueChanged();
     uint8_t get_Slider_ch2_valueChanged();
@@ -39,7 +39,7 @@ public slots:
 private:
     void initLeftSlider();
 
-    RVX3210_workdata *m_link = nullptr;
+    UnitControl *m_link = nullptr;
     QSlider *m_ch1 = nullptr;
     QSlider *m_ch2 = nullptr;
     QSlider *m_master = nullptr;

@@ -9,7 +9,7 @@
 
 namespace S = Rvx3210Styles;
 
-QSlider_Right::QSlider_Right(QWidget *parent, RVX3210_workdata *link) : QWidget(parent), m_link(link)
+QSlider_Right::QSlider_Right(QWidget *parent, UnitControl *link) : QWidget(parent), m_link(link)
 {
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(QString::fromLatin1(S::FaderPane));

@@ -3,7 +3,7 @@
 #include <QWidget>
 
 class QSlider;
-class RVX3210_workdata;
+class UnitControl;
 
 // The T-bar of the RVX3210-family panels: one vertical fader from "A-BUS" to "B-BUS",
 // 0-127. It only reports its position; the panel kit's TbarSequencer turns that into slider
@@ -12,7 +12,7 @@ class QSlider_Right : public QWidget
 {
     Q_OBJECT
 public:
-    QSlider_Right(QWidget *parent, RVX3210_workdata *link);
+    QSlider_Right(QWidget *parent, UnitControl *link);
 
     QSlider *slider() const { return m_slider; }
     void setValue(int v);
@@ -21,6 +21,6 @@ signals:
     void on_slider_auto(int value);
 
 private:
-    RVX3210_workdata *m_link = nullptr;
+    UnitControl *m_link = nullptr;
     QSlider *m_slider = nullptr;
 };

@@ -91,7 +91,7 @@ void Rvx3210PanelFrame::init3210ui_2(Upper_Widget *upper, Middle_widget *middle)
     col->addWidget(m_below, 3);
 
     TbarSequencer::Hooks hooks;
-    hooks.send = [this](uint8_t direction, uint8_t distance) { m_link->SwndCMDslider(direction, distance); };
+    hooks.send = [this](uint8_t direction, uint8_t distance) { m_link->fader(direction, distance); };
     hooks.swapBuses = [this] { setPGM_PVWCH(); };
     hooks.autoLamp = [this](bool lit) { m_below->on_Style_btnAuto(lit); };
     hooks.log = &lcRvx3210;
@@ -108,16 +108,11 @@ void Rvx3210PanelFrame::init3210ui_2(Upper_Widget *upper, Middle_widget *middle)
     connect(m_below, &Below_Widget::on_get_slider_vol, this, &Rvx3210PanelFrame::btnAuto_and_slider);
 }
 
-void Rvx3210PanelFrame::DevTypeID(QString devIp, uint8_t a, uint8_t b, QString hisIp, uint8_t c, uint8_t d)
-{
-    bindUnit(UnitAddress::fromText(devIp, a, b), UnitAddress::fromText(hisIp, c, d));
-}
-
 void Rvx3210PanelFrame::bindUnit(const UnitAddress &unit, const UnitAddress &his)
 {
     m_link->bindBoards(unit, his);
     // The one read of the binding; nothing polls (the RVX3410 upper row reads once more, 3 s on).
-    m_link->SendCMDRead3210state();
+    m_link->readState();
 }
 
 void Rvx3210PanelFrame::on_toRead_3210Dtat(const QByteArray &data)
@@ -142,7 +137,7 @@ void Rvx3210PanelFrame::set_audio_vol()
     const uint8_t ch1 = m_left->get_Slider_ch1_valueChanged();
     const uint8_t ch2 = m_left->get_Slider_ch2_valueChanged();
     const uint8_t master = m_left->get_Slider_master_valueChanged();
-    m_link->SendCMDLeftSliderVOL(ch1, ch2, 0, master);
+    m_link->levels(ch1, ch2, 0, master);
 }
 
 void Rvx3210PanelFrame::setPGM_PVWCH()

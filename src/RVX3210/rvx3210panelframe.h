@@ -1,6 +1,7 @@
 #pragma once
 
 #include "SwitcherData/unitaddress.h"
+#include "common/unitbinding.h"
 
 #include <QDialog>
 #include <QString>
@@ -23,11 +24,10 @@ class Upper_Widget;
 // audio faders, the T-bar and its sequencing, the lower row, the PIP settings pane and the
 // network page, laid out around a central column. Each panel adds its own upper and middle
 // rows (init3210ui_2), its own fan-out of the state record and its own return signal.
-class Rvx3210PanelFrame : public QDialog
+class Rvx3210PanelFrame : public QDialog, public UnitBinding<Rvx3210PanelFrame>
 {
     Q_OBJECT
 public:
-    void DevTypeID(QString devIp, uint8_t a, uint8_t b, QString hisIp, uint8_t c, uint8_t d);
     // Binds the unit's boards as the search found them, then asks for the unit's state.
     void bindUnit(const UnitAddress &unit, const UnitAddress &his);
 

@@ -153,8 +153,6 @@ inline constexpr char Url[] = "URL";
 inline constexpr char SetUrl[] = "Set Url";
 inline constexpr char ReadUrl[] = "Read Url";
 inline constexpr int UrlSlots = 5;
-inline constexpr char IpPattern[] =
-    "((2[0-4]\\d|25[0-5]|[01]?\\d\\d?)\\.){3}(2[0-4]\\d|25[0-5]|[01]?\\d\\d?)";
 inline constexpr char DialogText[] =
     "QLabel{color:white;border:0px;}QGroupBox{color:white;border:1px solid "
     "rgb(83,83,83);border-radius:5px;margin-top:8px;padding:6px;}QGroupBox::title{"

@@ -1,5 +1,6 @@
 #include "rvx3210ui.h"
 
+#include "SwitcherData/rvx3210_workdata.h"
 #include "common/centre.h"
 #include "common/tbarsequencer.h"
 #include "middle_widget.h"

@@ -11,7 +11,7 @@
 // A state from a record that stopped short updates only the fields it carries.
 namespace StateFanout {
 
-// Debug dump: "data" with the whole record, then one line per byte of the RVX3210 record.
+// Debug dump: "data" with the whole record, then one line per field it carried.
 void dump(const UnitState &s);
 
 // Calls the row setters in the record's order. `afterFtb` runs right after the FTB field,

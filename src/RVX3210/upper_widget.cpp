@@ -1,7 +1,7 @@
 #include "upper_widget.h"
 
 #include "SwitcherData/protocol.h"
-#include "SwitcherData/rvx3210_workdata.h"
+#include "SwitcherData/unitcontrol.h"
 #include "common/keyflash.h"
 #include "common/keysheet.h"
 #include "common/lampkey.h"
@@ -19,7 +19,7 @@
 
 namespace S = Rvx3210Styles;
 
-Upper_Widget::Upper_Widget(QWidget *parent, RVX3210_workdata *link) : Upper_Widget(parent, link, KeysOnly{})
+Upper_Widget::Upper_Widget(QWidget *parent, UnitControl *link) : Upper_Widget(parent, link, KeysOnly{})
 {
     m_btnClose = makeKey(TitleBarStyles::CloseKey);
     connect(m_btnClose, &QPushButton::clicked, this, &Upper_Widget::on_btnclicked_close);
@@ -35,7 +35,7 @@ Upper_Widget::Upper_Widget(QWidget *parent, RVX3210_workdata *link) : Upper_Widg
         row->addWidget(key);
 }
 
-Upper_Widget::Upper_Widget(QWidget *parent, RVX3210_workdata *link, KeysOnly) : QWidget(parent), m_link(link)
+Upper_Widget::Upper_Widget(QWidget *parent, UnitControl *link, KeysOnly) : QWidget(parent), m_link(link)
 {
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(QString::fromLatin1(S::RowBackground));
@@ -99,7 +99,7 @@ void Upper_Widget::on_btnclicked_FTB()
         on_Style_btnFTB(false);
         m_blink->stop();
     }
-    m_link->SendCMDFTB();
+    m_link->ftb();
 }
 
 void Upper_Widget::on_timerour_FTB()
@@ -164,7 +164,7 @@ void Upper_Widget::on_coboxIndexChanged_PGMOUT(int index)
 {
     // The list index goes out as it is; the unit reports other codes back (set_F1_Style).
     m_outIndex = index;
-    m_link->SendCMDF1(index);
+    m_link->format(index);
 }
 
 void Upper_Widget::set_F1_Style(uint8_t code)
@@ -179,14 +179,13 @@ void Upper_Widget::set_F1_Style(uint8_t code)
 void Upper_Widget::on_btnclicked_F2()
 {
     flashKey(
-        this, S::F2FlashMs, [this](bool lit) { on_Style_btnF2(lit); }, [this] { m_link->SendCMDF2(); },
-        nullptr);
+        this, S::F2FlashMs, [this](bool lit) { on_Style_btnF2(lit); }, [this] { m_link->f2(); }, nullptr);
 }
 
 void Upper_Widget::on_btnclicked_F3()
 {
     m_btnF3->toggle();
-    m_link->SendCMDF3();
+    m_link->mute();
 }
 
 void Upper_Widget::set_F3_Style(uint8_t s)
@@ -198,12 +197,12 @@ void Upper_Widget::set_F3_Style(uint8_t s)
 void Upper_Widget::on_btnclicked_F7()
 {
     m_btnF7->toggle();
-    m_link->SendCMDF7();
+    m_link->f7();
 }
 
 void Upper_Widget::on_btnclicked_Read3210data()
 {
-    m_link->SendCMDRead3210state();
+    m_link->readState();
 }
 
 void Upper_Widget::on_btnclicked_close()

@@ -6,7 +6,7 @@
 
 class QPushButton;
 class QTimer;
-class RVX3210_workdata;
+class UnitControl;
 
 // Top row of the RVX3210 panel's central column: FTB, F1 (output format), F2, F3, F7,
 // read-state, close and return.
@@ -14,7 +14,7 @@ class Upper_Widget : public QWidget
 {
     Q_OBJECT
 public:
-    Upper_Widget(QWidget *parent, RVX3210_workdata *link);
+    Upper_Widget(QWidget *parent, UnitControl *link);
 
     void set_FTB_Style(uint8_t s);
     void set_F1_Style(uint8_t code);
@@ -64,15 +64,15 @@ protected:
     struct KeysOnly
     {
     };
-    Upper_Widget(QWidget *parent, RVX3210_workdata *link, KeysOnly);
+    Upper_Widget(QWidget *parent, UnitControl *link, KeysOnly);
 
-    RVX3210_workdata *link() const { return m_link; }
+    UnitControl *link() const { return m_link; }
     QTimer *ftbBlinkTimer() const { return m_blink; }
     QPushButton *makeKey(const char *style);
     LampKey *makeLampKey(const char *lit, const char *unlit);
 
 private:
-    RVX3210_workdata *m_link = nullptr;
+    UnitControl *m_link = nullptr;
     QPushButton *m_btnFTB = nullptr;
     QPushButton *m_btnF1 = nullptr;
     QPushButton *m_btnF2 = nullptr;

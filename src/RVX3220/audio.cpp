@@ -1,6 +1,6 @@
 #include "audio.h"
 
-#include "SwitcherData/rvx3220_workdata.h"
+#include "SwitcherData/unitcontrol.h"
 #include "common/keysheet.h"
 #include "rvx3220styles.h"
 
@@ -45,7 +45,7 @@ QSpinBox *volumeBox(QWidget *parent, const QRect &where)
 
 } // namespace
 
-AUDIO::AUDIO(QWidget *parent, RVX3220_workdata *link) : QWidget(parent), m_link(link)
+AUDIO::AUDIO(QWidget *parent, UnitControl *link) : QWidget(parent), m_link(link)
 {
     auto *frame = new QGroupBox(QString::fromLatin1(RVX3220Styles::AudioTitle), this);
     frame->setStyleSheet(QString::fromLatin1(RVX3220Styles::GroupBox));
@@ -90,13 +90,13 @@ AUDIO::AUDIO(QWidget *parent, RVX3220_workdata *link) : QWidget(parent), m_link(
 void AUDIO::setboxch1(int index)
 {
     m_ch1Index = index;
-    m_link->SendCMDCH1(index);
+    m_link->source(1, index);
 }
 
 void AUDIO::setboxch2(int index)
 {
     m_ch2Index = index;
-    m_link->SendCMDCH2(index);
+    m_link->source(2, index);
 }
 
 void AUDIO::warnNoSource()
@@ -111,7 +111,7 @@ void AUDIO::setboxch1_vol(int v)
         warnNoSource();
         return;
     }
-    m_link->SendCMDCH1_VOL(m_ch1Index, quint8(v));
+    m_link->level(1, v, m_ch1Index);
 }
 
 void AUDIO::setboxch2_vol(int v)
@@ -120,12 +120,12 @@ void AUDIO::setboxch2_vol(int v)
         warnNoSource();
         return;
     }
-    m_link->SendCMDCH2_VOL(m_ch2Index, quint8(v));
+    m_link->level(2, v, m_ch2Index);
 }
 
 void AUDIO::setboxPGM_OUT(int index)
 {
-    m_link->SendCMDPGM_OUT(index);
+    m_link->format(index);
 }
 
 void AUDIO::setStyle(int id)
@@ -145,7 +145,7 @@ void AUDIO::on_btnGrp_clicked(int id)
 {
     setStyle(id);
     if (id == 1)
-        m_link->SendCMDAFV();
+        m_link->audioMode(false);
     else if (id == 2)
-        m_link->SendCMDMIX();
+        m_link->audioMode(true);
 }

@@ -6,14 +6,14 @@ class QButtonGroup;
 class QComboBox;
 class QLabel;
 class QSpinBox;
-class RVX3220_workdata;
+class UnitControl;
 
 // Audio pane: a source and a volume per channel, the audio mode and the output format.
 class AUDIO : public QWidget
 {
     Q_OBJECT
 public:
-    AUDIO(QWidget *parent, RVX3220_workdata *link);
+    AUDIO(QWidget *parent, UnitControl *link);
 
     QComboBox *ch1Source() const { return m_ch1; }
     QComboBox *ch2Source() const { return m_ch2; }
@@ -36,7 +36,7 @@ public slots:
 private:
     void warnNoSource();
 
-    RVX3220_workdata *m_link;
+    UnitControl *m_link;
     QComboBox *m_ch1;
     QComboBox *m_ch2;
     QSpinBox *m_ch1Vol;

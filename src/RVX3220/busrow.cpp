@@ -7,7 +7,7 @@
 #include <QLabel>
 #include <QPushButton>
 
-BusRow::BusRow(QWidget *parent, RVX3220_workdata *link, const char *caption, const char *const *lit)
+BusRow::BusRow(QWidget *parent, UnitControl *link, const char *caption, const char *const *lit)
     : QWidget(parent), m_link(link), m_litPictures(lit), m_group(new QButtonGroup(this)),
       m_caption(new QLabel(QString::fromLatin1(caption), this))
 {

@@ -5,7 +5,7 @@
 
 class QButtonGroup;
 class QLabel;
-class RVX3220_workdata;
+class UnitControl;
 
 // One bus of six input keys, lit one at a time. The program and preview buses differ only
 // in their lamp colour and the command a key sends.
@@ -29,14 +29,14 @@ signals:
     void litChanged(quint8 input);
 
 protected:
-    BusRow(QWidget *parent, RVX3220_workdata *link, const char *caption, const char *const *lit);
+    BusRow(QWidget *parent, UnitControl *link, const char *caption, const char *const *lit);
     virtual void sendInput(quint8 id) = 0;
     // Lights key id (1..6) through the bus's own per-key setter.
     virtual void lightInput(quint8 id) = 0;
     // Shows key id (1..6) lit; the others keep their look.
     void lightKey(int id);
 
-    RVX3220_workdata *m_link;
+    UnitControl *m_link;
 
 private:
     const char *const *m_litPictures;

@@ -1,5 +1,6 @@
 #include "devlog.h"
 
+#include "common/panelclose.h"
 #include "common/windowdrag.h"
 #include "rvx3220styles.h"
 
@@ -8,7 +9,7 @@
 #include <QLabel>
 #include <QPushButton>
 
-Devlog::Devlog(QWidget *parent, RVX3220_workdata *link)
+Devlog::Devlog(QWidget *parent, UnitControl *link)
     : QWidget(parent), m_link(link), m_logo(new QLabel(this)), m_close(new QPushButton(this))
 {
     setAttribute(Qt::WA_StyledBackground);
@@ -26,7 +27,7 @@ Devlog::Devlog(QWidget *parent, RVX3220_workdata *link)
     row->addWidget(m_close);
 
     // Closing here ends the whole program, unlike the panel's return key.
-    connect(m_close, &QPushButton::clicked, qApp, [] { QCoreApplication::exit(0); });
+    connect(m_close, &QPushButton::clicked, this, [this] { PanelClose::closeKeyClicked(m_close); });
     // Dragging the strip moves the panel it sits on.
     WindowDrag::install(this, WindowDrag::Target::Parent);
 }

@@ -4,7 +4,7 @@
 
 class QLabel;
 class QPushButton;
-class RVX3220_workdata;
+class UnitControl;
 
 // Title strip of the panel: logo and close key; dragging it moves the frameless window.
 class Devlog : public QWidget
@@ -12,13 +12,13 @@ class Devlog : public QWidget
     Q_OBJECT
 public:
     // Built like the panel's other parts, with the link; the strip itself sends nothing.
-    Devlog(QWidget *parent, RVX3220_workdata *link);
+    Devlog(QWidget *parent, UnitControl *link);
 
     QPushButton *closeButton() const { return m_close; }
-    RVX3220_workdata *link() const { return m_link; }
+    UnitControl *link() const { return m_link; }
 
 private:
-    RVX3220_workdata *m_link;
+    UnitControl *m_link;
     QLabel *m_logo;
     QPushButton *m_close;
 };

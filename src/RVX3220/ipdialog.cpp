@@ -1,6 +1,7 @@
 #include "ipdialog.h"
 
-#include "SwitcherData/rvx3220_workdata.h"
+#include "SwitcherData/unitlink.h"
+#include "common/ipv4field.h"
 #include "common/panelkeys.h"
 #include "rvx3220styles.h"
 
@@ -9,10 +10,8 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QRegularExpression>
-#include <QRegularExpressionValidator>
 
-IPDialog::IPDialog(QWidget *parent, RVX3220_workdata *link)
+IPDialog::IPDialog(QWidget *parent, UnitLink *link)
     : QDialog(parent), m_link(link), m_edit(new QLineEdit(this)),
       m_close(new QPushButton(QString::fromLatin1(RVX3220Styles::IpClose), this)),
       m_ok(new QPushButton(QString::fromLatin1(RVX3220Styles::IpOk), this))
@@ -27,9 +26,8 @@ IPDialog::IPDialog(QWidget *parent, RVX3220_workdata *link)
     label->setGeometry(20, 20, 70, 28);
     m_edit->setStyleSheet(QString::fromLatin1(RVX3220Styles::LineEdit));
     m_edit->setGeometry(95, 20, 205, 28);
-    m_edit->setValidator(new QRegularExpressionValidator(
-        QRegularExpression(QString::fromLatin1(RVX3220Styles::IpPattern)), m_edit));
-    m_edit->setText(m_link->unitAddress());
+    takeIpv4Only(m_edit);
+    m_edit->setText(m_link->unit().text());
 
     m_close->setStyleSheet(QString::fromLatin1(RVX3220Styles::TextButton));
     m_close->setGeometry(95, 64, 95, 30);
@@ -62,11 +60,6 @@ void IPDialog::on_btnip_clicked()
                              QString::fromLatin1(RVX3220Styles::TextEmpty), QMessageBox::Yes);
         return;
     }
-    const QStringList parts = text.split(QLatin1Char('.'), Qt::SkipEmptyParts);
-    if (parts.size() < 4)
-        return;
-    QByteArray ip4(4, '\0');
-    for (int i = 0; i < 4; ++i)
-        ip4[i] = char(quint8(parts.at(i).toUInt(nullptr, 10)));
-    m_link->SendCMD_IP(ip4, text);
+    // Fewer than four numbers (the field lets such text through while it is typed) send nothing.
+    m_link->setAddress(text);
 }

@@ -5,14 +5,14 @@
 class QKeyEvent;
 class QLineEdit;
 class QPushButton;
-class RVX3220_workdata;
+class UnitLink;
 
 // Gives the unit a new IPv4 address. Later commands follow it to the new address.
 class IPDialog : public QDialog
 {
     Q_OBJECT
 public:
-    IPDialog(QWidget *parent, RVX3220_workdata *link);
+    IPDialog(QWidget *parent, UnitLink *link);
 
     QLineEdit *addressEdit() const { return m_edit; }
     QPushButton *okButton() const { return m_ok; }
@@ -26,7 +26,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    RVX3220_workdata *m_link;
+    UnitLink *m_link;
     QLineEdit *m_edit;
     QPushButton *m_close;
     QPushButton *m_ok;

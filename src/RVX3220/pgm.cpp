@@ -1,13 +1,13 @@
 #include "pgm.h"
 
-#include "SwitcherData/rvx3220_workdata.h"
+#include "SwitcherData/unitcontrol.h"
 #include "rvx3220styles.h"
 
-PGM::PGM(QWidget *parent, RVX3220_workdata *link) : BusRow(parent, link, "PGM", RVX3220Styles::PgmLit) {}
+PGM::PGM(QWidget *parent, UnitControl *link) : BusRow(parent, link, "PGM", RVX3220Styles::PgmLit) {}
 
 void PGM::sendInput(quint8 id)
 {
-    m_link->SendCMDPGM(id);
+    m_link->programme(id);
 }
 
 void PGM::lightInput(quint8 id)

@@ -7,7 +7,7 @@ class PGM : public BusRow
 {
     Q_OBJECT
 public:
-    PGM(QWidget *parent, RVX3220_workdata *link);
+    PGM(QWidget *parent, UnitControl *link);
 
     quint8 BtnPGMstate() const { return litInput(); }
     // Display only, for the panel's bus swap.

@@ -1,6 +1,5 @@
 #include "pip.h"
 
-#include "SwitcherData/rvx3220_workdata.h"
 #include "panewidgets.h"
 #include "rvx3220styles.h"
 
@@ -8,8 +7,7 @@
 #include <QGroupBox>
 #include <QSpinBox>
 
-PIP::PIP(QWidget *parent, RVX3220_workdata *link)
-    : PipSettingsPane(parent, PipCommands::of(link), Echo::Send, Position::Free)
+PIP::PIP(QWidget *parent, UnitControl *link) : PipSettingsPane(parent, link, Echo::Send, Position::Free)
 {
     using namespace PaneWidgets;
     QGroupBox *box = frame(RVX3220Styles::PipTitle, this);

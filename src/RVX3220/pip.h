@@ -2,7 +2,7 @@
 
 #include "common/pipsettingspane.h"
 
-class RVX3220_workdata;
+class UnitControl;
 
 // Right-hand column for picture-in-picture: inset position, size and border, on the panel
 // kit's pane. The unit reports no state, and a position goes out whether or not a size was
@@ -11,7 +11,7 @@ class PIP : public PipSettingsPane
 {
     Q_OBJECT
 public:
-    PIP(QWidget *parent, RVX3220_workdata *link);
+    PIP(QWidget *parent, UnitControl *link);
 
 public slots:
     // The family's names for the pane's operator slots.

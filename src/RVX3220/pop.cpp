@@ -1,6 +1,6 @@
 #include "pop.h"
 
-#include "SwitcherData/rvx3220_workdata.h"
+#include "SwitcherData/unitcontrol.h"
 #include "common/pipsettingspane.h"
 #include "panewidgets.h"
 #include "rvx3220styles.h"
@@ -24,7 +24,7 @@ QPushButton *rowButton(QWidget *parent, int row, const char *text)
 
 } // namespace
 
-POP::POP(QWidget *parent, RVX3220_workdata *link) : QWidget(parent), m_link(link)
+POP::POP(QWidget *parent, UnitControl *link) : QWidget(parent), m_link(link)
 {
     using namespace PaneWidgets;
     QGroupBox *box = frame(RVX3220Styles::PopTitle, this);
@@ -56,11 +56,11 @@ POP::POP(QWidget *parent, RVX3220_workdata *link) : QWidget(parent), m_link(link
 void POP::setlwindowindex()
 {
     if (!m_windowTwo) {
-        m_link->SendCMDPOP_Window(1);
+        m_link->popWindow(1);
         m_window->setText(QStringLiteral("1"));
         m_windowTwo = true;
     } else {
-        m_link->SendCMDPOP_Window(2);
+        m_link->popWindow(2);
         m_window->setText(QStringLiteral("2"));
         m_windowTwo = false;
     }
@@ -80,23 +80,23 @@ bool POP::windowChosen()
 void POP::setSpboxHPosition(int v)
 {
     if (windowChosen())
-        m_link->SendCMDPOP_H_Position(quint16(v));
+        m_link->popPosition(true, v);
 }
 
 void POP::setSpboxVPosition(int v)
 {
     if (windowChosen())
-        m_link->SendCMDPOP_V_Position(quint16(v));
+        m_link->popPosition(false, v);
 }
 
 void POP::setbtnBorder_Enable()
 {
     if (m_borderOn) {
-        m_link->SendCMDPOP_Border_Enable(0);
+        m_link->popBorder(false);
         m_border->setText(QString::fromLatin1(RVX3220Styles::BorderOff));
         m_borderOn = false;
     } else {
-        m_link->SendCMDPOP_Border_Enable(1);
+        m_link->popBorder(true);
         m_border->setText(QString::fromLatin1(RVX3220Styles::BorderOn));
         m_borderOn = true;
     }
@@ -104,10 +104,10 @@ void POP::setbtnBorder_Enable()
 
 void POP::setSpboxBorder_Width(int v)
 {
-    m_link->SendCMDPOP_Border_Width(quint8(v));
+    m_link->popBorderWidth(v);
 }
 
 void POP::setCoboxBorder_Color(int i)
 {
-    m_link->SendCMDPOP_Border_Color(quint8(i));
+    m_link->popBorderColor(i);
 }

@@ -5,7 +5,7 @@
 class QComboBox;
 class QPushButton;
 class QSpinBox;
-class RVX3220_workdata;
+class UnitControl;
 
 // Right-hand column for picture-out-of-picture (split screen): the window the settings
 // apply to, its position and its border.
@@ -13,7 +13,7 @@ class POP : public QWidget
 {
     Q_OBJECT
 public:
-    POP(QWidget *parent, RVX3220_workdata *link);
+    POP(QWidget *parent, UnitControl *link);
 
     QPushButton *windowButton() const { return m_window; }
     QPushButton *borderButton() const { return m_border; }
@@ -36,7 +36,7 @@ private:
     // True when a window has been chosen; otherwise warns and the position is not sent.
     bool windowChosen();
 
-    RVX3220_workdata *m_link;
+    UnitControl *m_link;
     QPushButton *m_window;
     QSpinBox *m_h;
     QSpinBox *m_v;

@@ -1,13 +1,13 @@
 #include "pvw.h"
 
-#include "SwitcherData/rvx3220_workdata.h"
+#include "SwitcherData/unitcontrol.h"
 #include "rvx3220styles.h"
 
-PVW::PVW(QWidget *parent, RVX3220_workdata *link) : BusRow(parent, link, "PVW", RVX3220Styles::PvwLit) {}
+PVW::PVW(QWidget *parent, UnitControl *link) : BusRow(parent, link, "PVW", RVX3220Styles::PvwLit) {}
 
 void PVW::sendInput(quint8 id)
 {
-    m_link->SendCMDPVW(id);
+    m_link->preview(id);
 }
 
 void PVW::lightInput(quint8 id)

@@ -7,7 +7,7 @@ class PVW : public BusRow
 {
     Q_OBJECT
 public:
-    PVW(QWidget *parent, RVX3220_workdata *link);
+    PVW(QWidget *parent, UnitControl *link);
 
     quint8 BtnPVWstate() const { return litInput(); }
     // Display only, for the panel's bus swap.

@@ -86,8 +86,6 @@ inline constexpr char TextEmpty[] = "Text cannot be empty";
 inline constexpr char IpCaption[] = "IP addr";
 inline constexpr char IpClose[] = "close";
 inline constexpr char IpOk[] = "ok";
-inline constexpr char IpPattern[] =
-    "((2[0-4]\\d|25[0-5]|[01]?\\d\\d?)\\.){3}(2[0-4]\\d|25[0-5]|[01]?\\d\\d?)";
 inline constexpr char IpNone[] = "0.0.0.0";
 
 // Title bar.

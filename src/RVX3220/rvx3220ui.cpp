@@ -191,7 +191,7 @@ void RVX3220UI::setPGM_PVWCH()
 void RVX3220UI::setBtncut()
 {
     btnCutStyle(true);
-    m_link->SendCMDCUT();
+    m_link->cut();
     // With an inset on, a cut changes the inset's source, not the buses.
     if (!m_pipOn)
         setPGM_PVWCH();
@@ -207,7 +207,7 @@ void RVX3220UI::setTimercut()
 void RVX3220UI::setBtnAUTO()
 {
     flashKey(
-        this, AutoTransitionMs, [this](bool lit) { btnAutoStyle(lit); }, [this] { m_link->SendCMDAUTO(); },
+        this, AutoTransitionMs, [this](bool lit) { btnAutoStyle(lit); }, [this] { m_link->autoTransition(); },
         [this] {
             if (!m_pipOn)
                 setPGM_PVWCH();
@@ -216,16 +216,16 @@ void RVX3220UI::setBtnAUTO()
 
 void RVX3220UI::setBtnPIP()
 {
-    switchInset(m_pipOn, m_popOn, m_pip, m_pop, &RVX3220_workdata::SendCMDPIP, &RVX3220UI::btnPIPStyle);
+    switchInset(m_pipOn, m_popOn, m_pip, m_pop, &UnitControl::pip, &RVX3220UI::btnPIPStyle);
 }
 
 void RVX3220UI::setBtnPOP()
 {
-    switchInset(m_popOn, m_pipOn, m_pop, m_pip, &RVX3220_workdata::SendCMDPOP, &RVX3220UI::btnPOPStyle);
+    switchInset(m_popOn, m_pipOn, m_pop, m_pip, &UnitControl::pop, &RVX3220UI::btnPOPStyle);
 }
 
 void RVX3220UI::switchInset(bool &on, bool &otherOn, QWidget *pane, QWidget *otherPane,
-                            void (RVX3220_workdata::*send)(quint8), void (RVX3220UI::*lamp)(bool))
+                            bool (UnitControl::*send)(bool), void (RVX3220UI::*lamp)(bool))
 {
     btnPIPStyle(false);
     btnPOPStyle(false);
@@ -233,12 +233,12 @@ void RVX3220UI::switchInset(bool &on, bool &otherOn, QWidget *pane, QWidget *oth
         setRightUIshow();
         otherPane->close();
         pane->show();
-        (m_link->*send)(1);
+        (m_link->*send)(true);
         (this->*lamp)(true);
         on = true;
     } else {
         setRightUIclos();
-        (m_link->*send)(0);
+        (m_link->*send)(false);
         (this->*lamp)(false);
         on = false;
     }
@@ -282,14 +282,14 @@ void RVX3220UI::setslider0(int v)
         m_strokeBack = true;
     }
     if (!m_strokeBack && v != TbarMax)
-        m_link->SwndCMDslider(0, quint8(v));
+        m_link->fader(0, v);
     if (m_strokeBack)
         setslider1(v);
 }
 
 void RVX3220UI::setslider1(int v)
 {
-    m_link->SwndCMDslider(1, quint8(TbarMax - v));
+    m_link->fader(1, TbarMax - v);
     // The return stroke ends one step short of the bottom (at 1, not 0); the unit counts
     // its travel that way, so the swap and the new forward stroke start there.
     if (TbarMax - v == 125 && !m_reachedMin) {

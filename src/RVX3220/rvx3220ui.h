@@ -16,6 +16,7 @@ class QPushButton;
 class QSlider;
 class QTimer;
 class RVX3220_workdata;
+class UnitControl;
 class Transitions;
 
 // Front panel of one RVX3220 unit. The unit never reports its state, so every lamp here
@@ -75,7 +76,7 @@ private:
     // PIP and POP share the right-hand column: `on` is the pressed key's flag, `otherOn` the
     // other kind's.
     void switchInset(bool &on, bool &otherOn, QWidget *pane, QWidget *otherPane,
-                     void (RVX3220_workdata::*send)(quint8), void (RVX3220UI::*lamp)(bool));
+                     bool (UnitControl::*send)(bool), void (RVX3220UI::*lamp)(bool));
     void setRightUIshow();
     void setRightUIclos();
 

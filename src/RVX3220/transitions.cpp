@@ -1,6 +1,6 @@
 #include "transitions.h"
 
-#include "SwitcherData/rvx3220_workdata.h"
+#include "SwitcherData/unitcontrol.h"
 #include "common/keysheet.h"
 #include "rvx3220styles.h"
 
@@ -8,7 +8,7 @@
 #include <QGroupBox>
 #include <QPushButton>
 
-Transitions::Transitions(QWidget *parent, RVX3220_workdata *link)
+Transitions::Transitions(QWidget *parent, UnitControl *link)
     : QWidget(parent), m_link(link), m_group(new QButtonGroup(this))
 {
     auto *frame = new QGroupBox(QStringLiteral("TRANSITION"), this);
@@ -32,5 +32,5 @@ void Transitions::on_btnGrp_clicked(quint8 id)
         const char *picture = i == id ? RVX3220Styles::EffectLit[i - 1] : RVX3220Styles::EffectUnlit[i - 1];
         setKeySheet(m_group->button(i), KeySheet::borderImage(picture));
     }
-    m_link->SendCMDTRANSITIONS(id);
+    m_link->transition(UnitControl::Effect(id));
 }

@@ -4,14 +4,14 @@
 #include <cstdint>
 
 class QButtonGroup;
-class RVX3220_workdata;
+class UnitControl;
 
 // Effect keys: MIX, FADE and the four wipe directions, one lit at a time.
 class Transitions : public QWidget
 {
     Q_OBJECT
 public:
-    Transitions(QWidget *parent, RVX3220_workdata *link);
+    Transitions(QWidget *parent, UnitControl *link);
 
     QButtonGroup *buttonGroup() const { return m_group; }
 
@@ -19,6 +19,6 @@ public slots:
     void on_btnGrp_clicked(quint8 id);
 
 private:
-    RVX3220_workdata *m_link;
+    UnitControl *m_link;
     QButtonGroup *m_group;
 };

@@ -1,6 +1,6 @@
 #include "rvx_3410_middle_widget.h"
 
-#include "SwitcherData/rvx3210_workdata.h"
+#include "SwitcherData/unitcontrol.h"
 #include "common/keysheet.h"
 #include "rvx3410styles.h"
 
@@ -13,17 +13,14 @@ namespace S4 = Rvx3410Styles;
 
 namespace {
 
-// Menu key codes of command 0xD9; the second byte is 1 for press, 0 for release.
-constexpr uint8_t MenuUp = 0x41;
-constexpr uint8_t MenuDown = 0x42;
-constexpr uint8_t MenuEnter = 0x6B;
-constexpr uint8_t Pressed = 1;
-constexpr uint8_t Released = 0;
+using Menu = UnitControl::MenuKey;
+constexpr bool Pressed = true;
+constexpr bool Released = false;
 constexpr int MenuKeySize = 50;
 
 } // namespace
 
-RVX_3410_Middle_widget::RVX_3410_Middle_widget(QWidget *parent, RVX3210_workdata *link)
+RVX_3410_Middle_widget::RVX_3410_Middle_widget(QWidget *parent, UnitControl *link)
     : Middle_widget(parent, link)
 {
     // The first source is shown from the start; nothing is sent for it.
@@ -56,19 +53,19 @@ RVX_3410_Middle_widget::RVX_3410_Middle_widget(QWidget *parent, RVX3210_workdata
 void RVX_3410_Middle_widget::on_btnpressed_MenuUp()
 {
     setKeySheet(m_btnMenuUp, KeySheet::text(S4::MenuUpOn));
-    link()->SendCMDMenu(MenuUp, Pressed);
+    link()->menu(Menu::Up, Pressed);
 }
 
 void RVX_3410_Middle_widget::on_btnreleased_MenuUp()
 {
     setKeySheet(m_btnMenuUp, KeySheet::text(S4::MenuUpOff));
-    link()->SendCMDMenu(MenuUp, Released);
+    link()->menu(Menu::Up, Released);
 }
 
 void RVX_3410_Middle_widget::on_btnpressed_Menu()
 {
     setKeySheet(m_btnMenu, KeySheet::text(S4::MenuOn));
-    link()->SendCMDMenu(MenuEnter, Pressed);
+    link()->menu(Menu::Enter, Pressed);
 }
 
 void RVX_3410_Middle_widget::on_btnreleased_Menu()
@@ -80,11 +77,11 @@ void RVX_3410_Middle_widget::on_btnreleased_Menu()
 void RVX_3410_Middle_widget::on_btnpressed_MenuDown()
 {
     setKeySheet(m_btnMenuDown, KeySheet::text(S4::MenuDownOn));
-    link()->SendCMDMenu(MenuDown, Pressed);
+    link()->menu(Menu::Down, Pressed);
 }
 
 void RVX_3410_Middle_widget::on_btnreleased_MenuDown()
 {
     setKeySheet(m_btnMenuDown, KeySheet::text(S4::MenuDownOff));
-    link()->SendCMDMenu(MenuDown, Released);
+    link()->menu(Menu::Down, Released);
 }

@@ -3,7 +3,7 @@
 #include "RVX3210/middle_widget.h"
 
 class QPushButton;
-class RVX3210_workdata;
+class UnitControl;
 
 // Middle row of the RVX3410 panel. Audio, transitions, PIP and STILL behave as on the
 // RVX3210 (Middle_widget); the RVX3410 adds the keys of the unit's on-screen menu, and its
@@ -12,7 +12,7 @@ class RVX_3410_Middle_widget : public Middle_widget
 {
     Q_OBJECT
 public:
-    RVX_3410_Middle_widget(QWidget *parent, RVX3210_workdata *link);
+    RVX_3410_Middle_widget(QWidget *parent, UnitControl *link);
 
     QPushButton *btnMenuUp() const { return m_btnMenuUp; }
     QPushButton *btnMenu() const { return m_btnMenu; }

@@ -1,6 +1,6 @@
 #include "rvx_3410_upper_widget.h"
 
-#include "SwitcherData/rvx3210_workdata.h"
+#include "SwitcherData/unitcontrol.h"
 #include "rvx3410styles.h"
 
 #include <QGridLayout>
@@ -24,7 +24,7 @@ enum RecordingState : uint8_t
 
 } // namespace
 
-RVX_3410_Upper_Widget::RVX_3410_Upper_Widget(QWidget *parent, RVX3210_workdata *link)
+RVX_3410_Upper_Widget::RVX_3410_Upper_Widget(QWidget *parent, UnitControl *link)
     : Upper_Widget(parent, link, KeysOnly{})
 {
     m_btnF4 = makeLampKey(S4::F4On, S4::F4Off);
@@ -88,12 +88,12 @@ void RVX_3410_Upper_Widget::layOutRow()
 void RVX_3410_Upper_Widget::on_btnclicked_F4()
 {
     if (m_btnF4->toggle()) {
-        link()->SendCMDREC(1);
+        link()->rec(true);
         return;
     }
     // Stopping the recording ends a pause as well.
     m_btnF5->setLit(false);
-    link()->SendCMDREC(0);
+    link()->rec(false);
 }
 
 void RVX_3410_Upper_Widget::on_btnclicked_F5()
@@ -101,18 +101,18 @@ void RVX_3410_Upper_Widget::on_btnclicked_F5()
     if (!m_btnF4->isLit())
         return;
     m_btnF5->toggle();
-    link()->SendCMDPAUSE();
+    link()->pause();
 }
 
 void RVX_3410_Upper_Widget::on_btnclicked_F6()
 {
-    link()->SendCMDSTREAM(m_btnF6->toggle() ? 1 : 0);
+    link()->stream(m_btnF6->toggle());
 }
 
 void RVX_3410_Upper_Widget::on_btnclicked_F8()
 {
     m_btnF8->toggle();
-    link()->SendCMDROTATE();
+    link()->rotate();
 }
 
 void RVX_3410_Upper_Widget::on_btnclicked_Read3210data()
@@ -129,7 +129,7 @@ void RVX_3410_Upper_Widget::on_timerour_REC()
 
 void RVX_3410_Upper_Widget::on_timerour_DS()
 {
-    link()->SendCMDRead3210state();
+    link()->readState();
 }
 
 void RVX_3410_Upper_Widget::set_Style_btnF4(int recording)

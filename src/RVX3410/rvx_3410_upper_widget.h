@@ -7,7 +7,7 @@
 class QLabel;
 class QPushButton;
 class QTimer;
-class RVX3210_workdata;
+class UnitControl;
 
 // Top row of the RVX3410 panel. FTB, F1 (output format), F2, F3 (MUTE), F7 and the
 // read-state and return keys behave as on the RVX3210 (Upper_Widget); what the RVX3410 adds
@@ -17,7 +17,7 @@ class RVX_3410_Upper_Widget : public Upper_Widget
 {
     Q_OBJECT
 public:
-    RVX_3410_Upper_Widget(QWidget *parent, RVX3210_workdata *link);
+    RVX_3410_Upper_Widget(QWidget *parent, UnitControl *link);
 
     // The unit's recording state (0-3), streaming and rotation, as its state reports them.
     void set_Style_btnF4(int recording);

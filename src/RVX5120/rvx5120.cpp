@@ -16,6 +16,7 @@ RVX5120::RVX5120(QWidget *parent)
     setStyleSheet(QString::fromLatin1(Rvx5120Styles::Window));
     // Its own link, told of no unit: nothing this panel does reaches the network.
     m_link = new RVX5ALL_workdata(this);
+    m_link->setFamily(Family::Rvx5120);
     ui->g_upper->setStyleSheet(QString::fromLatin1(Rvx5120Styles::UpperBox));
     ui->g_audio->setStyleSheet(QString::fromLatin1(Rvx5120Styles::AudioBox));
     ui->g_video->setStyleSheet(QString::fromLatin1(Rvx5120Styles::VideoBox));

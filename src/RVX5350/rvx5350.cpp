@@ -1,19 +1,10 @@
 #include "rvx5350.h"
 
-#include "RVX8000/audiochannels.h"
-#include "RVX8000/audiomodekey.h"
-#include "RVX8000/frontpanel8000.h"
-#include "RVX8000/insetkeys.h"
-#include "RVX8000/keyblink.h"
-#include "RVX8000/lampkeys.h"
 #include "RVX8000/panelsetup8000.h"
 #include "RVX8000/pipgro.h"
-#include "RVX8000/report8000.h"
 #include "RVX8000/set.h"
 #include "SwitcherData/protocol.h"
-#include "SwitcherData/rvx5all_workdata.h"
 #include "common/delay.h"
-#include "common/keysheet.h"
 #include "rvx5350styles.h"
 #include "ui_rvx5350.h"
 
@@ -27,25 +18,20 @@ using namespace Protocol;
 namespace {
 
 constexpr int KeyWaitMs = 200;
-constexpr int ReadWaitMs = 400;
 // SET starts the strip's clock and shows the strip a second later, when the first tick is due.
 constexpr int SetOpenMs = 1000;
 constexpr int RateCount = 3;
 
 } // namespace
 
-RVX5350::RVX5350(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::RVX5350>())
+RVX5350::RVX5350(QWidget *parent)
+    : Panel8000<QWidget>(parent, Family::Rvx5350), ui(std::make_unique<Ui::RVX5350>())
 {
     ui->setupUi(this);
     PanelSetup8000::dressWindow(this, S::WindowTitle, S::Window, true);
-    m_link = new RVX5ALL_workdata(this);
-    // Its wipe and audio source codes are its own.
-    m_link->setFamily(Family::Rvx5350);
 
-    ui->pip_area->setStyleSheet(QString::fromLatin1(S::PreviewArea));
-    m_pipBox = new PIPGro5350(m_link, ui->pip_area);
-    m_pipBox->setStyleSheet(QString::fromLatin1(S::PreviewBox));
-    m_set = new Set(ui->sub_area, m_link);
+    m_pipBox = PanelSetup8000::previewBox<PIPGro5350>(ui->pip_area, link());
+    m_set = new Set(ui->sub_area, link());
     PanelSetup8000::placeSub(m_set, S::SetName, S::SetTitle, QSize(300, 268));
 
     PanelSetup8000::style({ui->label_title, ui->label_version, ui->label_ch1, ui->label_ch2, ui->label_vol1,
@@ -55,42 +41,19 @@ RVX5350::RVX5350(QWidget *parent) : QWidget(parent), ui(std::make_unique<Ui::RVX
     PanelSetup8000::style({ui->g_upper, ui->g_transition, ui->g_right, ui->g_fader}, S::GroupBox);
 
     ui->slider_video->setStyleSheet(QString::fromLatin1(S::Tbar));
-    initUpper();
-    initRight();
+    initKeys();
 
-    connect(m_link, &RVX5ALL_workdata::stateReported, this, &RVX5350::showUnitState);
-    connect(m_link, &RVX5ALL_workdata::on_signals_5370Data, m_set, &Set::on_toRead_5370SMDtat);
     connect(m_set, &Set::setPIPSZ_Style, this, &RVX5350::setPIPSZ_Style);
 }
 
 RVX5350::~RVX5350() = default;
 
-void RVX5350::initUpper()
-{
-    LampKeys::wire(this, {{ui->btn_ds, &RVX5350::on_btn_ds_clicked},
-                          {ui->btn_ch1, &RVX5350::on_btn_ch1_clicked},
-                          {ui->btn_mute, &RVX5350::on_btn_mute_clicked},
-                          {ui->btn_ch2, &RVX5350::on_btn_ch2_clicked}});
-    ui->btn_mute->setSheets(KeySheet::GradientRed, KeySheet::GradientOff);
-    connect(ui->slider_ch1, &QSlider::valueChanged, this, &RVX5350::set_audio_vol);
-    connect(ui->slider_ch2, &QSlider::valueChanged, this, &RVX5350::set_audio_vol);
-    m_audioMode = new AudioModeKey(ui->btn_afv, ui->btn_ch1, ui->btn_ch2, m_link, this);
-    m_audio = new AudioChannels(this, m_link, {ui->btn_ch1, ui->label_ch1, ui->slider_ch1, ui->label_vol1},
-                                {ui->btn_ch2, ui->label_ch2, ui->slider_ch2, ui->label_vol2},
-                                AudioChannels::list5350());
-}
-
-void RVX5350::initRight()
+void RVX5350::initKeys()
 {
     LampKeys::wire(this, {{ui->btn_reso, &RVX5350::on_btn_reso_clicked},
                           {ui->btn_rate, &RVX5350::on_btn_rate_clicked},
-                          {ui->btn_rec, &RVX5350::on_btn_rec_clicked},
                           {ui->btn_micvol, &RVX5350::on_btn_micvol_clicked},
-                          {ui->btn_still, &RVX5350::on_btn_still_clicked},
-                          {ui->btn_set, &RVX5350::on_btn_set_clicked},
-                          {ui->btn_rtmp, &RVX5350::on_btn_rtmp_clicked}});
-    LampKeys::toggles({ui->btn_rec, ui->btn_still, ui->btn_rtmp}, KeySheet::GradientRed);
-    m_stillBlink = new KeyBlink(ui->btn_still);
+                          {ui->btn_set, &RVX5350::on_btn_set_clicked}});
 
     m_inputs = FrontPanel8000::inputRow(this, {ui->btn_in1, ui->btn_in2});
     connect(m_inputs, &QButtonGroup::idClicked, this, &RVX5350::setInput);
@@ -99,40 +62,35 @@ void RVX5350::initRight()
     for (QToolButton *key : {ui->btn_in1, ui->btn_in2})
         setKeySheet(key, QString::fromLatin1(KeySheet::GradientOff));
 
-    FrontPanel8000::Keys keys8000;
-    keys8000.autoKey = ui->btn_auto;
-    keys8000.fader = ui->slider_video;
-    keys8000.transitions = FrontPanel8000::transitionRow(this, ui->btn_mix_t, ui->btn_fade, ui->btn_wipe);
-    FrontPanel8000::Hooks hooks;
-    hooks.buses = [this] { in1_in2_style(); };
+    Keys keys;
+    keys.front.autoKey = ui->btn_auto;
+    keys.front.fader = ui->slider_video;
+    keys.front.transitions = FrontPanel8000::transitionRow(this, ui->btn_mix_t, ui->btn_fade, ui->btn_wipe);
+    keys.hooks.buses = [this] { in1_in2_style(); };
     // One bus: a digit puts that input on air, with or without Shift.
-    hooks.digitRow = m_inputs;
-    hooks.shiftDigitRow = m_inputs;
-    m_front = new FrontPanel8000(this, m_link, keys8000, hooks);
-
+    keys.hooks.digitRow = m_inputs;
+    keys.hooks.shiftDigitRow = m_inputs;
     // PIP and POP end each other.
-    m_insets = new InsetKeys(ui->btn_pip, nullptr, ui->btn_pop, InsetKeys::Pop::Exclusive, m_link, this);
-    connect(m_insets, &InsetKeys::overlayChanged, m_front, &FrontPanel8000::setOverlay);
+    keys.pip = ui->btn_pip;
+    keys.pop = ui->btn_pop;
+    keys.afv = ui->btn_afv;
+    keys.ch1 = {ui->btn_ch1, ui->label_ch1, ui->slider_ch1, ui->label_vol1};
+    keys.ch2 = {ui->btn_ch2, ui->label_ch2, ui->slider_ch2, ui->label_vol2};
+    keys.sources = AudioChannels::list5350();
+    keys.ds = ui->btn_ds;
+    keys.mute = ui->btn_mute;
+    keys.rec = ui->btn_rec;
+    keys.stream = ui->btn_rtmp;
+    keys.still = ui->btn_still;
+    keys.stillBlinks = true;
+    initFrame(keys);
     // SET's PIP size key works only while there is a PIP to size.
-    connect(m_insets, &InsetKeys::pipChanged, m_set, &Set::setPIP_size_unlock_falg_slots);
+    connect(insets(), &InsetKeys::pipChanged, m_set, &Set::setPIP_size_unlock_falg_slots);
 }
 
-void RVX5350::DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5)
+void RVX5350::unitBound(const UnitAddress &unit)
 {
-    bindUnit(UnitAddress::fromText(ip, b4, b5), UnitAddress::fromText(hisIp, h4, h5));
-}
-
-void RVX5350::bindUnit(const UnitAddress &unit, const UnitAddress &his)
-{
-    m_link->bindBoards(unit, his);
-    m_pipBox->bindUnit(unit, his);
     m_set->getDevIP(unit.text());
-    m_link->SendCMDRead3210state();
-}
-
-bool RVX5350::stillBlinking() const
-{
-    return m_stillBlink->isActive();
 }
 
 void RVX5350::showInput(int input)
@@ -150,39 +108,13 @@ void RVX5350::showInput(int input)
 void RVX5350::setInput(int input)
 {
     showInput(input);
-    m_link->SendCDMPGMCH(uint8_t(input));
+    link()->programme(input);
 }
 
 void RVX5350::in1_in2_style()
 {
     if (m_onAir)
         showInput(3 - m_onAir);
-}
-
-void RVX5350::on_btn_ds_clicked()
-{
-    LampKeys::flash(this, ui->btn_ds, ReadWaitMs, [this] { m_link->SendCMDRead3210state(); });
-}
-
-void RVX5350::on_btn_mute_clicked()
-{
-    ui->btn_mute->toggle();
-    m_link->SendCMDF3();
-}
-
-void RVX5350::on_btn_ch1_clicked()
-{
-    m_audio->press(0);
-}
-
-void RVX5350::on_btn_ch2_clicked()
-{
-    m_audio->press(1);
-}
-
-void RVX5350::set_audio_vol()
-{
-    m_audio->sendLevels();
 }
 
 void RVX5350::setResolution(int index)
@@ -195,7 +127,7 @@ void RVX5350::on_btn_reso_clicked()
 {
     LampKeys::flash(this, ui->btn_reso, KeyWaitMs, [this] {
         setResolution((m_resolution + 1) % OutputFormatCount);
-        m_link->SendCMDF1(m_resolution);
+        link()->format(m_resolution);
     });
 }
 
@@ -203,36 +135,21 @@ void RVX5350::setRate(int rate)
 {
     m_rate = rate;
     ui->label_rate->setText(QString::fromLatin1(S::RateTexts[rate]));
-    m_front->setRate(uint8_t(rate));
+    front()->setRate(uint8_t(rate));
 }
 
 void RVX5350::on_btn_rate_clicked()
 {
     LampKeys::flash(this, ui->btn_rate, KeyWaitMs, [this] {
         setRate((m_rate + 1) % RateCount);
-        m_link->SendCMDRATE(uint8_t(m_rate));
+        // The key counts from 0, the rate keys of UnitControl from 1.
+        link()->rate(m_rate + 1);
     });
-}
-
-void RVX5350::on_btn_rec_clicked()
-{
-    m_link->SendCMDREC(ui->btn_rec->toggle() ? 1 : 0);
-}
-
-void RVX5350::on_btn_rtmp_clicked()
-{
-    m_link->SendCMDSTREAM(ui->btn_rtmp->toggle() ? 1 : 0);
 }
 
 void RVX5350::on_btn_micvol_clicked()
 {
     LampKeys::flash(this, ui->btn_micvol, KeyWaitMs, nullptr);
-}
-
-void RVX5350::on_btn_still_clicked()
-{
-    m_stillBlink->toggle();
-    m_link->SendCMDSTILL();
 }
 
 void RVX5350::on_btn_set_clicked()
@@ -261,14 +178,16 @@ void RVX5350::setPIPSZ_Style(int size)
 
 void RVX5350::m_on_toRead_5370Dtat(const QByteArray &data)
 {
-    showUnitState(UnitState::decode(m_link->stateLayout(), data));
+    showUnitState(UnitState::decode(link()->stateLayout(), data));
 }
 
 void RVX5350::showUnitState(const UnitState &s)
 {
     if (s.has(UnitState::Pgm))
         showInput(s.pgm());
-    showSharedReport(s, m_front, m_audioMode, m_audio, m_insets);
+    showSharedState(s);
+    if (s.has(UnitState::Serial))
+        m_set->on_toRead_5370SMDtat(s.serial());
     if (s.has(UnitState::PipSize)) {
         const int size = s.pipSize();
         setPIPSZ_Style(size);
@@ -276,10 +195,6 @@ void RVX5350::showUnitState(const UnitState &s)
     }
     if (s.has(UnitState::PipV))
         m_pipBox->set_H_Vposition_Style(s.pipH(), s.pipV());
-    if (s.has(UnitState::Still))
-        m_stillBlink->showReported(s.still());
-    if (s.has(UnitState::Mute))
-        ui->btn_mute->setLit(s.mute());
     if (s.has(UnitState::Rate) && s.rate() < RateCount)
         setRate(s.rate());
     if (s.has(UnitState::Format)) {

@@ -1,7 +1,7 @@
 #include "audiochannels.h"
 
 #include "SwitcherData/protocol.h"
-#include "SwitcherData/rvx5all_workdata.h"
+#include "SwitcherData/unitcontrol.h"
 #include "SwitcherData/unitstate.h"
 #include "lampkeys.h"
 
@@ -16,12 +16,6 @@ AudioChannels::Sources AudioChannels::mainList(double levelScale)
     Sources sources;
     sources.count = AudioSourceCount;
     sources.name = [](int index) { return QString::fromLatin1(AudioSources[index].name); };
-    sources.send = [](RVX5ALL_workdata *link, int channel, int index) {
-        if (channel == 0)
-            link->SendCMDCH1(index);
-        else
-            link->SendCMDCH2(index);
-    };
     sources.levelScale = levelScale;
     return sources;
 }
@@ -31,18 +25,11 @@ AudioChannels::Sources AudioChannels::list5350()
     Sources sources;
     sources.count = AudioSource5350Count;
     sources.name = [](int index) { return QString::fromLatin1(AudioSources5350[index].name); };
-    sources.send = [](RVX5ALL_workdata *link, int channel, int index) {
-        if (channel == 0)
-            link->SendCMDCH1_for5350(index);
-        else
-            link->SendCMDCH2_for5350(index);
-    };
     sources.levelScale = 1.27;
     return sources;
 }
 
-AudioChannels::AudioChannels(QWidget *panel, RVX5ALL_workdata *link, Channel ch1, Channel ch2,
-                             Sources sources)
+AudioChannels::AudioChannels(QWidget *panel, UnitControl *link, Channel ch1, Channel ch2, Sources sources)
     : QObject(panel), m_panel(panel), m_link(link), m_channels{ch1, ch2}, m_sources(std::move(sources))
 {
     show(0, 0);
@@ -59,7 +46,7 @@ void AudioChannels::press(int channel)
 {
     LampKeys::flash(m_panel, m_channels[channel].key, KeyWaitMs, [this, channel] {
         show(channel, (m_source[channel] + 1) % m_sources.count);
-        m_sources.send(m_link, channel, m_source[channel]);
+        m_link->source(channel + 1, m_source[channel]);
     });
 }
 
@@ -75,8 +62,8 @@ void AudioChannels::sendLevels()
 {
     showLevels();
     const double scale = m_sources.levelScale;
-    m_link->SendCMDLeftSliderVOL(uint8_t(m_channels[0].level->value() * scale),
-                                 uint8_t(m_channels[1].level->value() * scale), 0, 100);
+    m_link->levels(int(m_channels[0].level->value() * scale), int(m_channels[1].level->value() * scale), 0,
+                   100);
 }
 
 void AudioChannels::showReport(const UnitState &s)

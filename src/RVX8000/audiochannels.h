@@ -9,7 +9,7 @@ class QLabel;
 class QPushButton;
 class QSlider;
 class QWidget;
-class RVX5ALL_workdata;
+class UnitControl;
 class UnitState;
 
 // CH1 and CH2 on the 8000-series panels: a channel's key steps its source round the unit's
@@ -27,24 +27,24 @@ public:
         // Where a panel writes the level out as a number; null elsewhere.
         QLabel *levelText = nullptr;
     };
-    // Where the units differ: their source lists, their source commands and level range.
+    // Where the units differ: their source lists and level range. A source goes to the unit
+    // as its list position, which the unit's family turns into its code.
     struct Sources
     {
         int count = 0;
         std::function<QString(int index)> name;
-        std::function<void(RVX5ALL_workdata *link, int channel, int index)> send;
         // The unit's level for slider value 1.
         double levelScale = 1.0;
     };
 
     static constexpr int KeyWaitMs = 200;
 
-    // The source list most of the family shares, sent by the plain CH1/CH2 commands.
+    // The source list most of the family shares.
     static Sources mainList(double levelScale);
-    // The RVX5350's own list and commands; its levels run to 127 against sliders to 100.
+    // The RVX5350's own list; its levels run to 127 against sliders to 100.
     static Sources list5350();
 
-    AudioChannels(QWidget *panel, RVX5ALL_workdata *link, Channel ch1, Channel ch2, Sources sources);
+    AudioChannels(QWidget *panel, UnitControl *link, Channel ch1, Channel ch2, Sources sources);
 
     // Steps channel 0 (CH1) or 1 (CH2) to its next source.
     void press(int channel);
@@ -59,7 +59,7 @@ private:
     void showLevels();
 
     QWidget *m_panel;
-    RVX5ALL_workdata *m_link;
+    UnitControl *m_link;
     Channel m_channels[2];
     Sources m_sources;
     int m_source[2] = {0, 0};

@@ -1,11 +1,11 @@
 #include "audiomodekey.h"
 
-#include "SwitcherData/rvx5all_workdata.h"
+#include "SwitcherData/unitcontrol.h"
 #include "common/keysheet.h"
 
 #include <QPushButton>
 
-AudioModeKey::AudioModeKey(QPushButton *key, QPushButton *ch1, QPushButton *ch2, RVX5ALL_workdata *link,
+AudioModeKey::AudioModeKey(QPushButton *key, QPushButton *ch1, QPushButton *ch2, UnitControl *link,
                            QObject *parent)
     : QObject(parent), m_key(key), m_ch1(ch1), m_ch2(ch2), m_link(link)
 {
@@ -14,7 +14,7 @@ AudioModeKey::AudioModeKey(QPushButton *key, QPushButton *ch1, QPushButton *ch2,
 }
 
 AudioModeKey::AudioModeKey(QPushButton *afv, QPushButton *mix, QPushButton *ch1, QPushButton *ch2,
-                           RVX5ALL_workdata *link, QObject *parent)
+                           UnitControl *link, QObject *parent)
     : QObject(parent), m_key(afv), m_mixKey(mix), m_ch1(ch1), m_ch2(ch2), m_link(link)
 {
     connect(m_key, &QPushButton::clicked, this, [this] { choose(Afv); });
@@ -46,8 +46,5 @@ void AudioModeKey::press()
 void AudioModeKey::choose(uint8_t mode)
 {
     show(mode);
-    if (mode == Afv)
-        m_link->SendCMDAFV();
-    else
-        m_link->SendCMDMIX();
+    m_link->audioMode(mode == Mix);
 }

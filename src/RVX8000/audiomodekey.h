@@ -4,7 +4,7 @@
 #include <cstdint>
 
 class QPushButton;
-class RVX5ALL_workdata;
+class UnitControl;
 
 // The audio mode keys of the 8000-series panels: AFV (the audio follows the video, so the
 // CH1/CH2 source keys are disabled) or MIX (the sources are picked by hand). The RVX5370 and
@@ -17,10 +17,9 @@ public:
     static constexpr uint8_t Afv = 0;
     static constexpr uint8_t Mix = 1;
 
-    AudioModeKey(QPushButton *key, QPushButton *ch1, QPushButton *ch2, RVX5ALL_workdata *link,
+    AudioModeKey(QPushButton *key, QPushButton *ch1, QPushButton *ch2, UnitControl *link, QObject *parent);
+    AudioModeKey(QPushButton *afv, QPushButton *mix, QPushButton *ch1, QPushButton *ch2, UnitControl *link,
                  QObject *parent);
-    AudioModeKey(QPushButton *afv, QPushButton *mix, QPushButton *ch1, QPushButton *ch2,
-                 RVX5ALL_workdata *link, QObject *parent);
 
     // The unit's mode byte; other values change nothing. Nothing is sent.
     void show(uint8_t mode);
@@ -35,6 +34,6 @@ private:
     QPushButton *m_mixKey = nullptr;
     QPushButton *m_ch1;
     QPushButton *m_ch2;
-    RVX5ALL_workdata *m_link;
+    UnitControl *m_link;
     bool m_mix = true;
 };

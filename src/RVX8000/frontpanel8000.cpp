@@ -1,6 +1,6 @@
 #include "frontpanel8000.h"
 
-#include "SwitcherData/rvx5all_workdata.h"
+#include "SwitcherData/unitcontrol.h"
 #include "SwitcherData/unitstate.h"
 #include "common/delay.h"
 #include "common/keysheet.h"
@@ -36,7 +36,7 @@ QList<QAbstractButton *> numberedKeys(const QButtonGroup *row)
 
 } // namespace
 
-FrontPanel8000::FrontPanel8000(QWidget *panel, RVX5ALL_workdata *link, Keys keys, Hooks hooks)
+FrontPanel8000::FrontPanel8000(QWidget *panel, UnitControl *link, Keys keys, Hooks hooks)
     : QObject(panel), m_panel(panel), m_link(link), m_keys(keys), m_hooks(std::move(hooks))
 {
     if (!m_hooks.buses)
@@ -48,12 +48,12 @@ FrontPanel8000::FrontPanel8000(QWidget *panel, RVX5ALL_workdata *link, Keys keys
     if (m_keys.pgm)
         connect(m_keys.pgm, &QButtonGroup::idClicked, this, [this](int id) {
             set_PGMCH_Style(uint8_t(id));
-            m_link->SendCDMPGMCH(uint8_t(id));
+            m_link->programme(id);
         });
     if (m_keys.pvw)
         connect(m_keys.pvw, &QButtonGroup::idClicked, this, [this](int id) {
             set_PVWCH_Style(uint8_t(id));
-            m_link->SendCMDPVWCH(uint8_t(id));
+            m_link->preview(id);
         });
     if (m_keys.cut)
         connect(m_keys.cut, &QPushButton::clicked, this, &FrontPanel8000::on_btn_cut_clicked);
@@ -64,9 +64,7 @@ FrontPanel8000::FrontPanel8000(QWidget *panel, RVX5ALL_workdata *link, Keys keys
     if (m_keys.fader) {
         m_keys.fader->setRange(0, FaderTop);
         TbarSequencer::Hooks strokes;
-        strokes.send = [this](uint8_t direction, uint8_t distance) {
-            m_link->SwndCMDslider(direction, distance);
-        };
+        strokes.send = [this](uint8_t direction, uint8_t distance) { m_link->fader(direction, distance); };
         strokes.swapBuses = [this] { m_hooks.buses(); };
         strokes.autoLamp = [this](bool lit) { autoLamp(lit); };
         m_tbar = new TbarSequencer(this, m_keys.fader, strokes);
@@ -169,7 +167,7 @@ void FrontPanel8000::setRate(uint8_t rate)
 void FrontPanel8000::on_btn_cut_clicked()
 {
     cutLamp(true);
-    m_link->SendCMDCUT();
+    m_link->cut();
     if (!m_overlay)
         m_hooks.buses();
     m_cutTimer->start(CutLampMs);
@@ -182,7 +180,7 @@ void FrontPanel8000::on_btn_auto_clicked()
     if (m_autoRunning || (fader && fader->value() > fader->minimum() && fader->value() < FaderTop))
         return;
     autoLamp(true);
-    m_link->SendCMDAUTO();
+    m_link->autoTransition();
     m_autoRunning = true;
     const QPointer<FrontPanel8000> alive(this);
     btnAuto_and_slider();
@@ -253,7 +251,7 @@ void FrontPanel8000::btnGrp_clicked(int id)
     if (id == Wipe && m_wipeShown)
         m_wipeIndex = (m_wipeIndex + 1) % WipeSteps;
     showTransition(uint8_t(id));
-    m_link->SendCMDTRANSITIONS(id == Wipe ? WipeTypes[m_wipeIndex] : uint8_t(id));
+    m_link->transition(UnitControl::Effect(id == Wipe ? WipeTypes[m_wipeIndex] : id));
 }
 
 void FrontPanel8000::showTransition(uint8_t type)

@@ -12,7 +12,7 @@ class QButtonGroup;
 class QPushButton;
 class QSlider;
 class QTimer;
-class RVX5ALL_workdata;
+class UnitControl;
 class TbarSequencer;
 class UnitState;
 
@@ -60,7 +60,7 @@ public:
                                        QAbstractButton *wipe);
 
     // Wires the keys' clicks and gives `panel` its keyboard; the panel owns this object.
-    FrontPanel8000(QWidget *panel, RVX5ALL_workdata *link, Keys keys, Hooks hooks);
+    FrontPanel8000(QWidget *panel, UnitControl *link, Keys keys, Hooks hooks);
 
     // Lamps, also from the unit's state. Any value is stored; only a key's id lights it.
     void set_PGMCH_Style(uint8_t ch);
@@ -103,7 +103,7 @@ private:
     void btnAuto_and_slider();
 
     QWidget *m_panel;
-    RVX5ALL_workdata *m_link;
+    UnitControl *m_link;
     Keys m_keys;
     Hooks m_hooks;
     TbarSequencer *m_tbar = nullptr;

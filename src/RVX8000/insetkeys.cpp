@@ -1,10 +1,10 @@
 #include "insetkeys.h"
 
-#include "SwitcherData/rvx5all_workdata.h"
+#include "SwitcherData/unitcontrol.h"
 #include "common/keysheet.h"
 #include "common/lampkey.h"
 
-InsetKeys::InsetKeys(LampKey *pip, LampKey *key, LampKey *pop, Pop popRule, RVX5ALL_workdata *link,
+InsetKeys::InsetKeys(LampKey *pip, LampKey *key, LampKey *pop, Pop popRule, UnitControl *link,
                      QObject *parent)
     : QObject(parent), m_pip(pip), m_key(key), m_pop(pop), m_popRule(popRule), m_link(link)
 {
@@ -44,9 +44,9 @@ void InsetKeys::press(LampKey *pressed)
     const bool on = pressed->toggle();
     settle(pressed, on);
     if (pressed == m_pip)
-        m_link->SendCMDPIP(on ? 1 : 0);
+        m_link->pip(on);
     else if (pressed == m_pop)
-        m_link->SendCMDPOP(on ? 1 : 0);
+        m_link->pop(on);
 }
 
 void InsetKeys::showPip(bool on)

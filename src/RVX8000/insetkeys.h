@@ -3,7 +3,7 @@
 #include <QObject>
 
 class LampKey;
-class RVX5ALL_workdata;
+class UnitControl;
 
 // The inset keys of the 8000-series panels: PIP, KEY (not on the RVX5350) and POP (F2 on the
 // RVX5310). A press flips its own key, lit green while on, and puts out the other keys' lamps;
@@ -21,7 +21,7 @@ public:
     };
 
     // `key` may be null.
-    InsetKeys(LampKey *pip, LampKey *key, LampKey *pop, Pop popRule, RVX5ALL_workdata *link, QObject *parent);
+    InsetKeys(LampKey *pip, LampKey *key, LampKey *pop, Pop popRule, UnitControl *link, QObject *parent);
 
     // Set while an inset covers the picture: the state of the key pressed last.
     bool overlay() const { return m_overlay; }
@@ -42,6 +42,6 @@ private:
     LampKey *m_key;
     LampKey *m_pop;
     Pop m_popRule;
-    RVX5ALL_workdata *m_link;
+    UnitControl *m_link;
     bool m_overlay = false;
 };

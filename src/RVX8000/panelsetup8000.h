@@ -1,5 +1,7 @@
 #pragma once
 
+#include "styles8000.h"
+
 #include <QSize>
 #include <QString>
 #include <QWidget>
@@ -32,6 +34,15 @@ inline void placeSub(QWidget *sub, const char *name, const char *title, QSize si
     sub->setWindowTitle(QString::fromLatin1(title));
     sub->setFixedSize(size);
     sub->hide();
+}
+
+// The PIP preview: a box of kind `Box` in the area that stands for the output picture.
+template <class Box, class Link> Box *previewBox(QWidget *area, Link *link)
+{
+    area->setStyleSheet(QString::fromLatin1(Styles8000::PreviewArea));
+    auto *box = new Box(link, area);
+    box->setStyleSheet(QString::fromLatin1(Styles8000::PreviewBox));
+    return box;
 }
 
 } // namespace PanelSetup8000

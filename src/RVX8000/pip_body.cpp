@@ -1,7 +1,5 @@
 #include "pip_body.h"
 
-#include "SwitcherData/rvx5all_workdata.h"
-
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -19,8 +17,8 @@ constexpr char Fields[] = "QComboBox,QSpinBox{background-color:rgb(220,220,224);
 
 } // namespace
 
-PIP_Body::PIP_Body(QWidget *parent, RVX5ALL_workdata *model)
-    : PipSettingsPane(parent, PipCommands::of(model), Echo::Quiet, Position::NeedsSize)
+PIP_Body::PIP_Body(QWidget *parent, UnitControl *model)
+    : PipSettingsPane(parent, model, Echo::Quiet, Position::NeedsSize)
 {
     setWindowTitle(QString::fromLatin1(Title));
     setStyleSheet(QString::fromLatin1(Fields));

@@ -2,7 +2,7 @@
 
 #include "common/pipsettingspane.h"
 
-class RVX5ALL_workdata;
+class UnitControl;
 
 // The RVX5310's PIP settings block, shown while PIP is on: size, positions and border, each
 // change sent at once. A position waits for a size ("please choose Size"); what the unit
@@ -11,7 +11,7 @@ class PIP_Body : public PipSettingsPane
 {
     Q_OBJECT
 public:
-    PIP_Body(QWidget *parent, RVX5ALL_workdata *model);
+    PIP_Body(QWidget *parent, UnitControl *model);
 
     // The unit's border colour and width are taken as they come, not checked as the RVX3210's
     // are: a colour no item has leaves the list without a choice, and the spin box holds a

@@ -1,7 +1,7 @@
 #include "pipgro.h"
 
 #include "SwitcherData/protocol.h"
-#include "SwitcherData/rvx5all_workdata.h"
+#include "SwitcherData/unitlink.h"
 
 #include <QMouseEvent>
 #include <cmath>
@@ -43,17 +43,12 @@ const PIPGro::Geometry PIPGro::Geometry5350 = {
     }},
     "QToolButton{border:2px solid red;}"};
 
-PIPGro::PIPGro(RVX5ALL_workdata *model, QWidget *parent) : PIPGro(Geometry5370, model, parent) {}
+PIPGro::PIPGro(UnitLink *model, QWidget *parent) : PIPGro(Geometry5370, model, parent) {}
 
-PIPGro::PIPGro(const Geometry &geometry, RVX5ALL_workdata *model, QWidget *parent)
+PIPGro::PIPGro(const Geometry &geometry, UnitLink *model, QWidget *parent)
     : QToolButton(parent), m_geometry(geometry), m_link(model)
 {
     resize(row().box);
-}
-
-void PIPGro::DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5)
-{
-    bindUnit(UnitAddress::fromText(ip, b4, b5), UnitAddress::fromText(hisIp, h4, h5));
 }
 
 void PIPGro::bindUnit(const UnitAddress &unit, const UnitAddress &his)
@@ -111,8 +106,8 @@ void PIPGro::mouseMoveEvent(QMouseEvent *event)
         return;
     // Every move sends both, even when the box stands at a limit and nothing changed.
     const SizeRow &r = row();
-    m_link->SendCMDPIP_H_Position(uint16_t(truncated(at.x() * r.hFactor / r.hDivisor)));
-    m_link->SendCMDPIP_V_Position(uint16_t(truncated(at.y() * r.vFactor / r.vDivisor)));
+    m_link->pipPosition(true, truncated(at.x() * r.hFactor / r.hDivisor));
+    m_link->pipPosition(false, truncated(at.y() * r.vFactor / r.vDivisor));
 }
 
 void PIPGro::mouseReleaseEvent(QMouseEvent *event)
@@ -126,4 +121,4 @@ void PIPGro::mouseReleaseEvent(QMouseEvent *event)
         setStyleSheet(m_restStyle);
 }
 
-PIPGro5350::PIPGro5350(RVX5ALL_workdata *model, QWidget *parent) : PIPGro(Geometry5350, model, parent) {}
+PIPGro5350::PIPGro5350(UnitLink *model, QWidget *parent) : PIPGro(Geometry5350, model, parent) {}

@@ -2,6 +2,7 @@
 
 #include "SwitcherData/protocol.h"
 #include "SwitcherData/unitaddress.h"
+#include "common/unitbinding.h"
 
 #include <QPoint>
 #include <QSize>
@@ -9,14 +10,14 @@
 #include <QToolButton>
 #include <array>
 
-class RVX5ALL_workdata;
+class UnitLink;
 class QMouseEvent;
 
 // The PIP window of the output, drawn as a box inside a preview area that stands for the whole
 // picture. The operator drags the box; every move tells the unit the new position in its own
 // coordinates. The RVX5370 and RVX5350 panels differ only in the preview's geometry, which a
 // table of one row per PIP size carries.
-class PIPGro : public QToolButton
+class PIPGro : public QToolButton, public UnitBinding<PIPGro>
 {
     Q_OBJECT
 public:
@@ -47,11 +48,11 @@ public:
     static const Geometry Geometry5350;
 
     // The RVX5370's preview box.
-    explicit PIPGro(RVX5ALL_workdata *model, QWidget *parent = nullptr);
-    PIPGro(const Geometry &geometry, RVX5ALL_workdata *model, QWidget *parent = nullptr);
+    explicit PIPGro(UnitLink *model, QWidget *parent = nullptr);
+    PIPGro(const Geometry &geometry, UnitLink *model, QWidget *parent = nullptr);
 
-    // Passes the unit's and its HIS board's addresses to the link the box sends through.
-    void DevTypeID(QString ip, uchar b4, uchar b5, QString hisIp, uchar h4, uchar h5);
+    // Passes the unit's and its HIS board's addresses to the link the box sends through (the
+    // panel's own, bound already where the panel made it).
     void bindUnit(const UnitAddress &unit, const UnitAddress &his);
 
     int sizeIndex() const { return m_size; }
@@ -74,7 +75,7 @@ private:
     QPoint clamped(QPoint p) const;
 
     const Geometry m_geometry;
-    RVX5ALL_workdata *m_link;
+    UnitLink *m_link;
     int m_size = 0;
     bool m_dragging = false;
     QPoint m_lastGlobal;
@@ -86,7 +87,7 @@ class PIPGro5350 : public PIPGro
 {
     Q_OBJECT
 public:
-    explicit PIPGro5350(RVX5ALL_workdata *model, QWidget *parent = nullptr);
+    explicit PIPGro5350(UnitLink *model, QWidget *parent = nullptr);
 
 public slots:
     void getPIP_SIZ(int size) { setRARE_V(size); }

@@ -1,10 +1,10 @@
 #include "resobody.h"
 
 #include "SwitcherData/protocol.h"
-#include "SwitcherData/rvx5all_workdata.h"
+#include "SwitcherData/unitcontrol.h"
 #include "ui_resobody.h"
 
-Resobody::Resobody(QWidget *parent, RVX5ALL_workdata *model)
+Resobody::Resobody(QWidget *parent, UnitControl *model)
     : QWidget(parent), ui(std::make_unique<Ui::Resobody>()), m_link(model)
 {
     ui->setupUi(this);
@@ -23,8 +23,7 @@ QComboBox *Resobody::formatList() const
 
 void Resobody::coboxIndexChanged_PGMOUT(int index)
 {
-    if (index >= 0 && index < Protocol::OutputFormatCount)
-        m_link->SendCMDF1(index);
+    m_link->format(index);
 }
 
 void Resobody::setPGMState(int code)

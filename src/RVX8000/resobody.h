@@ -4,7 +4,7 @@
 #include <memory>
 
 class QComboBox;
-class RVX5ALL_workdata;
+class UnitControl;
 
 namespace Ui {
 class Resobody;
@@ -17,7 +17,7 @@ class Resobody : public QWidget
 {
     Q_OBJECT
 public:
-    Resobody(QWidget *parent, RVX5ALL_workdata *model);
+    Resobody(QWidget *parent, UnitControl *model);
     ~Resobody() override;
 
     QComboBox *formatList() const;
@@ -31,5 +31,5 @@ public slots:
 
 private:
     std::unique_ptr<Ui::Resobody> ui;
-    RVX5ALL_workdata *m_link;
+    UnitControl *m_link;
 };

@@ -5,25 +5,20 @@
 #include <QDateTime>
 #include <QTimer>
 
-Set::Set(QWidget *parent, RVX5ALL_workdata *model)
-    : QWidget(parent), ui(std::make_unique<Ui::Set>()), m_keys(this, model),
+Set::Set(QWidget *parent, UnitControl *model)
+    : KeyStrip(parent), ui(std::make_unique<Ui::Set>()), m_keys(this, model),
       m_clock(std::make_unique<QTimer>())
 {
     ui->setupUi(this);
     connect(m_clock.get(), &QTimer::timeout, this, &Set::show_current_time);
 
-    connect(ui->btn_disk, &QPushButton::clicked, this, &Set::on_btn_disk_clicked);
-    connect(ui->btn_leuel, &QPushButton::clicked, this, &Set::on_btn_leuel_clicked);
-    connect(ui->btn_rate_add, &QPushButton::clicked, this, &Set::on_btn_rate_add_clicked);
-    connect(ui->btn_rate_sub, &QPushButton::clicked, this, &Set::on_btn_rate_sub_clicked);
-    connect(ui->btn_addr_add, &QPushButton::clicked, this, &Set::on_btn_addr_add_clicked);
-    connect(ui->btn_addr_sub, &QPushButton::clicked, this, &Set::on_btn_addr_sub_clicked);
+    initStrip({ui->btn_disk, ui->btn_leuel, ui->btn_rate_add, ui->btn_rate_sub, ui->btn_addr_add,
+               ui->btn_addr_sub, ui->label_IP});
     connect(ui->btn_fan, &QPushButton::clicked, this, &Set::on_btn_fan_clicked);
     connect(ui->btn_pip_sz, &QPushButton::clicked, this, &Set::on_btn_pip_sz_clicked);
     connect(ui->btn_reset, &QPushButton::clicked, this, &Set::on_btn_reset_clicked);
 
-    SettingKeys::unlight({ui->btn_disk, ui->btn_leuel, ui->btn_rate_add, ui->btn_rate_sub, ui->btn_addr_add,
-                          ui->btn_addr_sub, ui->btn_pip_sz, ui->btn_fan, ui->btn_reset});
+    SettingKeys::unlight({ui->btn_pip_sz, ui->btn_fan, ui->btn_reset});
 }
 
 Set::~Set() = default;
@@ -41,66 +36,6 @@ void Set::on_btn_reset_clicked()
 void Set::on_btn_fan_clicked()
 {
     m_keys.flash(ui->btn_fan, SettingKeys::FanWaitMs);
-}
-
-void Set::on_btn_disk_clicked()
-{
-    m_keys.flash(ui->btn_disk);
-}
-
-void Set::on_btn_leuel_clicked()
-{
-    m_keys.flash(ui->btn_leuel);
-}
-
-void Set::on_btn_rate_add_clicked()
-{
-    m_keys.flash(ui->btn_rate_add);
-}
-
-void Set::on_btn_rate_sub_clicked()
-{
-    m_keys.flash(ui->btn_rate_sub);
-}
-
-void Set::on_btn_addr_add_clicked()
-{
-    m_keys.flash(ui->btn_addr_add);
-}
-
-void Set::on_btn_addr_sub_clicked()
-{
-    m_keys.flash(ui->btn_addr_sub);
-}
-
-void Set::my_Style_btnDisk(bool lit)
-{
-    SettingKeys::lamp(ui->btn_disk, lit);
-}
-
-void Set::my_Style_btnLeuel(bool lit)
-{
-    SettingKeys::lamp(ui->btn_leuel, lit);
-}
-
-void Set::my_Style_btnRateADD(bool lit)
-{
-    SettingKeys::lamp(ui->btn_rate_add, lit);
-}
-
-void Set::my_Style_btnRateSUB(bool lit)
-{
-    SettingKeys::lamp(ui->btn_rate_sub, lit);
-}
-
-void Set::my_Style_btnAddrADD(bool lit)
-{
-    SettingKeys::lamp(ui->btn_addr_add, lit);
-}
-
-void Set::my_Style_btnAddrSUB(bool lit)
-{
-    SettingKeys::lamp(ui->btn_addr_sub, lit);
 }
 
 void Set::on_Style_btnPip_s(bool lit)
@@ -121,11 +56,6 @@ void Set::on_Style_Reset(bool lit)
 void Set::on_toRead_5370SMDtat(const QByteArray &sn)
 {
     SettingKeys::showSerial(ui->label_SM, sn);
-}
-
-void Set::getDevIP(QString ip)
-{
-    SettingKeys::showAddress(ui->label_IP, ip);
 }
 
 void Set::setPIP_S_V(int index)

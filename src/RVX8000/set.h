@@ -1,13 +1,13 @@
 #pragma once
 
+#include "keystrip.h"
 #include "settingkeys.h"
 
 #include <QByteArray>
 #include <QString>
-#include <QWidget>
 #include <memory>
 
-class RVX5ALL_workdata;
+class UnitControl;
 class QTimer;
 
 namespace Ui {
@@ -16,38 +16,27 @@ class Set;
 
 // The RVX5350 panel's settings strip: front-panel keys that flash when pressed (PIP_SZ and
 // RESET also tell the unit), the unit's serial number and address, and a running clock.
-class Set : public QWidget
+class Set : public KeyStrip
 {
     Q_OBJECT
 public:
     static constexpr int PipSizeCount = SettingKeys::PipSizeCount;
     static constexpr int ClockTickMs = 1000;
 
-    Set(QWidget *parent, RVX5ALL_workdata *model);
+    Set(QWidget *parent, UnitControl *model);
     ~Set() override;
 
     // The keys and their lamps. They are plain members, not slots: the form's name-based hookup
     // would otherwise connect each key a second time next to the typed connections made here.
-    void on_btn_disk_clicked();
-    void on_btn_leuel_clicked();
-    void on_btn_rate_add_clicked();
-    void on_btn_rate_sub_clicked();
-    void on_btn_addr_add_clicked();
-    void on_btn_addr_sub_clicked();
+    // DISK, LEUEL, RATE+, RATE-, ADDR+ and ADDR- are the strip's (KeyStrip).
     void on_btn_fan_clicked();
     void on_btn_pip_sz_clicked();
     void on_btn_reset_clicked();
-    void my_Style_btnDisk(bool lit);
-    void my_Style_btnLeuel(bool lit);
-    void my_Style_btnRateADD(bool lit);
-    void my_Style_btnRateSUB(bool lit);
-    void my_Style_btnAddrADD(bool lit);
-    void my_Style_btnAddrSUB(bool lit);
     void on_Style_btnPip_s(bool lit);
     void on_Style_btnFan(bool lit);
     void on_Style_Reset(bool lit);
 
-    // The serial part of the unit's long state reply.
+    // The unit's serial, as its state reports it.
     void on_toRead_5370SMDtat(const QByteArray &sn);
 
     int pipSizeIndex() const { return m_keys.pipSize(); }
@@ -61,7 +50,6 @@ public slots:
     void setPIP_size_unlock_falg_slots(bool unlocked);
     // The clock runs while the strip is shown.
     void setenablefalgSlots(bool enabled);
-    void getDevIP(QString ip);
     void show_current_time();
 
 signals:

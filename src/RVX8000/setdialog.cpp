@@ -1,10 +1,10 @@
 #include "setdialog.h"
 
 #include "SwitcherData/protocol.h"
-#include "SwitcherData/rvx5all_workdata.h"
+#include "SwitcherData/unitcontrol.h"
 #include "ui_setdialog.h"
 
-SetDialog::SetDialog(QWidget *parent, RVX5ALL_workdata *model)
+SetDialog::SetDialog(QWidget *parent, UnitControl *model)
     : QDialog(parent), ui(std::make_unique<Ui::SetDialog>()), m_keys(this, model)
 {
     ui->setupUi(this);
@@ -33,7 +33,7 @@ void SetDialog::on_btn_reso_clicked()
         // The panel relabels from this signal; it carries the format's code, not its position.
         emit setRATE_Style(Protocol::outputFormatCode(index));
         if (m_keys.link())
-            m_keys.link()->SendCMDF1(index);
+            m_keys.link()->format(index);
     });
 }
 
@@ -42,7 +42,7 @@ void SetDialog::on_btn_rate_clicked()
     m_keys.step(ui->btn_rate, m_rate, RateCount, [this](int index) {
         emit setRATE_Style(index);
         if (m_keys.link())
-            m_keys.link()->SendCMDRATE(uint8_t(index));
+            m_keys.link()->rate(index + 1); // the rate keys of UnitControl count from 1
     });
 }
 

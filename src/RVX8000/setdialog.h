@@ -7,7 +7,7 @@
 #include <QString>
 #include <memory>
 
-class RVX5ALL_workdata;
+class UnitControl;
 
 namespace Ui {
 class SetDialog;
@@ -25,7 +25,7 @@ public:
     static constexpr int RateCount = 3;
     static constexpr int PipSizeCount = SettingKeys::PipSizeCount;
 
-    SetDialog(QWidget *parent, RVX5ALL_workdata *model);
+    SetDialog(QWidget *parent, UnitControl *model);
     ~SetDialog() override;
 
     // "SN:" and each non-zero byte of the serial in lower-case hex, each followed by a blank.
@@ -52,7 +52,7 @@ public:
     void on_Style_btnL_2(bool lit);
     void on_Style_Reset(bool lit);
 
-    // The serial part of the unit's long state reply.
+    // The unit's serial, as its state reports it.
     void on_toRead_5370SMDtat(const QByteArray &sn);
 
     int resoIndex() const { return m_reso; }

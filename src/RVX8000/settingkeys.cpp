@@ -1,6 +1,6 @@
 #include "settingkeys.h"
 
-#include "SwitcherData/rvx5all_workdata.h"
+#include "SwitcherData/unitcontrol.h"
 #include "common/elidedlabel.h"
 #include "common/keyflash.h"
 #include "common/keysheet.h"
@@ -9,7 +9,7 @@
 #include <QPushButton>
 #include <QWidget>
 
-SettingKeys::SettingKeys(QWidget *owner, RVX5ALL_workdata *model) : m_owner(owner), m_link(model) {}
+SettingKeys::SettingKeys(QWidget *owner, UnitControl *model) : m_owner(owner), m_link(model) {}
 
 void SettingKeys::lamp(QPushButton *key, bool lit)
 {
@@ -45,7 +45,7 @@ void SettingKeys::pressPipSize(QPushButton *key, const std::function<void(int)> 
     step(key, m_pipSize, PipSizeCount, [this, announce](int index) {
         announce(index);
         if (m_link)
-            m_link->SendCMDPIP_Border_Size(uint8_t(index));
+            m_link->pipSize(index);
     });
 }
 
@@ -55,7 +55,7 @@ void SettingKeys::pressReset(QPushButton *key) const
         m_owner, KeyWaitMs, [key](bool lit) { lamp(key, lit); },
         [this] {
             if (m_link)
-                m_link->SendCMDRESET();
+                m_link->reset();
         });
 }
 

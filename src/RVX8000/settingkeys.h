@@ -11,7 +11,7 @@ class ElidedLabel;
 class QLabel;
 class QPushButton;
 class QWidget;
-class RVX5ALL_workdata;
+class UnitControl;
 
 // What the RVX5350's settings strip and the RVX5370's settings window have in common: keys whose
 // green lamp flashes while they are pressed, keys that step a value round its cycle and tell the
@@ -25,9 +25,9 @@ public:
     static constexpr int PipSizeCount = Protocol::PipSizeCount;
 
     // `owner` holds the keys; a press that frees it during the wait sends nothing.
-    SettingKeys(QWidget *owner, RVX5ALL_workdata *model);
+    SettingKeys(QWidget *owner, UnitControl *model);
 
-    RVX5ALL_workdata *link() const { return m_link; }
+    UnitControl *link() const { return m_link; }
 
     static void lamp(QPushButton *key, bool lit);
     static void unlight(std::initializer_list<QPushButton *> keys);
@@ -59,7 +59,7 @@ public:
 
 private:
     QWidget *m_owner;
-    RVX5ALL_workdata *m_link;
+    UnitControl *m_link;
     int m_pipSize = 2;
     bool m_pipSizeUnlocked = false;
 };

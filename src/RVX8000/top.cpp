@@ -1,5 +1,6 @@
 #include "top.h"
 
+#include "common/panelclose.h"
 #include "common/titlebarstyles.h"
 #include "common/windowdrag.h"
 
@@ -61,7 +62,7 @@ void Top::initPlan2()
     m_row->addWidget(m_close);
 
     connect(m_min, &QPushButton::clicked, this, &Top::on_btnclicked_min);
-    connect(m_close, &QPushButton::clicked, this, [] { QCoreApplication::exit(0); });
+    connect(m_close, &QPushButton::clicked, this, [this] { PanelClose::closeKeyClicked(m_close); });
 }
 
 void Top::on_btnclicked_min()

@@ -68,9 +68,15 @@ QByteArray addressBytes(const QString &text)
         return QByteArray();
     QByteArray bytes;
     for (const QString &p : parts) {
-        bool ok = false;
-        const uint v = p.toUInt(&ok, 10);
-        if (!ok || v > 255)
+        if (p.isEmpty() || p.size() > 3)
+            return QByteArray();
+        uint v = 0;
+        for (QChar c : p) {
+            if (c < QLatin1Char('0') || c > QLatin1Char('9'))
+                return QByteArray();
+            v = v * 10 + uint(c.unicode() - '0');
+        }
+        if (v > 255)
             return QByteArray();
         bytes.append(char(uint8_t(v)));
     }

@@ -113,14 +113,17 @@ constexpr int PipBorderColorCount = 4; // white, red, blue, green
 constexpr int PipBorderWidthMin = 2;
 constexpr int PipBorderWidthMax = 7;
 // The audio faders' levels, and the T-bar's slider (the travel byte adds 128 for a
-// transition's end: TravelMax; the RVX3220's lever stops at 126).
+// transition's end: TravelMax). The RVX3220's lever stops at 126: its forward stroke
+// travels 0-125, its return stroke 0-126, and it marks no end.
 constexpr int AudioLevelMax = 127;
 constexpr int TbarMax = 127;
 constexpr int TravelMax = 128;
-constexpr int Travel3220Max = 126;
-// The RVX3220's PIP and POP positions, and the bars as bus input 9.
-constexpr int Pip3220HMax = 960;
-constexpr int Pip3220VMax = 540;
+constexpr int Travel3220ForwardMax = 125;
+constexpr int Travel3220BackMax = 126;
+// The RVX3220's POP positions (its one POP size is the large inset), and the bars as bus
+// input 9.
+constexpr int Pop3220HMax = 960;
+constexpr int Pop3220VMax = 540;
 constexpr int BarInput = 9;
 constexpr int RateKeys = 3;
 // The per-channel level of the RVX3210 family and the RVX3220, in percent.
@@ -184,7 +187,8 @@ int wipeTypeFromReport(uint8_t reported);
 int wipeTypeFromReport5350(uint8_t reported);
 
 // The four octets of a dotted IPv4 text, first octet first; empty unless the text is
-// exactly four numbers of 0-255.
+// exactly four numbers of 0-255, each one to three digits (what the panels' address
+// fields let through).
 QByteArray addressBytes(const QString &text);
 // Dotted text of the four bytes at `at` (first octet first), or a null string when the
 // bytes stop short.

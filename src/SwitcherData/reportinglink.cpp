@@ -2,6 +2,7 @@
 
 #include "framecodec.h"
 #include "protocol.h"
+#include "workdata.h"
 
 #include <QDebug>
 #include <cstring>
@@ -78,14 +79,12 @@ void fillFour(uint8_t *dst, const QByteArray &src)
 } // namespace
 
 ReportingLink::ReportingLink(const FamilyCodes &codes, Family family, LogCategory log, QObject *parent)
-    // Shared, so the next panel's link can take port 7000 while this one still exists (on
-    // Linux the newest socket gets the unicast replies), and a local listener can take the
-    // port on its own address.
-    : UnitLink(family, log, QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint, parent),
-      m_family(codes)
+    : UnitLink(family, log, parent), m_family(codes)
 {
-    // Receivers may queue it or spy on it.
+    // Receivers may queue them or spy on them.
     qRegisterMetaType<UnitState>();
+    qRegisterMetaType<HisAddresses>();
+    qRegisterMetaType<StreamUrl>();
 }
 
 void ReportingLink::sendHis(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data)
@@ -103,9 +102,17 @@ void ReportingLink::get_HISTypeID(QString ip, uint8_t a, uint8_t b)
     bindHis(UnitAddress::fromText(ip, a, b));
 }
 
+void ReportingLink::takeHisAddresses(const HisAddresses &a)
+{
+    // An address the reply stops short of stays as the link knew it.
+    get_HIS_INFO(a.ip.isNull() ? m_his.text() : a.ip, a.subnet.isNull() ? m_hisSubnet : a.subnet,
+                 a.gateway.isNull() ? m_hisGateway : a.gateway, a.dns.isNull() ? m_hisDNS : a.dns);
+    emit hisAddressesReported(a);
+}
+
 void ReportingLink::get_HIS_INFO(QString ip, QString subnet, QString gateway, QString dns)
 {
-    m_his = UnitAddress::fromText(ip, m_his.devClass, m_his.devNum);
+    bindHis(UnitAddress::fromText(ip, m_his.devClass, m_his.devNum));
     m_hisSubnet = subnet;
     m_hisGateway = gateway;
     m_hisDNS = dns;
@@ -187,12 +194,12 @@ void ReportingLink::SendCMDPIP_Border_Width(uint8_t v)
 // Positions go out low byte first, although the state record reports them high byte first.
 void ReportingLink::SendCMDPIP_H_Position(uint16_t v)
 {
-    sendMain(LabelPipHPosition, Cmd::PipH, {QLOBYTE(v), QHIBYTE(v)});
+    sendMain(LabelPipHPosition, Cmd::PipH, {FrameCodec::lowByte(v), FrameCodec::highByte(v)});
 }
 
 void ReportingLink::SendCMDPIP_V_Position(uint16_t v)
 {
-    sendMain(LabelPipVPosition, Cmd::PipV, {QLOBYTE(v), QHIBYTE(v)});
+    sendMain(LabelPipVPosition, Cmd::PipV, {FrameCodec::lowByte(v), FrameCodec::highByte(v)});
 }
 
 void ReportingLink::SendCMDPIP_Border_Size(uint8_t v)
@@ -279,18 +286,19 @@ void ReportingLink::SendCMD_SetIP(const QByteArray &ip, QString ipText)
     std::memset(&m_devIpRec, 0, sizeof(m_devIpRec));
     fillFour(m_devIpRec.ip, ip);
     uint8_t buf[128] = {};
-    const uint16_t len = Set_ipCom(buf, m_unit.devClass, m_unit.devNum, Protocol::CmdSetAddress, m_devIpRec);
+    const uint16_t len =
+        SWITCHER_DATA::Set_ipCom(buf, m_unit.devClass, m_unit.devNum, Protocol::CmdSetAddress, m_devIpRec);
     sendFrame(buf, len, m_unit.host, LabelSetIp);
     // Only now: the frame itself must still reach the old address.
-    m_unit = UnitAddress::fromText(ipText, m_unit.devClass, m_unit.devNum);
+    bindUnit(UnitAddress::fromText(ipText, m_unit.devClass, m_unit.devNum));
 }
 
 void ReportingLink::SendCMD_Read_His_IP()
 {
     const SET_DEV_IP zero{};
     uint8_t buf[128] = {};
-    sendFrame(buf, Set_ipCom(buf, m_his.devClass, m_his.devNum, Protocol::CmdHisAddress, zero), m_his.host,
-              LabelReadHisIp);
+    sendFrame(buf, SWITCHER_DATA::Set_ipCom(buf, m_his.devClass, m_his.devNum, Protocol::CmdHisAddress, zero),
+              m_his.host, LabelReadHisIp);
 }
 
 void ReportingLink::SendCMD_Set_HIS_IP(const QByteArray &ip, const QByteArray &b, const QByteArray &c,
@@ -301,9 +309,10 @@ void ReportingLink::SendCMD_Set_HIS_IP(const QByteArray &ip, const QByteArray &b
     fillFour(m_hisIpRec.mask, b);
     fillFour(m_hisIpRec.gateway, c);
     uint8_t buf[128] = {};
-    sendFrame(buf, Set_ipCom(buf, m_his.devClass, m_his.devNum, Protocol::CmdSetAddress, m_hisIpRec),
-              m_his.host, LabelSetHisIp);
-    m_his = UnitAddress::fromText(texts.value(0), m_his.devClass, m_his.devNum);
+    sendFrame(
+        buf, SWITCHER_DATA::Set_ipCom(buf, m_his.devClass, m_his.devNum, Protocol::CmdSetAddress, m_hisIpRec),
+        m_his.host, LabelSetHisIp);
+    bindHis(UnitAddress::fromText(texts.value(0), m_his.devClass, m_his.devNum));
     m_hisSubnet = texts.value(1);
     m_hisGateway = texts.value(2);
 }
@@ -331,8 +340,8 @@ void ReportingLink::SendCMD_Set_Url(int index, const QByteArray &otherName, cons
     const int urlLen = qMin(url.size(), int(sizeof(rec.url)));
     rec.nameLen = uint8_t(nameLen);
     std::memcpy(rec.name, otherName.constData(), size_t(nameLen));
-    rec.urlLen[0] = QLOBYTE(uint16_t(urlLen));
-    rec.urlLen[1] = QHIBYTE(uint16_t(urlLen));
+    rec.urlLen[0] = FrameCodec::lowByte(uint16_t(urlLen));
+    rec.urlLen[1] = FrameCodec::highByte(uint16_t(urlLen));
     std::memcpy(rec.url, url.constData(), size_t(urlLen));
     uint8_t buf[1024] = {};
     sendFrame(buf, CreateMcuUdpDataBuf_url(buf, m_his.devClass, m_his.devNum, rec), m_his.host, LabelSetUrl);
@@ -397,7 +406,7 @@ void ReportingLink::frameSent(const QByteArray &frame)
 {
     ShowCurrentSendData(frame);
     // A released link sends nothing, so it has asked nothing.
-    if (!m_released)
+    if (m_endpoint)
         m_watch.sent(frame);
 }
 
@@ -410,7 +419,7 @@ void ReportingLink::Receive3210Data(const QByteArray &datagram, int length)
     m_recvBuf.append(datagram.constData(), qBound(0, length, datagram.size()));
     // Once the buffer has reached the stall size it is never cleared again: from then on
     // nothing more is decoded. The unit's firmware tooling relies on the same behaviour.
-    if (m_recvBuf.size() < MinFrame || m_recvBuf.size() >= StallSize)
+    if (m_recvBuf.size() < FrameCodec::MinFrame || m_recvBuf.size() >= StallSize)
         return;
     QByteArray frame;
     if (FrameCodec::joinFrames(m_recvBuf, &frame) == FrameCodec::Scan::Incomplete)
@@ -451,12 +460,15 @@ void ReportingLink::AnalysisData(const QByteArray &frame)
         if (pieces.size() >= 2) {
             emit on_signals_3210HIS_URL_Data(pieces.at(1));
             qCDebug(m_log).noquote() << QString::fromUtf8(LabelUrlPiece) << pieces.at(1).toHex(' ');
+            emit streamUrlReported(StreamUrl::decode(pieces.at(1)));
         }
     }
     if (cmd == Protocol::CmdHisAddress) {
         const QList<QByteArray> pieces = frame.split(char(Protocol::CmdHisAddress));
-        if (pieces.size() >= 2)
+        if (pieces.size() >= 2) {
             emit on_signals_3210HISData(pieces.at(1));
+            takeHisAddresses(HisAddresses::decode(pieces.at(1)));
+        }
     }
 }
 
@@ -524,6 +536,10 @@ void ReportingLink::perform(const Call &c)
         return SendCMD_Set_HIS_IP(c.bytes[0], c.bytes[1], c.bytes[2], c.texts);
     case UnitAction::HisDns:
         return SendCMD_Set_HIS_DNS(c.bytes[0], c.texts.value(0));
+    case UnitAction::ReadHis:
+        return SendCMD_Read_His_IP();
+    case UnitAction::ReadUrl:
+        return SendCMD_Read_Url(c.a);
     case UnitAction::Url:
         return SendCMD_Set_Url(c.a, c.bytes[0], c.bytes[1]);
     default:

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "hisaddresses.h"
 #include "linkwatch.h"
 #include "statelayout.h"
+#include "streamurl.h"
 #include "unitlink.h"
 #include "unitstate.h"
+#include "workdata.h"
 
 #include <QByteArray>
 #include <QLoggingCategory>
@@ -56,7 +59,11 @@ public:
     void get_HIS_INFO(QString ip, QString subnet, QString gateway, QString dns);
 
     // The HIS board: where the network and URL commands go.
-    void bindHis(const UnitAddress &his) { m_his = his; }
+    void bindHis(const UnitAddress &his)
+    {
+        m_his = his;
+        updateRoute();
+    }
     void bindBoards(const UnitAddress &unit, const UnitAddress &his) override
     {
         bindUnit(unit);
@@ -64,6 +71,7 @@ public:
     }
     const UnitAddress &his() const { return m_his; }
 
+    // What the link knows of the boards: as bound, as set, or as the HIS board last reported.
     QString on_DevIP() const { return m_unit.text(); }
     QString on_HIS_IP() const { return m_his.text(); }
     QString on_HIS_Subnet() const { return m_hisSubnet; }
@@ -149,12 +157,19 @@ signals:
     void showCurrentData(QByteArray frame);
     // Each state shown, decoded once, right after its bytes went out on the signals above.
     void stateReported(const UnitState &state);
+    // The HIS board's address reply and URL reply, decoded, right after their payloads went out
+    // on the signals above. The addresses it reports are the link's from then on.
+    void hisAddressesReported(const HisAddresses &addresses);
+    void streamUrlReported(const StreamUrl &url);
 
 protected:
+    QVector<QHostAddress> senders() const override { return {m_unit.host, m_his.host}; }
     void datagramArrived(const QByteArray &datagram, int length) override;
     void passEnded() override;
     void frameSent(const QByteArray &frame) override;
     void sendHis(const char *label, uint8_t cmd, std::initializer_list<uint8_t> data = {});
+    // Keeps what the HIS board's address reply reports, then signals it.
+    void takeHisAddresses(const HisAddresses &addresses);
 
     void perform(const Call &call) override;
 

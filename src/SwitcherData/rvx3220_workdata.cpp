@@ -2,6 +2,7 @@
 
 #include "framecodec.h"
 #include "protocol.h"
+#include "workdata.h"
 
 #include <cstring>
 
@@ -25,11 +26,9 @@ constexpr uint8_t CmdSetIp = 5;
 Q_LOGGING_CATEGORY(lc3220, "kova.rvx3220", QtInfoMsg)
 
 RVX3220_workdata::RVX3220_workdata(QObject *parent)
-    // Shared like the other panels' links, so a panel kept open in the background does not
-    // lock this one out. If someone holds the port exclusively all the same, commands still
-    // leave; the unit's answers are ignored in any case.
-    : UnitLink(Family::Rvx3220, lc3220, QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint,
-               parent)
+    // If someone holds the port exclusively, commands still leave; the unit's answers are
+    // ignored in any case.
+    : UnitLink(Family::Rvx3220, lc3220, parent)
 {}
 
 RVX3220_workdata::~RVX3220_workdata() = default;
@@ -153,12 +152,12 @@ void RVX3220_workdata::SendCMDPIP_Border_Width(quint8 v)
 
 void RVX3220_workdata::SendCMDPIP_H_Position(quint16 x)
 {
-    send2(Cmd::PipH, QLOBYTE(x), QHIBYTE(x));
+    send2(Cmd::PipH, FrameCodec::lowByte(x), FrameCodec::highByte(x));
 }
 
 void RVX3220_workdata::SendCMDPIP_V_Position(quint16 y)
 {
-    send2(Cmd::PipV, QLOBYTE(y), QHIBYTE(y));
+    send2(Cmd::PipV, FrameCodec::lowByte(y), FrameCodec::highByte(y));
 }
 
 void RVX3220_workdata::SendCMDPIP_Border_Size(quint8 v)
@@ -200,12 +199,12 @@ void RVX3220_workdata::SendCMDPOP_Border_Width(quint8 v)
 
 void RVX3220_workdata::SendCMDPOP_H_Position(quint16 x)
 {
-    send2(Cmd::PopH, QLOBYTE(x), QHIBYTE(x));
+    send2(Cmd::PopH, FrameCodec::lowByte(x), FrameCodec::highByte(x));
 }
 
 void RVX3220_workdata::SendCMDPOP_V_Position(quint16 y)
 {
-    send2(Cmd::PopV, QLOBYTE(y), QHIBYTE(y));
+    send2(Cmd::PopV, FrameCodec::lowByte(y), FrameCodec::highByte(y));
 }
 
 // Both channels' volumes share one command code: the unit tells them apart by the source
@@ -254,12 +253,13 @@ void RVX3220_workdata::SendCMD_IP(QByteArray &ip4, QString newIp)
     for (int i = 0; i < 4; ++i)
         m_ipBlock.ip[i] = FrameCodec::byteAt(ip4, i);
     uint8_t buf[128] = {};
-    const uint16_t length = Set_ipCom(buf, m_unit.devClass, m_unit.devNum, CmdSetIp, m_ipBlock);
+    const uint16_t length =
+        SWITCHER_DATA::Set_ipCom(buf, m_unit.devClass, m_unit.devNum, CmdSetIp, m_ipBlock);
     if (length <= 0)
         return;
     // The frame goes to the old address; only then does the unit move.
     sendFrame(buf, length, m_unit.host, nullptr);
-    m_unit = UnitAddress::fromText(newIp, m_unit.devClass, m_unit.devNum);
+    bindUnit(UnitAddress::fromText(newIp, m_unit.devClass, m_unit.devNum));
 }
 
 void RVX3220_workdata::perform(const Call &c)

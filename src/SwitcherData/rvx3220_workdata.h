@@ -1,6 +1,7 @@
 #pragma once
 
 #include "unitlink.h"
+#include "workdata.h"
 
 #include <QByteArray>
 #include <QLoggingCategory>

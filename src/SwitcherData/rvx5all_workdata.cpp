@@ -1,5 +1,6 @@
 #include "rvx5all_workdata.h"
 
+#include "framecodec.h"
 #include "protocol.h"
 
 Q_LOGGING_CATEGORY(lc5all, "kova.rvx5all", QtInfoMsg)
@@ -17,7 +18,7 @@ const char *const LabelCh5350 = "选择CH1下拉列表 senbuf的数据";
 } // namespace
 
 RVX5ALL_workdata::RVX5ALL_workdata(QObject *parent)
-    : ReportingLink(Rvx5AllCodes, Family::Series8000, lc5all, parent)
+    : ReportingLink(Rvx5AllCodes, Family::Rvx5310, lc5all, parent)
 {}
 
 void RVX5ALL_workdata::SendCMDPOP(uint8_t v)
@@ -44,11 +45,11 @@ void RVX5ALL_workdata::SendCMDPOP_Border_Width(uint8_t v)
 }
 void RVX5ALL_workdata::SendCMDPOP_H_Position(uint16_t p)
 {
-    sendMain(nullptr, Cmd::PopH, {QLOBYTE(p), QHIBYTE(p)});
+    sendMain(nullptr, Cmd::PopH, {FrameCodec::lowByte(p), FrameCodec::highByte(p)});
 }
 void RVX5ALL_workdata::SendCMDPOP_V_Position(uint16_t p)
 {
-    sendMain(nullptr, Cmd::PopV, {QLOBYTE(p), QHIBYTE(p)});
+    sendMain(nullptr, Cmd::PopV, {FrameCodec::lowByte(p), FrameCodec::highByte(p)});
 }
 
 void RVX5ALL_workdata::SendCMDPGMBAR(int v)

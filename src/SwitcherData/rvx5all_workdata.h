@@ -13,7 +13,8 @@ using ST_RTMP_URL_RVX5ALL = ST_RTMP_URL;
 // Link object of one 8000-series unit (RVX5310, RVX5370, RVX5350, RVX5120). It shares the
 // reporting link with the RVX3210 family; its own are the rate code 0xA5, the wipe patterns,
 // the output format sent as its code, the POP, bar and reset commands and the RVX5350's
-// shorter source list. Which model it talks to is the panel's business.
+// shorter source list. Which model it talks to is the panel's business: it starts as the
+// RVX5310's, and the other panels set their family.
 class RVX5ALL_workdata : public ReportingLink
 {
     Q_OBJECT

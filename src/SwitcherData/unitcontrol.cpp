@@ -44,7 +44,7 @@ bool UnitControl::autoTransition()
 }
 bool UnitControl::fader(int stroke, int travel)
 {
-    return run(within(stroke, 0, 1) && within(travel, 0, m_traits->travelMax),
+    return run(within(stroke, 0, 1) && m_traits->travel[qBound(0, stroke, 1)].has(travel),
                {UnitAction::Fader, stroke, travel});
 }
 bool UnitControl::transition(Effect effect)
@@ -86,7 +86,7 @@ bool UnitControl::level(int channel, int percent, int sourceIndex)
 bool UnitControl::levels(int ch1, int ch2, int ch3, int master)
 {
     const int m = Protocol::AudioLevelMax;
-    return run(within(ch1, 0, m) && within(ch2, 0, m) && within(ch3, 0, m) && within(master, 0, m),
+    return run(within(ch1, 0, m) && within(ch2, 0, m) && ch3 == 0 && m_traits->levelsMaster.has(master),
                {UnitAction::Levels, ch1, ch2, ch3, master});
 }
 bool UnitControl::pip(bool on)
@@ -99,7 +99,7 @@ bool UnitControl::pipSize(int index)
 }
 bool UnitControl::pipPosition(bool horizontal, int pixels)
 {
-    return run(within(pixels, 0, positionMax(horizontal)),
+    return run((horizontal ? m_traits->pipH : m_traits->pipV).has(pixels),
                {UnitAction::PipPosition, horizontal ? 1 : 0, pixels});
 }
 bool UnitControl::pipBorder(bool on)
@@ -138,7 +138,7 @@ bool UnitControl::popBorderWidth(int width)
 }
 bool UnitControl::popPosition(bool horizontal, int pixels)
 {
-    return run(within(pixels, 0, positionMax(horizontal)),
+    return run((horizontal ? m_traits->popH : m_traits->popV).has(pixels),
                {UnitAction::PopPosition, horizontal ? 1 : 0, pixels});
 }
 bool UnitControl::f2()
@@ -176,7 +176,9 @@ bool UnitControl::rotate()
 bool UnitControl::menu(MenuKey key, bool press)
 {
     static constexpr uint8_t Codes[] = {Protocol::MenuUp, Protocol::MenuDown, Protocol::MenuEnter};
-    return run(within(int(key), 0, 2), {UnitAction::Menu, Codes[qBound(0, int(key), 2)], press ? 1 : 0});
+    // The unit acts on the menu key's press alone, so the panel sends no release of it.
+    const bool sent = within(int(key), 0, 2) && (press || key != MenuKey::Enter);
+    return run(sent, {UnitAction::Menu, Codes[qBound(0, int(key), 2)], press ? 1 : 0});
 }
 bool UnitControl::reset()
 {
@@ -188,7 +190,8 @@ bool UnitControl::setAddress(const QString &ip)
     Call c{UnitAction::SetAddress};
     c.bytes[0] = Protocol::addressBytes(ip);
     c.texts = QStringList{ip};
-    return run(c.bytes[0].size() == 4, c);
+    const bool zero = c.bytes[0] == QByteArray(4, '\0');
+    return run(c.bytes[0].size() == 4 && (!zero || m_traits->zeroAddress), c);
 }
 
 bool UnitControl::hisAddress(const QString &ip, const QString &mask, const QString &gateway)
@@ -211,12 +214,22 @@ bool UnitControl::hisDns(const QString &dns)
     return run(c.bytes[0].size() == 4, c);
 }
 
+bool UnitControl::readHis()
+{
+    return run(true, {UnitAction::ReadHis});
+}
+
+bool UnitControl::readUrl(int slot)
+{
+    return run(within(slot, 0, Protocol::UrlSlots - 1), {UnitAction::ReadUrl, slot});
+}
+
 bool UnitControl::url(int slot, const QByteArray &name, const QByteArray &url)
 {
     Call c{UnitAction::Url, slot};
     c.bytes[0] = name;
     c.bytes[1] = url;
     const bool ok = within(slot, 0, Protocol::UrlSlots - 1) && name.size() <= Protocol::UrlNameMax &&
-                    !url.isEmpty() && url.size() <= Protocol::UrlMax;
+                    url.size() <= Protocol::UrlMax;
     return run(ok, c);
 }

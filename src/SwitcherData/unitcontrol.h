@@ -34,8 +34,8 @@ public:
     explicit UnitControl(Family family) : m_traits(&familyTraits(family)) {}
     virtual ~UnitControl() = default;
 
-    // The RVX3410 speaks through the RVX3210 family's link, the RVX5350 through the 8000
-    // series' one; the family decides which actions and ranges apply.
+    // The RVX3410 speaks through the RVX3210 family's link, every 8000-series unit through the
+    // RVX5ALL one; the family (the panel opened) decides which actions and ranges apply.
     void setFamily(Family family) { m_traits = &familyTraits(family); }
     const FamilyTraits &traits() const { return *m_traits; }
     bool can(UnitAction action) const { return m_traits->actions.has(action); }
@@ -45,7 +45,7 @@ public:
     bool preview(int input);
     bool cut();
     bool autoTransition();
-    bool fader(int stroke, int travel); // stroke 0 or 1
+    bool fader(int stroke, int travel); // stroke 0 or 1, travel as the family's T-bar gives it
     bool transition(Effect effect);
     bool rate(int key); // 1..Protocol::RateKeys
     bool ftb();
@@ -55,6 +55,7 @@ public:
     bool source(int channel, int index); // channel 1 or 2, position in the family's source list
     // The RVX3220 takes the channel's source with its level; the others ignore `sourceIndex`.
     bool level(int channel, int percent, int sourceIndex = -1);
+    // The panels' audio faders: ch1 and ch2 0-127, ch3 always 0, the master as the family has it.
     bool levels(int ch1, int ch2, int ch3, int master);
     bool pip(bool on);
     bool pipSize(int index);
@@ -76,18 +77,21 @@ public:
     bool pause();
     bool stream(bool on);
     bool rotate();
+    // The arrows send their press and their release; the menu key its press alone.
     bool menu(MenuKey key, bool press);
     bool reset();
     // New addresses go out as typed; later commands follow the main board's new address.
     bool setAddress(const QString &ip);
     bool hisAddress(const QString &ip, const QString &mask, const QString &gateway);
     bool hisDns(const QString &dns);
+    // The network page's reads: the HIS board's addresses, one streaming URL slot.
+    bool readHis();
+    bool readUrl(int slot);
+    // Name and URL as the unit stores them; either may be empty.
     bool url(int slot, const QByteArray &name, const QByteArray &url);
 
-    // The value ranges behind the checks, for callers that explain a refusal.
+    // 1..inputs, or the bars where the family has them.
     bool validInput(int input) const;
-    int travelMax() const { return m_traits->travelMax; }
-    int positionMax(bool horizontal) const { return horizontal ? m_traits->pipHMax : m_traits->pipVMax; }
 
 protected:
     // One checked action with its values, for the family to put on the wire.

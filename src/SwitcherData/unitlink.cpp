@@ -1,56 +1,86 @@
 #include "unitlink.h"
 
 #include "framecodec.h"
+#include "unitendpoint.h"
 
 #include <QLoggingCategory>
-#include <QUdpSocket>
 
-UnitLink::UnitLink(Family family, LogCategory log, QAbstractSocket::BindMode bindMode, QObject *parent)
-    : SWITCHER_DATA(parent), UnitControl(family), m_log(log), m_bindMode(bindMode)
-{
-    initUdp();
-}
+UnitLink::UnitLink(Family family, LogCategory log, QObject *parent)
+    : QObject(parent), UnitControl(family), m_log(log), m_endpoint(UnitEndpoint::shared())
+{}
 
-void UnitLink::initUdp()
+UnitLink::~UnitLink()
 {
-    m_udp = new QUdpSocket(this);
-    // Bound once, before any unit address is known, on the IPv4 wildcard, so the unit's
-    // replies arrive on port 7000 of any local address.
-    if (!m_udp->bind(QHostAddress::AnyIPv4, Port, m_bindMode))
-        qCWarning(m_log) << "could not take UDP port" << Port
-                         << "- the unit's replies will not arrive:" << m_udp->errorString();
-    connect(m_udp, &QUdpSocket::readyRead, this, &UnitLink::ReceiveData);
+    releasePort();
 }
 
 bool UnitLink::isBound() const
 {
-    return m_udp && m_udp->state() == QAbstractSocket::BoundState && m_udp->localPort() == Port;
+    return m_endpoint && m_endpoint->isBound();
 }
 
 void UnitLink::releasePort()
 {
-    if (m_udp)
-        m_udp->close();
-    m_released = true;
+    if (!m_endpoint)
+        return;
+    m_endpoint->forget(this);
+    m_endpoint.reset();
+    m_held.clear();
 }
 
-void UnitLink::ReceiveData()
+bool UnitLink::keepToUnit()
 {
-    if (!m_udp || m_released)
+    return m_endpoint && m_endpoint->keepTo(m_unit.host);
+}
+
+void UnitLink::bindUnit(const UnitAddress &unit)
+{
+    m_unit = unit;
+    updateRoute();
+}
+
+void UnitLink::updateRoute()
+{
+    if (m_endpoint)
+        m_endpoint->route(this, senders());
+}
+
+void UnitLink::offer(const QByteArray &datagram)
+{
+    if (!m_held.empty() || m_takenInPass >= LinkDrainBatch) {
+        // This pass's batch is full: the rest waits for the next pass, after paints and
+        // clicks have had theirs. A flood keeps only its newest datagrams.
+        if (int(m_held.size()) >= HeldMax) {
+            m_held.pop_front();
+            ++m_droppedHeld;
+        }
+        m_held.push_back(datagram);
         return;
-    QByteArray datagram;
-    for (int n = 0; n < LinkDrainBatch && m_udp->hasPendingDatagrams(); ++n) {
-        datagram.resize(int(qMax<qint64>(m_udp->pendingDatagramSize(), 0)));
-        const qint64 got = m_udp->readDatagram(datagram.data(), datagram.size());
-        // An empty or failed read has consumed its datagram; the ones behind it still count.
-        if (got <= 0)
-            continue;
-        datagramArrived(datagram, int(got));
     }
+    take(datagram);
+}
+
+void UnitLink::takeHeld()
+{
+    while (!m_held.empty() && m_takenInPass < LinkDrainBatch) {
+        const QByteArray datagram = std::move(m_held.front());
+        m_held.pop_front();
+        take(datagram);
+    }
+}
+
+void UnitLink::take(const QByteArray &datagram)
+{
+    ++m_takenInPass;
+    datagramArrived(datagram, datagram.size());
+}
+
+void UnitLink::endPass()
+{
+    if (m_takenInPass == 0)
+        return;
+    m_takenInPass = 0;
     passEnded();
-    // Whatever is left of a flood waits for the next pass, after paints and clicks have had
-    // theirs: the socket is still readable, so its notifier fires again. No extra call is
-    // queued, since a readyRead that finds nothing to read would leave the socket deaf.
 }
 
 void UnitLink::sendFrame(const uint8_t *buf, uint16_t len, const QHostAddress &host, const char *label)
@@ -60,8 +90,8 @@ void UnitLink::sendFrame(const uint8_t *buf, uint16_t len, const QHostAddress &h
     const QByteArray frame(reinterpret_cast<const char *>(buf), len);
     if (label)
         qCDebug(m_log).noquote() << QString::fromUtf8(label) << frame.toHex(' ');
-    if (m_udp && !m_released)
-        m_udp->writeDatagram(frame, host, Port);
+    if (m_endpoint)
+        m_endpoint->send(frame, host, Port);
     frameSent(frame);
 }
 

@@ -2,25 +2,30 @@
 
 #include "unitaddress.h"
 #include "unitcontrol.h"
-#include "workdata.h"
+#include "unitendpoint.h"
 
-#include <QAbstractSocket>
 #include <QByteArray>
+#include <QHostAddress>
+#include <QObject>
 #include <QString>
+#include <QVector>
 #include <cstdint>
+#include <deque>
 #include <initializer_list>
+#include <memory>
 
 class QLoggingCategory;
-class QUdpSocket;
 
-// The link to one opened unit, as every family shares it: one socket on port 7000 that sends
-// the commands and receives the replies, the unit's address and device address, the send
-// path and a receive loop that hands each datagram to the family's decoder. Every family's
-// link takes the operator's actions through UnitControl.
-class UnitLink : public SWITCHER_DATA, public UnitControl
+// The link to one opened unit, as every family shares it: the unit's addresses and device
+// address, the send path through the process's port-7000 endpoint, and a receive loop that
+// hands each datagram its unit sent to the family's decoder. It holds no device table and
+// does no searching: the search is the search window's own object. Every family's link takes
+// the operator's actions through UnitControl.
+class UnitLink : public QObject, public UnitControl
 {
     Q_OBJECT
 public:
+    static constexpr quint16 Port = 7000;
     using LogCategory = const QLoggingCategory &(*)();
     // Datagrams read per pass of the event loop; the rest wait for the next pass. Reading is
     // cheap, and a panel restyles itself (a millisecond or more) only once per pass, for the
@@ -28,19 +33,30 @@ public:
     // a unit or a stranger floods the port.
     static constexpr int LinkDrainBatch = 32;
 
-    // Binds port 7000 at once, before any unit address is known, on every IPv4 address.
-    UnitLink(Family family, LogCategory log, QAbstractSocket::BindMode bindMode, QObject *parent);
+    // Datagrams a link keeps for its next passes once its batch is full; beyond that its
+    // oldest are dropped, so a unit that floods holds no more than this.
+    static constexpr int HeldMax = 4 * LinkDrainBatch;
 
-    // True while the socket holds local port 7000.
+    // Takes the process's port-7000 endpoint at once (binding it if this is the first link),
+    // before any unit address is known.
+    UnitLink(Family family, LogCategory log, QObject *parent);
+    ~UnitLink() override;
+
+    // True while the endpoint holds local port 7000 for this link.
     bool isBound() const;
-    // Closes the socket so another link object (the next panel) can take port 7000. From
-    // then on nothing is sent or received: a released link must not quietly rebind to a
-    // random port by sending.
+    // Lets go of the endpoint; the port is free once no link holds it. From then on nothing
+    // is sent or received: a released link must not quietly rebind to a random port by
+    // sending.
     void releasePort();
-    QUdpSocket *socket() const { return m_udp; }
+    // The process's endpoint, or nullptr once released.
+    UnitEndpoint *endpoint() const { return m_endpoint.get(); }
+    // Ties the endpoint to this link's unit alone (see UnitEndpoint::keepTo), for a tool that
+    // runs beside a KOVA holding the port.
+    bool keepToUnit();
 
-    // The unit's main board: where commands go and the device address they carry.
-    void bindUnit(const UnitAddress &unit) { m_unit = unit; }
+    // The unit's main board: where commands go and the device address they carry. Its
+    // datagrams are this link's from now on.
+    void bindUnit(const UnitAddress &unit);
     const UnitAddress &unit() const { return m_unit; }
     // Both boards of a unit as the search found them; a family without a HIS board keeps
     // only the main board.
@@ -50,13 +66,23 @@ public:
         bindUnit(unit);
     }
 
-public slots:
-    // Reads the waiting datagrams in bounded batches (see DrainBatch) and hands each to
-    // datagramArrived. An empty datagram is read and dropped.
-    void ReceiveData();
+    // The endpoint's side: a datagram this link's unit sent, taken at once while the pass's
+    // batch has room and held back for the next pass after that; takeHeld at the start of a
+    // pass, endPass at its end. Public so a test or a fuzzer can feed datagrams without a
+    // socket.
+    void offer(const QByteArray &datagram);
+    void takeHeld();
+    void endPass();
+    bool holdsBack() const { return !m_held.empty(); }
+    // Datagrams dropped because more were held back than HeldMax.
+    quint64 droppedHeld() const { return m_droppedHeld; }
 
 protected:
-    void initUdp();
+    // The addresses whose datagrams are this link's: the main board, and a HIS board where
+    // the family has one.
+    virtual QVector<QHostAddress> senders() const { return {m_unit.host}; }
+    // Tells the endpoint again whose datagrams are this link's (after a board moved).
+    void updateRoute();
     virtual void datagramArrived(const QByteArray &datagram, int length) = 0;
     // Called after each batch read from the socket, once its datagrams have all arrived.
     virtual void passEnded() {}
@@ -72,8 +98,13 @@ protected:
                    std::initializer_list<uint8_t> data);
 
     LogCategory m_log;
-    QAbstractSocket::BindMode m_bindMode;
-    QUdpSocket *m_udp = nullptr;
-    bool m_released = false;
+    std::shared_ptr<UnitEndpoint> m_endpoint;
     UnitAddress m_unit;
+
+private:
+    void take(const QByteArray &datagram);
+
+    std::deque<QByteArray> m_held;
+    int m_takenInPass = 0;
+    quint64 m_droppedHeld = 0;
 };

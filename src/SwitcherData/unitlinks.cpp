@@ -11,8 +11,10 @@ UnitLink *createUnitLink(Family family, QObject *parent)
     case Family::Rvx3220:
         link = new RVX3220_workdata(parent);
         break;
-    case Family::Series8000:
+    case Family::Rvx5310:
+    case Family::Rvx5370:
     case Family::Rvx5350:
+    case Family::Rvx5120:
         link = new RVX5ALL_workdata(parent);
         break;
     case Family::Rvx3210:

@@ -7,17 +7,20 @@
 #include <cstdint>
 #include <initializer_list>
 
-// Which command set and state record a unit speaks.
+// Which command set and state record a unit speaks, and which of those commands its panel
+// sends: one family per panel, as each panel offers its own keys and ranges.
 enum class Family
 {
     Rvx3210, // RVX3210, RVX3210S, RVX3210P, RVX3210(2021) and any type nobody knows
     Rvx3410,
     Rvx3220,
-    Series8000, // RVX5310, RVX5370 (and the RVX5120, which opens unbound)
-    Rvx5350,    // an 8000-series unit with two inputs and four audio sources
+    Rvx5310, // the 8000 series, each with its own keys
+    Rvx5370,
+    Rvx5350, // two inputs and four audio sources
+    Rvx5120, // opens unbound and sends nothing
 };
-constexpr Family AllFamilies[] = {Family::Rvx3210, Family::Rvx3410, Family::Rvx3220, Family::Series8000,
-                                  Family::Rvx5350};
+constexpr Family AllFamilies[] = {Family::Rvx3210, Family::Rvx3410, Family::Rvx3220, Family::Rvx5310,
+                                  Family::Rvx5370, Family::Rvx5350, Family::Rvx5120};
 
 // What a unit can be told, whatever its family calls it on the wire.
 enum class UnitAction
@@ -62,6 +65,8 @@ enum class UnitAction
     SetAddress,
     HisAddress,
     HisDns,
+    ReadHis, // ask the HIS board for its addresses
+    ReadUrl, // ask the HIS board for one streaming URL slot
     Url,
     Count
 };
@@ -90,24 +95,39 @@ private:
     uint64_t m_bits = 0;
 };
 
+// The values from lo to hi.
+struct Range
+{
+    int lo;
+    int hi;
+    constexpr bool has(int v) const { return v >= lo && v <= hi; }
+};
+
 // A family's command set and the ranges its panel's keys and lists give.
 struct FamilyTraits
 {
     Family family;
-    const char *name; // "RVX3210", "8000 series", ...: how messages name it
+    const char *name; // "RVX3210", "RVX5370", ...: how messages name it
     const char *key;  // "rvx3210", "8000", ...: how JSON names it
     StateLayout state;
     ActionSet actions;
-    int inputs;    // bus inputs 1..inputs
-    bool barInput; // the bars as bus input 9
-    int travelMax; // the T-bar's travel byte
-    int pipHMax;   // PIP (and POP) positions, at the widest size
-    int pipVMax;
+    int inputs;      // bus inputs 1..inputs
+    bool barInput;   // the bars as bus input 9
+    Range travel[2]; // the T-bar's travel byte in stroke 0 and stroke 1
+    // PIP positions at the smallest size, whose range is the widest; POP positions.
+    Range pipH;
+    Range pipV;
+    Range popH;
+    Range popV;
     int sourceCount; // entries of the audio source list
     // The audio source list's names ("AUX_IN", "IN1", ...), in list order.
     const char *sourceName(int index) const;
     // The unit takes a channel's level together with the source that channel plays.
     bool levelTakesSource;
+    // The master fader of the audio levels frame (whose third level is always 0).
+    Range levelsMaster;
+    // 0.0.0.0 goes out as a new main board address (the RVX3220's panel refuses it).
+    bool zeroAddress;
 };
 
 const FamilyTraits &familyTraits(Family family);

@@ -1,5 +1,6 @@
 #include "workdata.h"
 
+#include "datagramreader.h"
 #include "framecodec.h"
 #include "searchinterfaces.h"
 
@@ -9,15 +10,9 @@
 #include <QUdpSocket>
 #include <cerrno>
 #include <cstring>
-#include <deque>
 #include <fcntl.h>
-#include <mutex>
 #include <netinet/in.h>
-#include <poll.h>
-#include <sys/eventfd.h>
 #include <sys/socket.h>
-#include <system_error>
-#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -29,153 +24,7 @@ using FrameCodec::writeTail;
 
 namespace {
 
-// Takes the search replies off the socket on a thread of its own and hands them to the GUI
-// thread. A room of a thousand units answers within milliseconds, two datagrams each, and at
-// a stock net.core.rmem_max the kernel holds a few hundred of them: read from the GUI thread,
-// which is still building and painting the window when the first burst comes, a quarter of
-// the units could be lost. The thread only moves datagrams from the kernel into a bounded
-// queue; decoding and the device table stay on the GUI thread.
-class SearchReader : public QObject
-{
-public:
-    // Twice a full room, and as many bytes as the kernel buffer the socket asks for; a flood
-    // beyond that is dropped here as the kernel would drop it.
-    static constexpr int MaxHeldDatagrams = 4 * SWITCHER_DATA::MaxDevices;
-    static constexpr int MaxHeldBytes = SWITCHER_DATA::ReceiveBuffer;
-
-    struct Datagram
-    {
-        QHostAddress sender;
-        QByteArray bytes;
-    };
-
-    // Reads `fd` (a duplicate of the search socket, so the socket object may close its own
-    // first) until destroyed. `owner` is asked to decode whenever datagrams are waiting.
-    static SearchReader *start(int fd, SWITCHER_DATA *owner)
-    {
-        const int wake = eventfd(0, EFD_CLOEXEC);
-        if (wake < 0)
-            return nullptr;
-        auto *reader = new SearchReader(fd, wake, owner);
-        try {
-            reader->m_thread = std::thread(&SearchReader::run, reader);
-        } catch (const std::system_error &) {
-            delete reader;
-            return nullptr;
-        }
-        return reader;
-    }
-
-    ~SearchReader() override
-    {
-        if (m_thread.joinable()) {
-            const uint64_t one = 1;
-            (void)!write(m_wake, &one, sizeof one);
-            m_thread.join();
-        }
-        close(m_wake);
-        close(m_fd);
-    }
-
-    // Moves up to `max` waiting datagrams into `out`. When more wait, the owner is asked
-    // again after this pass of the event loop, so paints and clicks come between batches.
-    void take(int max, std::vector<Datagram> *out)
-    {
-        std::lock_guard<std::mutex> lock(m_mutex);
-        for (int n = 0; n < max && !m_held.empty(); ++n) {
-            m_heldBytes -= m_held.front().bytes.size();
-            out->push_back(std::move(m_held.front()));
-            m_held.pop_front();
-        }
-        if (m_held.empty())
-            m_asked = false;
-        else
-            askOwner();
-    }
-
-    static const char *name() { return "kova-search-reader"; }
-
-private:
-    SearchReader(int fd, int wake, SWITCHER_DATA *owner)
-        : QObject(owner), m_fd(fd), m_wake(wake), m_owner(owner)
-    {
-        setObjectName(QLatin1String(name()));
-    }
-
-    // Called with the mutex held. The call is queued to this object, which lives on the GUI
-    // thread and is deleted only after the reading thread has ended.
-    void askOwner()
-    {
-        m_asked = true;
-        SWITCHER_DATA *owner = m_owner;
-        QMetaObject::invokeMethod(
-            this, [owner] { owner->ReceiveDatagram(); }, Qt::QueuedConnection);
-    }
-
-    void run()
-    {
-        constexpr int Batch = 16;
-        constexpr int Largest = 65536; // no UDP datagram is longer
-        std::vector<char> buffers(size_t(Batch) * Largest);
-        sockaddr_in from[Batch];
-        iovec iov[Batch];
-        mmsghdr msgs[Batch];
-        for (;;) {
-            pollfd p[2] = {{m_fd, POLLIN, 0}, {m_wake, POLLIN, 0}};
-            if (poll(p, 2, -1) < 0) {
-                if (errno == EINTR)
-                    continue;
-                return;
-            }
-            if (p[1].revents || (p[0].revents & POLLNVAL))
-                return;
-            for (;;) {
-                for (int i = 0; i < Batch; ++i) {
-                    iov[i] = {buffers.data() + size_t(i) * Largest, size_t(Largest)};
-                    msgs[i] = {};
-                    msgs[i].msg_hdr.msg_name = &from[i];
-                    msgs[i].msg_hdr.msg_namelen = sizeof from[i];
-                    msgs[i].msg_hdr.msg_iov = &iov[i];
-                    msgs[i].msg_hdr.msg_iovlen = 1;
-                }
-                const int got = recvmmsg(m_fd, msgs, Batch, MSG_DONTWAIT, nullptr);
-                // A failed read has consumed a pending error (a port unreachable, say), not a
-                // datagram; only an empty queue sends the thread back to wait.
-                if (got < 0 && (errno == EAGAIN || errno == EWOULDBLOCK))
-                    break;
-                if (got <= 0)
-                    continue;
-                hold(msgs, from, got);
-            }
-        }
-    }
-
-    void hold(const mmsghdr *msgs, const sockaddr_in *from, int count)
-    {
-        std::lock_guard<std::mutex> lock(m_mutex);
-        for (int i = 0; i < count; ++i) {
-            const int length = int(msgs[i].msg_len);
-            // An empty datagram carries nothing to decode; it has been read, which is all it needs.
-            if (length <= 0 || int(m_held.size()) >= MaxHeldDatagrams || m_heldBytes + length > MaxHeldBytes)
-                continue;
-            m_held.push_back(
-                {QHostAddress(ntohl(from[i].sin_addr.s_addr)),
-                 QByteArray(static_cast<const char *>(msgs[i].msg_hdr.msg_iov->iov_base), length)});
-            m_heldBytes += length;
-        }
-        if (!m_asked && !m_held.empty())
-            askOwner();
-    }
-
-    const int m_fd;
-    const int m_wake;
-    SWITCHER_DATA *const m_owner;
-    std::thread m_thread;
-    std::mutex m_mutex;
-    std::deque<Datagram> m_held;
-    int m_heldBytes = 0;
-    bool m_asked = false;
-};
+const char *const SearchReaderName = "kova-search-reader";
 
 uint16_t dataFrame(uint8_t *buf, uint8_t devClass, uint8_t devNum, uint8_t cmd,
                    std::initializer_list<uint8_t> d)
@@ -205,10 +54,16 @@ void SWITCHER_DATA::initUDPSOCKET()
         return;
     }
     m_socket->setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption, ReceiveBuffer);
-    // The replies are read on a thread of their own (see SearchReader); should none be had,
-    // the GUI thread reads them as the socket reports them.
+    // The replies are read on a thread of their own; should none be had, the GUI thread reads
+    // them as the socket reports them.
+    // A room of a thousand units answers within milliseconds, two datagrams each, and at a
+    // stock net.core.rmem_max the kernel holds a few hundred of them: read from the GUI
+    // thread, which is still building and painting the window when the first burst comes, a
+    // quarter of the units could be lost. Twice a full room is held, and as many bytes as the
+    // kernel buffer asked for; a flood beyond that is dropped as the kernel would drop it.
+    const DatagramReader::Limits limits{4 * MaxDevices, ReceiveBuffer, 0};
     const int fd = fcntl(int(m_socket->socketDescriptor()), F_DUPFD_CLOEXEC, 0);
-    if (fd < 0 || !SearchReader::start(fd, this)) {
+    if (fd < 0 || !DatagramReader::start(fd, this, SearchReaderName, limits, [this] { ReceiveDatagram(); })) {
         if (fd >= 0)
             close(fd);
         connect(m_socket, &QUdpSocket::readyRead, this, &SWITCHER_DATA::ReceiveDatagram);
@@ -342,11 +197,11 @@ void SWITCHER_DATA::ReceiveDatagram()
 {
     if (!m_socket)
         return;
-    if (auto *reader = static_cast<SearchReader *>(
-            findChild<QObject *>(QLatin1String(SearchReader::name()), Qt::FindDirectChildrenOnly))) {
-        std::vector<SearchReader::Datagram> batch;
+    if (auto *reader = static_cast<DatagramReader *>(
+            findChild<QObject *>(QLatin1String(SearchReaderName), Qt::FindDirectChildrenOnly))) {
+        std::vector<DatagramReader::Datagram> batch;
         reader->take(DrainBatch, &batch);
-        for (const SearchReader::Datagram &d : batch)
+        for (const DatagramReader::Datagram &d : batch)
             MYanalysis(d.sender, d.bytes, d.bytes.size());
         return;
     }

@@ -16,6 +16,10 @@ void showsearch::open3210(const UnitAddress &unit, const UnitAddress &his)
     panel->setWindowIcon(panelIcon());
     panel->titleBar()->setDev_Child_Type(GLOBAL_DEV_CHILD_TYPE);
     panel->bindUnit(unit, his);
-    emit panelOpened(panel, panel->link(), PanelKind::Rvx3210, GLOBAL_DEV_CHILD_TYPE);
+    if (presentBeside(panel, panel->link(), PanelKind::Rvx3210, unit)) {
+        // Beside the others, its return key closes this panel alone.
+        connect(panel, &RVX3210UI::m_on_Singnals_returnloginwin, panel, &QWidget::close);
+        return;
+    }
     launchRvx3210Family(this, panel, &RVX3210UI::m_on_Singnals_returnloginwin);
 }

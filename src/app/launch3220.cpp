@@ -17,7 +17,11 @@ void showsearch::open3220(const UnitAddress &unit)
     auto *panel = new RVX3220UI(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
     panel->bindUnit(unit);
-    emit panelOpened(panel, panel->link(), PanelKind::Rvx3220, GLOBAL_DEV_CHILD_TYPE);
+    if (presentBeside(panel, panel->link(), PanelKind::Rvx3220, unit)) {
+        // Not modal beside the others: freed when left, by its return key or its close key.
+        connect(panel, &QDialog::finished, panel, &QObject::deleteLater);
+        return;
+    }
     hide();
     // Modal: the search comes back when the panel is left, and the panel (with its hold on
     // port 7000) goes with it.

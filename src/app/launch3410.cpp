@@ -14,6 +14,10 @@ void showsearch::open3410(const UnitAddress &unit, const UnitAddress &his)
     auto *panel = new RVX3410UI(nullptr);
     panel->setWindowIcon(panelIcon());
     panel->bindUnit(unit, his);
-    emit panelOpened(panel, panel->link(), PanelKind::Rvx3410, GLOBAL_DEV_CHILD_TYPE);
+    if (presentBeside(panel, panel->link(), PanelKind::Rvx3410, unit)) {
+        // Beside the others, its return key closes this panel alone.
+        connect(panel, &RVX3410UI::ExitSignals, panel, &QWidget::close);
+        return;
+    }
     launchRvx3210Family(this, panel, &RVX3410UI::ExitSignals);
 }

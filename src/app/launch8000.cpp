@@ -4,6 +4,7 @@
 #include "RVX5350/rvx5350.h"
 #include "RVX5370/rvx5370.h"
 #include "SwitcherData/rvx5all_workdata.h"
+#include "common/panelclose.h"
 #include "globaldev.h"
 #include "searchstyles.h"
 #include "showsearch.h"
@@ -17,11 +18,13 @@ void showsearch::set5310UI(QString ip, uint8_t a, uint8_t b, QString ip2, uint8_
 
 void showsearch::open5310(const UnitAddress &unit, const UnitAddress &his)
 {
-    // No way back to the search is wired for this panel: it ends with the application.
+    // No way back to the search is wired for this panel: it ends with the application (side by
+    // side, its close key closes it alone).
     auto *panel = new RVX5310Dialog(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
     panel->bindUnit(unit, his);
-    emit panelOpened(panel, panel->link(), PanelKind::Rvx5310, GLOBAL_DEV_CHILD_TYPE);
+    if (presentBeside(panel, panel->link(), PanelKind::Rvx5310, unit))
+        return;
     hide();
     panel->show();
 }
@@ -33,11 +36,13 @@ void showsearch::set5370UI(QString ip, uint8_t a, uint8_t b, QString ip2, uint8_
 
 void showsearch::open5370(const UnitAddress &unit, const UnitAddress &his)
 {
-    // No way back to the search is wired for this panel: it ends with the application.
+    // No way back to the search is wired for this panel: it ends with the application (side by
+    // side, its close key closes it alone).
     auto *panel = new RVX5370(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
     panel->bindUnit(unit, his);
-    emit panelOpened(panel, panel->link(), PanelKind::Rvx5370, GLOBAL_DEV_CHILD_TYPE);
+    if (presentBeside(panel, panel->link(), PanelKind::Rvx5370, unit))
+        return;
     hide();
     panel->show();
 }
@@ -49,11 +54,13 @@ void showsearch::set5350UI(QString ip, uint8_t a, uint8_t b, QString ip2, uint8_
 
 void showsearch::open5350(const UnitAddress &unit, const UnitAddress &his)
 {
-    // No way back to the search is wired for this panel: it ends with the application.
+    // No way back to the search is wired for this panel: it ends with the application (side by
+    // side, its close key closes it alone).
     auto *panel = new RVX5350(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
     panel->bindUnit(unit, his);
-    emit panelOpened(panel, panel->link(), PanelKind::Rvx5350, GLOBAL_DEV_CHILD_TYPE);
+    if (presentBeside(panel, panel->link(), PanelKind::Rvx5350, unit))
+        return;
     hide();
     panel->show();
 }
@@ -63,6 +70,12 @@ void showsearch::set5120UI()
     // No unit is chosen for this panel, and it has no way back: it ends with the application.
     auto *panel = new RVX5120(nullptr);
     panel->setWindowIcon(QIcon(QString::fromLatin1(SearchStyles::WindowIcon)));
+    if (sideBySide()) {
+        panel->setAttribute(Qt::WA_DeleteOnClose);
+        PanelClose::setClosesAlone(panel, true);
+        panel->show();
+        return;
+    }
     hide();
     panel->show();
 }

@@ -2,14 +2,15 @@
 
 #include <QDialog>
 
+class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
 class QSettings;
 class QSpinBox;
 
-// The live features' settings (OSC remote, tally targets, state following), read from and
-// written to the settings on OK. They take effect at the next start.
+// The live features' settings (OSC remote, tally targets, state following, panels side by
+// side, the MQTT broker), read from and written to the settings on OK. They take effect at the next start.
 class LiveSettingsDialog : public QDialog
 {
     Q_OBJECT
@@ -24,5 +25,10 @@ private:
     QLineEdit *m_oscBind;
     QPlainTextEdit *m_tslTargets;
     QSpinBox *m_follow;
+    QCheckBox *m_sideBySide;
+    QLineEdit *m_mqttUrl;
+    QLineEdit *m_mqttCa;
+    QLineEdit *m_mqttPasswordFile;
+    QLineEdit *m_station;
     QLabel *m_error;
 };

@@ -2,6 +2,7 @@
 
 #include "SwitcherData/workdata.h"
 #include "common/centre.h"
+#include "common/panelclose.h"
 #include "common/windowdrag.h"
 #include "globaldev.h"
 #include "groupbox_right.h"
@@ -14,11 +15,13 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPainter>
+#include <QScreen>
 #include <QSettings>
 #include <QShortcut>
 #include <QSpacerItem>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <cstdio>
 #include <cstring>
 
 uint8_t GLOBAL_DEV_CHILD_TYPE = 0;
@@ -86,6 +89,16 @@ void showsearch::init()
     row->addWidget(m_groupBox, 1);
     outer->addWidget(m_titleBar);
     outer->addLayout(row);
+    // Shown only when there is something to say (a unit asked for with --open that did not
+    // answer), so the window is laid out as always otherwise.
+    m_note = new QLabel(this);
+    m_note->setObjectName(QStringLiteral("note"));
+    m_note->setWordWrap(true);
+    m_note->setStyleSheet(QStringLiteral("color:rgb(230,170,60);"));
+    m_note->hide();
+    outer->addWidget(m_note);
+    m_awaitTick.setInterval(50);
+    connect(&m_awaitTick, &QTimer::timeout, this, &showsearch::openAwaited);
 
     connect(m_list, &QListWidget::itemDoubleClicked, this, &showsearch::m_on_liswidget_clicked);
     // Return on the chosen entry opens it as a double-click does. Not through the list's
@@ -239,6 +252,13 @@ void showsearch::m_on_liswidget_clicked()
 
 void showsearch::openPanel(PanelKind panel, const UnitAddress &unit, const UnitAddress &his)
 {
+    if (QWidget *open = openPanelOf(unit.text())) {
+        // Side by side, a unit has one window: opening it again brings that window up.
+        open->show();
+        open->raise();
+        open->activateWindow();
+        return;
+    }
     switch (panel) {
     case PanelKind::Rvx3210:
         return open3210(unit, his);
@@ -263,6 +283,144 @@ void showsearch::showLiveSettings()
                        QString::fromLatin1(LiveOptions::Application)};
     LiveSettingsDialog dialog(settings, this);
     dialog.exec();
+}
+
+void showsearch::openWhenFound(const QStringList &addresses)
+{
+    // Numbered in the order given, whatever order the units answer in.
+    int number = 0;
+    for (const QString &address : addresses)
+        m_awaited.append({address, ++number, -1});
+    m_awaitClock.start();
+    m_awaitTick.start();
+}
+
+void showsearch::openAwaited()
+{
+    // Each awaited unit opens once its main board has answered and its HIS board too, or half
+    // a second after the main board for a unit that has none: the same record a double-click
+    // would find a moment later.
+    constexpr qint64 HisGraceMs = 500;
+    const qint64 now = m_awaitClock.elapsed();
+    for (int i = 0; i < m_awaited.size();) {
+        Awaited &a = m_awaited[i];
+        const DevInfo_DATA *found = nullptr;
+        for (int r = 0; r < m_link->DevInfo_DATA_IDX() && !found; ++r)
+            if (SWITCHER_DATA::dottedIp(m_link->devices()[r].ip) == a.address)
+                found = &m_link->devices()[r];
+        if (found && a.seenAt < 0)
+            a.seenAt = now;
+        if (found && (found->ip2 || now - a.seenAt >= HisGraceMs)) {
+            const DevInfo_DATA rec = *found;
+            GLOBAL_DEV_CHILD_TYPE = rec.childType;
+            // Opened with its reserved number, then no longer awaited.
+            openPanel(UnitModels::forChildType(rec.childType).panel, UnitAddress::mainBoard(rec),
+                      UnitAddress::hisBoard(rec));
+            m_awaited.removeAt(i);
+            continue;
+        }
+        if (!found && now >= OpenWaitMs) {
+            const QString text =
+                tr("No unit answered from %1 within %2 s.").arg(a.address).arg(OpenWaitMs / 1000);
+            std::fprintf(stderr, "kova: %s\n", qPrintable(text));
+            showNote(text);
+            m_awaited.removeAt(i);
+            continue;
+        }
+        ++i;
+    }
+    if (m_awaited.isEmpty())
+        m_awaitTick.stop();
+}
+
+void showsearch::showNote(const QString &text)
+{
+    const QString shown = m_note->text();
+    m_note->setText(shown.isEmpty() ? text : shown + QLatin1Char('\n') + text);
+    m_note->show();
+}
+
+QString showsearch::note() const
+{
+    return m_note->text();
+}
+
+QWidget *showsearch::openPanelOf(const QString &address) const
+{
+    const quint32 ip = QHostAddress(address).toIPv4Address();
+    for (const OpenPanel &p : m_open)
+        if (p.ip == ip && p.panel)
+            return p.panel;
+    return nullptr;
+}
+
+int showsearch::takeNumber(const UnitAddress &unit) const
+{
+    for (const Awaited &a : m_awaited)
+        if (QHostAddress(a.address) == unit.host)
+            return a.number;
+    // The smallest number no open panel has and no awaited unit holds: a unit opened alone is
+    // always number 1.
+    for (int n = 1;; ++n) {
+        bool taken = false;
+        for (const OpenPanel &p : m_open)
+            taken = taken || (p.number == n && p.panel);
+        for (const Awaited &a : m_awaited)
+            taken = taken || a.number == n;
+        if (!taken)
+            return n;
+    }
+}
+
+bool showsearch::presentBeside(QWidget *panel, UnitLink *link, PanelKind kind, const UnitAddress &unit)
+{
+    if (!m_sideBySide) {
+        emit panelOpened(panel, link, kind, GLOBAL_DEV_CHILD_TYPE, 1);
+        return false;
+    }
+    const int number = takeNumber(unit);
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    PanelClose::setClosesAlone(panel, true);
+    panel->setWindowTitle(QStringLiteral("%1 \u00b7 %2 %3")
+                              .arg(number)
+                              .arg(UnitModels::modelName(GLOBAL_DEV_CHILD_TYPE), unit.text()));
+    placeBeside(panel);
+    m_open.append({number, unit.host.toIPv4Address(), panel});
+    connect(panel, &QObject::destroyed, this, [this, panel] {
+        for (int i = m_open.size() - 1; i >= 0; --i)
+            if (!m_open.at(i).panel || m_open.at(i).panel == panel)
+                m_open.removeAt(i);
+    });
+    emit panelOpened(panel, link, kind, GLOBAL_DEV_CHILD_TYPE, number);
+    panel->show();
+    panel->raise();
+    panel->activateWindow();
+    return true;
+}
+
+void showsearch::placeBeside(QWidget *panel)
+{
+    // The search window moves to the top left corner when the first panel opens beside it;
+    // the panels go in a row to its right, the next row down when the screen ends, and
+    // cascaded from the top left when that is full too.
+    const QScreen *screen = this->screen();
+    if (!screen)
+        return;
+    const QRect area = screen->availableGeometry();
+    constexpr int Gap = 8;
+    QWidget *last = nullptr;
+    for (const OpenPanel &p : qAsConst(m_open))
+        if (p.panel)
+            last = p.panel;
+    if (!last)
+        move(area.topLeft());
+    const QRect g = last ? last->frameGeometry() : frameGeometry();
+    QPoint at(g.right() + 1 + Gap, g.top());
+    if (at.x() + panel->width() > area.right())
+        at = QPoint(area.left(), g.bottom() + 1 + Gap);
+    if (at.y() + panel->height() > area.bottom())
+        at = area.topLeft() + QPoint(30, 30) * int(m_open.size() % 8 + 1);
+    panel->move(at);
 }
 
 void showsearch::showSearchPage()

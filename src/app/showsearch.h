@@ -4,11 +4,17 @@
 #include "SwitcherData/unitlink.h"
 #include "SwitcherData/unitmodel.h"
 
+#include <QElapsedTimer>
+#include <QPointer>
 #include <QString>
+#include <QStringList>
+#include <QTimer>
+#include <QVector>
 #include <QWidget>
 #include <cstdint>
 
 class GroupBox_right;
+class QLabel;
 class QListWidget;
 class SWITCHER_DATA;
 
@@ -19,6 +25,9 @@ class showsearch : public QWidget
     Q_OBJECT
 public:
     explicit showsearch(QWidget *parent = nullptr);
+
+    // How long --open waits for a unit to answer the search before saying it did not.
+    static constexpr int OpenWaitMs = 5000;
 
     QListWidget *deviceList() const { return m_list; }
     GroupBox_right *groupBox() const { return m_groupBox; }
@@ -51,15 +60,37 @@ public slots:
     // window; the window's own layout has no key for them.
     void showLiveSettings();
 
+    // Each unit's panel in a window of its own: the search window stays up, a unit already
+    // open is raised instead of opened again, and a panel's return or close key closes that
+    // panel alone. Off, one panel is open at a time in the search window's place.
+    void setSideBySide(bool on) { m_sideBySide = on; }
+    bool sideBySide() const { return m_sideBySide; }
+    // Opens the panels of the units at these addresses as soon as the search finds them, as a
+    // double-click would, numbered in this order. One that has not answered within OpenWaitMs
+    // is reported on stderr and in this window.
+    void openWhenFound(const QStringList &addresses);
+    // The open panel of the unit at this dotted address (side by side), or nullptr.
+    QWidget *openPanelOf(const QString &address) const;
+    // The note this window shows under its list (units that did not answer), empty if none.
+    QString note() const;
+
 signals:
-    // A panel of `kind` is about to show, bound through `link` to a unit of that child type.
-    void panelOpened(QWidget *panel, UnitLink *link, PanelKind kind, uint8_t childType);
+    // A panel of `kind` is about to show, bound through `link` to a unit of that child type;
+    // `number` counts the open units from 1 in the order their panels opened.
+    void panelOpened(QWidget *panel, UnitLink *link, PanelKind kind, uint8_t childType, int number);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    // Side by side: numbers, names and shows the panel beside the others and returns true.
+    // Otherwise announces it as the only one and returns false; the launcher goes on.
+    bool presentBeside(QWidget *panel, UnitLink *link, PanelKind kind, const UnitAddress &unit);
+    int takeNumber(const UnitAddress &unit) const;
+    void placeBeside(QWidget *panel);
+    void openAwaited();
+    void showNote(const QString &text);
     void open3210(const UnitAddress &unit, const UnitAddress &his);
     void open3410(const UnitAddress &unit, const UnitAddress &his);
     void open3220(const UnitAddress &unit);
@@ -83,4 +114,23 @@ private:
     // anything else, so the next reply rebuilds it whole.
     int m_listedAll = -1;
     bool m_updatePending = false;
+
+    bool m_sideBySide = false;
+    struct OpenPanel
+    {
+        int number;
+        quint32 ip;
+        QPointer<QWidget> panel;
+    };
+    QVector<OpenPanel> m_open;
+    struct Awaited
+    {
+        QString address;
+        int number;
+        qint64 seenAt; // ms on m_awaitClock when its main board first answered, -1 before
+    };
+    QVector<Awaited> m_awaited;
+    QElapsedTimer m_awaitClock;
+    QTimer m_awaitTick;
+    QLabel *m_note = nullptr;
 };

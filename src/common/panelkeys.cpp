@@ -156,14 +156,15 @@ QAbstractButton *PanelKeys::key(const QString &name) const
         return m_keys.autoKey;
     for (const auto &[prefix, row] : {std::pair{QLatin1String("pgm"), &m_keys.program},
                                       std::pair{QLatin1String("pvw"), &m_keys.preview}}) {
-        if (!name.startsWith(prefix))
+        bool ok = false;
+        const int place = name.mid(prefix.size()).toInt(&ok);
+        // A key named otherwise ("pgm-bar") is one of the named keys.
+        if (!name.startsWith(prefix) || !ok)
             continue;
         // One row of inputs is the programme row only.
         if (row == &m_keys.preview && m_keys.preview == m_keys.program)
             return nullptr;
-        bool ok = false;
-        const int place = name.mid(prefix.size()).toInt(&ok);
-        return ok && place >= 1 && place <= row->size() ? row->at(place - 1) : nullptr;
+        return place >= 1 && place <= row->size() ? row->at(place - 1) : nullptr;
     }
     return m_named.value(name);
 }

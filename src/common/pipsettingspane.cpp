@@ -1,6 +1,7 @@
 #include "pipsettingspane.h"
 
 #include "SwitcherData/protocol.h"
+#include "SwitcherData/unitcontrol.h"
 #include "SwitcherData/unitstate.h"
 #include "unitstateguard.h"
 
@@ -35,8 +36,8 @@ QSpinBox *makeSpin(QWidget *parent, int min, int max, int step)
 
 } // namespace
 
-PipSettingsPane::PipSettingsPane(QWidget *parent, PipCommands commands, Echo echo, Position position)
-    : QWidget(parent), m_send(std::move(commands)), m_echo(echo), m_position(position)
+PipSettingsPane::PipSettingsPane(QWidget *parent, UnitControl *unit, Echo echo, Position position)
+    : QWidget(parent), m_unit(unit), m_echo(echo), m_position(position)
 {
     m_size = makeList(this, PipTexts::SizeItems);
     m_hPos = makeSpin(this, 0, StartMax, PositionStep);
@@ -74,7 +75,7 @@ void PipSettingsPane::on_coboxIndexChanged_Size(int index)
     // A position outside the new range is clamped by its spin box, which then sends the
     // clamped value on its own before the size command leaves.
     applyRanges(index);
-    m_send.size(uint8_t(index));
+    m_unit->pipSize(index);
 }
 
 bool PipSettingsPane::positionMayGo()
@@ -90,30 +91,30 @@ bool PipSettingsPane::positionMayGo()
 void PipSettingsPane::on_spboxValueChanged_Hposition(int value)
 {
     if (positionMayGo())
-        m_send.hPosition(uint16_t(value));
+        m_unit->pipPosition(true, value);
 }
 
 void PipSettingsPane::on_spboxValueChanged_Vposition(int value)
 {
     if (positionMayGo())
-        m_send.vPosition(uint16_t(value));
+        m_unit->pipPosition(false, value);
 }
 
 void PipSettingsPane::on_coboxIndexChanged_BorderEnable(int index)
 {
     if (index >= 0)
-        m_send.borderEnable(uint8_t(index));
+        m_unit->pipBorder(index == 1);
 }
 
 void PipSettingsPane::on_coboxIndexChanged_BorderColor(int index)
 {
     if (index >= 0)
-        m_send.borderColor(uint8_t(index));
+        m_unit->pipBorderColor(index);
 }
 
 void PipSettingsPane::on_spboxValueChanged_BorderWidth(int value)
 {
-    m_send.borderWidth(uint8_t(value));
+    m_unit->pipBorderWidth(value);
 }
 
 // With Echo::Send the control's change signal runs, as for an operator's change, and a value

@@ -2,34 +2,11 @@
 
 #include <QWidget>
 #include <cstdint>
-#include <functional>
 
 class QComboBox;
 class QSpinBox;
+class UnitControl;
 class UnitState;
-
-// The six PIP commands a settings pane sends. `of` takes them from any link that has the
-// usual senders (the RVX3210, RVX3220 and 8000-series links all do), so the pane does not
-// depend on a link type.
-struct PipCommands
-{
-    std::function<void(uint8_t)> size;
-    std::function<void(uint16_t)> hPosition;
-    std::function<void(uint16_t)> vPosition;
-    std::function<void(uint8_t)> borderEnable;
-    std::function<void(uint8_t)> borderColor;
-    std::function<void(uint8_t)> borderWidth;
-
-    template <class Link> static PipCommands of(Link *link)
-    {
-        return {[link](uint8_t v) { link->SendCMDPIP_Border_Size(v); },
-                [link](uint16_t v) { link->SendCMDPIP_H_Position(v); },
-                [link](uint16_t v) { link->SendCMDPIP_V_Position(v); },
-                [link](uint8_t v) { link->SendCMDPIP_Border_Enable(v); },
-                [link](uint8_t v) { link->SendCMDPIP_Border_Color(v); },
-                [link](uint8_t v) { link->SendCMDPIP_Border_Width(v); }};
-    }
-};
 
 // Fixed texts of every PIP settings pane.
 namespace PipTexts {
@@ -47,7 +24,8 @@ inline constexpr char ChooseSize[] = "please choose Size";
 } // namespace PipTexts
 
 // The controls and rules of a picture-in-picture settings pane: size preset, H and V
-// position, border on/off, colour and width, each change sent at once. The size preset
+// position, border on/off, colour and width, each change sent at once through the unit's
+// UnitControl, whatever the link's family. The size preset
 // bounds the positions so the inset stays inside a 1920 x 1080 picture. The pane lays out
 // nothing: a panel's pane places and styles the controls, adds its captions, and chooses
 //  - whether a state value that changes a control goes back to the unit as that control's
@@ -69,7 +47,7 @@ public:
         Free
     };
 
-    PipSettingsPane(QWidget *parent, PipCommands commands, Echo echo, Position position);
+    PipSettingsPane(QWidget *parent, UnitControl *unit, Echo echo, Position position);
 
     QComboBox *sizeList() const { return m_size; }
     QSpinBox *hPosition() const { return m_hPos; }
@@ -103,7 +81,7 @@ private:
     bool positionMayGo();
     template <class Control, class Value> void showState(Control *control, Value value);
 
-    PipCommands m_send;
+    UnitControl *m_unit;
     Echo m_echo;
     Position m_position;
     QComboBox *m_size = nullptr;

@@ -3,11 +3,11 @@
 // broadcast it sends is the search.
 #include "SwitcherData/protocol.h"
 #include "SwitcherData/reportinglink.h"
+#include "SwitcherData/statefields.h"
+#include "SwitcherData/unitcommands.h"
 #include "SwitcherData/unitlinks.h"
 #include "SwitcherData/unitmodel.h"
 #include "SwitcherData/workdata.h"
-#include "commands.h"
-#include "statefields.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -33,7 +33,7 @@ enum Exit
     NoUnit = 3,   // no unit answered the search from ADDRESS (or its HIS board did not)
     Refused = 4,  // the unit's family has no such command or argument
     NoReply = 5,  // the unit did not report its state in time
-    PortBusy = 6, // UDP port 7000, where the state reply comes back, is held by another program
+    PortBusy = 6, // UDP port 7000, where the state reply comes back, is held and not shared
 };
 
 constexpr int DefaultTimeoutMs = 1000;
@@ -45,7 +45,7 @@ const char ExitCodes[] =
     "  3  no unit answered the search from ADDRESS (or, for a HIS command, no HIS board)\n"
     "  4  refused: the unit's family has no such command or argument\n"
     "  5  the unit did not report its state within the time-out\n"
-    "  6  UDP port 7000 is held by another program (a panel of kova, say)\n";
+    "  6  UDP port 7000 is held by a program that does not share it (a running kova shares it)\n";
 
 QTextStream &out()
 {
@@ -206,6 +206,9 @@ int runState(const QString &address, int timeoutMs, bool json)
         return fail(PortBusy,
                     QStringLiteral("UDP port %1 is held by another program").arg(SWITCHER_DATA::Port));
     link->bindUnit(UnitAddress::mainBoard(unit));
+    // A KOVA with this unit's panel open holds the port too: tied to the unit, this socket
+    // gets the unit's reply ahead of it, and KOVA keeps every other unit's.
+    link->keepToUnit();
 
     UnitState state;
     bool got = false;
@@ -222,21 +225,17 @@ int runState(const QString &address, int timeoutMs, bool json)
         return fail(NoReply,
                     QStringLiteral("%1 did not report its state within %2 ms").arg(address).arg(timeoutMs));
 
-    const QVector<StateField> fields = stateFields(state);
     if (json) {
-        QJsonObject values;
-        for (const StateField &f : fields)
-            values.insert(f.name, f.value);
         QJsonObject o;
         o.insert(QStringLiteral("address"), address);
         o.insert(QStringLiteral("model"), UnitModels::modelName(unit.childType));
         o.insert(QStringLiteral("family"), QLatin1String(traits.key));
-        o.insert(QStringLiteral("state"), values);
+        o.insert(QStringLiteral("state"), stateJson(state));
         out() << QJsonDocument(o).toJson(QJsonDocument::Indented);
         return Ok;
     }
     out() << "model: " << UnitModels::modelName(unit.childType) << '\n';
-    for (const StateField &f : fields)
+    for (const StateField &f : stateFields(state))
         out() << f.name << ": " << fieldText(f.value) << '\n';
     return Ok;
 }
@@ -270,6 +269,9 @@ int runSend(const QString &address, const QString &command, const QStringList &a
     // The link of the unit's family, bound as a panel binds it; the frames are the panel's.
     const std::unique_ptr<UnitLink> link(createUnitLink(family));
     link->bindBoards(UnitAddress::mainBoard(unit), UnitAddress::hisBoard(unit));
+    // Beside a running KOVA: tied to this unit, the socket takes none of the other units'
+    // replies meant for KOVA while it exists.
+    link->keepToUnit();
     if (!call.run(*link))
         return fail(Refused,
                     QStringLiteral("the %1 refused '%2'").arg(QLatin1String(link->traits().name), command));

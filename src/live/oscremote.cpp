@@ -32,6 +32,7 @@ bool hasPatternChars(const char *path)
 }
 
 const QString NoPanel = QStringLiteral("no panel is open");
+const QByteArray UnitPrefix = QByteArrayLiteral("/kova/unit/");
 
 } // namespace
 
@@ -159,6 +160,21 @@ int OscRemote::onUnmatched(const char *path, const char *types, lo_arg **argv, i
                            void *data)
 {
     auto *self = static_cast<OscRemote *>(data);
+    // /kova/unit/ID/COMMAND: the command's own route, for that unit.
+    const QByteArray whole(path);
+    if (whole.startsWith(UnitPrefix) && !hasPatternChars(path)) {
+        const QByteArray rest = whole.mid(UnitPrefix.size());
+        const int slash = rest.indexOf('/');
+        if (slash > 0) {
+            if (const Route *route = self->routeFor("/kova/" + rest.mid(slash + 1))) {
+                const Request r{
+                    QString::fromLatin1(rest.mid(slash + 1)), types, argv, argc, lo_message_get_source(msg),
+                    QString::fromLatin1(rest.left(slash))};
+                (self->*route->handler)(r);
+                return 0;
+            }
+        }
+    }
     // A pattern reaches every route it matches and this handler too; it is unknown only when
     // it matched none.
     if (hasPatternChars(path)) {
@@ -171,8 +187,22 @@ int OscRemote::onUnmatched(const char *path, const char *types, lo_arg **argv, i
     return 0;
 }
 
+const OscRemote::Route *OscRemote::routeFor(const QByteArray &path) const
+{
+    for (const Route &route : m_routes)
+        if (route.path == path)
+            return &route;
+    return nullptr;
+}
+
 RemoteTarget *OscRemote::target(const Request &r)
 {
+    if (!r.unit.isEmpty()) {
+        RemoteTarget *t = m_unitTargets.value(r.unit);
+        if (!t)
+            fail(r, QStringLiteral("no unit %1 is open").arg(r.unit));
+        return t;
+    }
     if (!m_target)
         fail(r, NoPanel);
     return m_target;
@@ -180,10 +210,71 @@ RemoteTarget *OscRemote::target(const Request &r)
 
 void OscRemote::press(const Request &r, const QString &key)
 {
-    if (!m_target->hasKey(key))
+    RemoteTarget *t = r.unit.isEmpty() ? m_target : m_unitTargets.value(r.unit);
+    if (!t)
+        return;
+    if (!t->hasKey(key))
         fail(r, QStringLiteral("this panel has no %1 key").arg(key));
-    else if (!m_target->pressKey(key))
+    else if (!t->pressKey(key))
         fail(r, QStringLiteral("the panel did not take %1").arg(key));
+}
+
+void OscRemote::setUnitTarget(const QString &id, RemoteTarget *target)
+{
+    if (target) {
+        m_unitTargets.insert(id, target);
+    } else {
+        m_unitTargets.remove(id);
+        m_unitStates.remove(id);
+    }
+}
+
+void OscRemote::setUnits(const QVector<UnitEntry> &units)
+{
+    if (units == m_units)
+        return;
+    m_units = units;
+    for (const Peer &p : m_subscribers)
+        sendUnits(p.address.get());
+}
+
+void OscRemote::sendUnits(lo_address to)
+{
+    lo_message m = lo_message_new();
+    for (const UnitEntry &u : qAsConst(m_units)) {
+        lo_message_add_int32(m, u.number);
+        lo_message_add_string(m, u.id.toUtf8().constData());
+        lo_message_add_string(m, u.model.toUtf8().constData());
+    }
+    lo_send_message_from(to, m_server, "/kova/units", m);
+    lo_message_free(m);
+}
+
+void OscRemote::setUnitState(const QString &id, const OscFields &fields)
+{
+    m_unitStates.insert(id, fields);
+}
+
+void OscRemote::publishUnit(const QString &id, const OscFields &changed)
+{
+    update(m_unitStates[id], changed);
+    const QString prefix = QStringLiteral("unit/%1/").arg(id);
+    for (const auto &field : changed)
+        for (const Peer &p : m_subscribers)
+            send(p.address.get(), prefix + field.first, field.second);
+}
+
+void OscRemote::update(OscFields &state, const OscFields &changed)
+{
+    for (const auto &field : changed) {
+        auto it = std::find_if(state.begin(), state.end(), [&field](const QPair<QString, QVariant> &f) {
+            return f.first == field.first;
+        });
+        if (it != state.end())
+            it->second = field.second;
+        else
+            state.append(field);
+    }
 }
 
 void OscRemote::keyCommand(const Request &r)
@@ -273,6 +364,15 @@ void OscRemote::stateCommand(const Request &r)
     const Peer asker = peer(r.sender, QString());
     if (!asker.address)
         return;
+    if (!r.unit.isEmpty()) {
+        // One unit's state as last reported: the link watch already asks it while followed.
+        if (!target(r))
+            return;
+        const QString prefix = QStringLiteral("unit/%1/").arg(r.unit);
+        for (const auto &field : m_unitStates.value(r.unit))
+            send(asker.address.get(), prefix + field.first, field.second);
+        return;
+    }
     if (m_target && m_target->requestState()) {
         addPeer(m_waiting, asker);
         if (!m_stateWait.isActive())
@@ -318,6 +418,14 @@ void OscRemote::subscribeCommand(const Request &r)
         m_subscribers.push_back(p);
     }
     sendWholeState(p.address.get());
+    // Every open unit under its own ID, then the list of them.
+    for (const UnitEntry &u : qAsConst(m_units)) {
+        const QString prefix = QStringLiteral("unit/%1/").arg(u.id);
+        for (const auto &field : m_unitStates.value(u.id))
+            send(p.address.get(), prefix + field.first, field.second);
+    }
+    if (!m_units.isEmpty())
+        sendUnits(p.address.get());
 }
 
 void OscRemote::unsubscribeCommand(const Request &r)
@@ -399,15 +507,8 @@ void OscRemote::sendWholeState(lo_address to)
 
 void OscRemote::publish(const OscFields &changed)
 {
-    for (const auto &field : changed) {
-        auto it = std::find_if(m_state.begin(), m_state.end(), [&field](const QPair<QString, QVariant> &f) {
-            return f.first == field.first;
-        });
-        if (it != m_state.end())
-            it->second = field.second;
-        else
-            m_state.append(field);
+    update(m_state, changed);
+    for (const auto &field : changed)
         for (const Peer &p : m_subscribers)
             send(p.address.get(), field.first, field.second);
-    }
 }

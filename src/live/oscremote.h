@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 #include <QObject>
 #include <QPair>
 #include <QString>
@@ -40,9 +41,29 @@ public:
     bool listen(const QHostAddress &address, quint16 port, QString *error = nullptr);
     quint16 port() const { return m_port; }
 
-    // The open panel, or nullptr while none is open. Not owned: the owner clears it before
-    // the panel goes.
+    // The open panel that had the focus last, or nullptr while none is open: /kova/COMMAND
+    // acts on it. Not owned: the owner clears it before the panel goes.
     void setTarget(RemoteTarget *target) { m_target = target; }
+    // Each open unit by its ID (its main-board address with dashes for dots): what
+    // /kova/unit/ID/COMMAND acts on. nullptr forgets the unit.
+    void setUnitTarget(const QString &id, RemoteTarget *target);
+    // The open units in their order, each its number, ID and model: told to subscribers as
+    // /kova/units whenever it changes, and to each new subscriber.
+    struct UnitEntry
+    {
+        int number;
+        QString id;
+        QString model;
+        bool operator==(const UnitEntry &o) const
+        {
+            return number == o.number && id == o.id && model == o.model;
+        }
+    };
+    void setUnits(const QVector<UnitEntry> &units);
+    // A unit's whole state (for new subscribers), and what changed of it, told to subscribers
+    // as /kova/unit/ID/FIELD.
+    void setUnitState(const QString &id, const OscFields &fields);
+    void publishUnit(const QString &id, const OscFields &changed);
 
     // The whole state a new subscriber (or a /kova/state asker) is told; publish() keeps it up
     // to date.
@@ -71,6 +92,7 @@ private:
         lo_arg **argv;
         int argc;
         lo_address sender;
+        QString unit = QString(); // the ID of /kova/unit/ID/COMMAND; empty for /kova/COMMAND
     };
     using Handler = void (OscRemote::*)(const Request &);
     struct Route
@@ -102,6 +124,9 @@ private:
     bool portArgument(const Request &r, QString *port);
     void send(lo_address to, const QString &name, const QVariant &value);
     void sendWholeState(lo_address to);
+    void sendUnits(lo_address to);
+    const Route *routeFor(const QByteArray &path) const;
+    static void update(OscFields &state, const OscFields &changed);
     static Peer peer(lo_address sender, const QString &port);
     static void addPeer(std::vector<Peer> &peers, const Peer &p);
 
@@ -111,6 +136,9 @@ private:
     std::vector<Route> m_routes;
     RemoteTarget *m_target = nullptr;
     OscFields m_state;
+    QHash<QString, RemoteTarget *> m_unitTargets;
+    QVector<UnitEntry> m_units;
+    QHash<QString, OscFields> m_unitStates;
     std::vector<Peer> m_subscribers;
     std::vector<Peer> m_waiting; // asked /kova/state, wait for the unit's reply
     QTimer m_stateWait;

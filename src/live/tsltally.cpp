@@ -24,13 +24,14 @@ TslTally::TslTally(QObject *parent) : QObject(parent)
     connect(&m_refresh, &QTimer::timeout, this, [this] { sendAll(m_targets); });
 }
 
-QByteArray TslTally::packet(int index, int control, const QByteArray &text)
+QByteArray TslTally::packet(int index, int control, const QByteArray &text, int screen)
 {
     const int length = qMin(text.size(), MaxText);
     QByteArray p(Head + length, '\0');
     char *d = p.data();
     putU16(d, HeadAfterCount + length);
-    // d[2] version, d[3] flags, d[4..5] screen: all zero.
+    // d[2] version and d[3] flags: zero.
+    putU16(d + 4, screen);
     putU16(d + 6, index);
     putU16(d + 8, control);
     putU16(d + 10, length);
@@ -66,6 +67,12 @@ void TslTally::setTargets(const QList<TslTarget> &targets)
     m_targets = targets;
     keepRefreshing();
     sendAll(added);
+}
+
+void TslTally::setPlace(int screen, int indexOffset)
+{
+    m_screen = qBound(0, screen, 0xFFFF);
+    m_indexOffset = qBound(0, indexOffset, 0xFFFF - 1);
 }
 
 void TslTally::setInputs(const QStringList &labels)
@@ -120,7 +127,7 @@ void TslTally::send(int index, const Display &display, const QList<TslTarget> &t
 {
     if (to.isEmpty())
         return;
-    const QByteArray p = packet(index, display.control, display.text);
+    const QByteArray p = packet(m_indexOffset + index, display.control, display.text, m_screen);
     for (const TslTarget &t : to)
         m_socket.writeDatagram(p, t.host, t.port);
 }

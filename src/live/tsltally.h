@@ -34,6 +34,14 @@ public:
 
     explicit TslTally(QObject *parent = nullptr);
 
+    // The screen this tally's messages name, and what is added to each input number to make
+    // its display index. A lone unit keeps screen 0 and offset 0; each further unit of a
+    // production gets its own screen and offset, so a listener that reads only the index can
+    // still tell the units apart.
+    void setPlace(int screen, int indexOffset);
+    int screen() const { return m_screen; }
+    int indexOffset() const { return m_indexOffset; }
+
     // Where the messages go. A target new to the list is told every input at once.
     void setTargets(const QList<TslTarget> &targets);
     const QList<TslTarget> &targets() const { return m_targets; }
@@ -46,10 +54,10 @@ public:
     // the labels are still sent. Starts false.
     void setLive(bool live);
 
-    // One display message on screen 0, all integers low byte first: byte count after the count
-    // itself, version 0, flags 0 (ASCII text, no screen control), screen, index, control,
-    // text length, text.
-    static QByteArray packet(int index, int control, const QByteArray &text);
+    // One display message, all integers low byte first: byte count after the count itself,
+    // version 0, flags 0 (ASCII text, no screen control), screen, index, control, text
+    // length, text.
+    static QByteArray packet(int index, int control, const QByteArray &text, int screen = 0);
     // The control word: right-hand tally in bits 0-1, text tally 2-3, left-hand tally 4-5,
     // brightness 6-7.
     static int control(bool programme, bool preview);
@@ -74,6 +82,8 @@ private:
     QTimer m_refresh;
     QList<TslTarget> m_targets;
     QStringList m_labels;
+    int m_screen = 0;
+    int m_indexOffset = 0;
     int m_programme = 0;
     int m_preview = 0;
     bool m_live = false;

@@ -582,6 +582,12 @@ void TestRvx3210Panel::networkPageSends()
 void TestRvx3210Panel::hisRepliesShown()
 {
     Plane_Botton *page = m_panel->networkPage();
+    // The page hands the address a reply reports back to the link, which then expects the
+    // board there (as it is, on a real network); the lab's board stays at its own address.
+    const auto hisStaysInTheLab = [this] {
+        m_panel->link()->get_HISTypeID(QString::fromLatin1(HisIp), 0xE0, 0xFF);
+    };
+    hisStaysInTheLab();
     QSignalSpy his(m_panel->link(), &RVX3210_workdata::on_signals_3210HISData);
     // Network address reply: IP at 2, mask at 6, gateway at 10, DNS at 20 of the payload.
     m_his->reply(reply(0xE0FF, 0x24, hex("0001 0a000005 ffffff00 0a000001 000000000000 01010101") + "$"));
@@ -590,12 +596,14 @@ void TestRvx3210Panel::hisRepliesShown()
     QCOMPARE(page->hisSubnetEdit()->text(), QStringLiteral("255.255.255.0"));
     QCOMPARE(page->hisGatewayEdit()->text(), QStringLiteral("10.0.0.1"));
     QCOMPARE(page->hisDnsEdit()->text(), QStringLiteral("1.1.1.1"));
+    hisStaysInTheLab();
 
     // A payload that stops inside the gateway shows the IP and mask only.
     m_his->reply(reply(0xE0FF, 0x24, hex("0001 0a000006 ffff0000 0a00") + "$"));
     QVERIFY(his.wait(3000));
     QCOMPARE(page->hisIpEdit()->text(), QStringLiteral("10.0.0.6"));
     QCOMPARE(page->hisGatewayEdit()->text(), QStringLiteral("10.0.0.1"));
+    hisStaysInTheLab();
 
     // URL reply laid out as the URL record: slot, name length, 16 name bytes, URL length.
     QSignalSpy url(m_panel->link(), &RVX3210_workdata::on_signals_3210HIS_URL_Data);

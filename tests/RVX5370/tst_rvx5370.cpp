@@ -198,8 +198,8 @@ void TestRvx5370::stateShown()
     // The next WIPE press steps on from the reported direction (R) to D.
     rig.press("btn_wipe");
     QCOMPARE(rig.sent(), hexList(QByteArray(SetWipe) + " a56c1500a5ff01000000000000000000922e8b03ae"));
-    // The serial part of a long reply reaches SET; nothing answers it.
-    emit rig.panel.link()->on_signals_5370Data(hex("120a00ff"));
+    // The serial of a long reply reaches SET from the unit's state; nothing answers it.
+    emit rig.panel.link()->stateReported(UnitState::decode(StateLayout::Series8000, {}, hex("120a00ff")));
     QCOMPARE(set->findChild<QLabel *>("label_SM")->text(), QStringLiteral("SN:12 a ff "));
     QCOMPARE(rig.sent(), QList<QByteArray>());
 }

@@ -79,7 +79,7 @@ template <typename Link> void deliver(Rig<Link> &rig, const QByteArrayList &data
 {
     for (const QByteArray &d : datagrams)
         rig.main->reply(d);
-    QTRY_VERIFY(!rig.link->socket()->hasPendingDatagrams());
+    QTRY_VERIFY(!rig.link->endpoint()->hasPendingDatagrams() && !rig.link->holdsBack());
 }
 
 inline QStringList emits(const char *signal, const QByteArray &payload)

@@ -25,6 +25,9 @@ private slots:
     void urlFrame();
     void decode_data();
     void decode() { LinkTest::checkDecode(m_rig); }
+    void hisRepliesDecoded_data();
+    void hisRepliesDecoded();
+    void hisReplyMovesLaterCommands();
     void stallAt1057();
 
 private:
@@ -175,6 +178,61 @@ void TestRvx3210Link::decode_data()
     QTest::newRow("rvx3410 state frame") << Row{f3410} << emits("3410", f3410) + emits("state", Record);
     const QByteArray other3410 = reply(0xA5FF, 0x30, hex("01"), 0x27);
     QTest::newRow("rvx3410 other frame") << Row{other3410} << emits("3410", other3410);
+}
+
+void TestRvx3210Link::hisRepliesDecoded_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<QStringList>("decoded");
+    // Addresses at 2, 6, 10 and 20 of the payload; the slot at 1, the name's length at 2, the
+    // name at 3, the URL's length (low byte first) at 19, the URL at 21. "-" is a null text.
+    const QByteArray net = hex("0000 7f000006 ffffff00 7f000001 000000000000 08080404");
+    QTest::newRow("addresses") << reply(0xE0FF, 0x24, net + "$")
+                               << QStringList{"127.0.0.6", "255.255.255.0", "127.0.0.1", "8.8.4.4"};
+    QTest::newRow("addresses cut inside the gateway")
+        << reply(0xE0FF, 0x24, net.left(12) + "$") << QStringList{"127.0.0.6", "255.255.255.0", "-", "-"};
+    const QByteArray name = QByteArray("cam").leftJustified(16, '\0');
+    QTest::newRow("url") << reply(0xE0FF, 0x6a, hex("0003 03") + name + hex("0400") + "rtmpj")
+                         << QStringList{"3", "cam", "rtmp"};
+    QTest::newRow("url shorter than its length")
+        << reply(0xE0FF, 0x6a, hex("0001 02") + name + hex("c800") + "rtmp://xj")
+        << QStringList{"1", "ca", "rtmp://x"};
+    QTest::newRow("url cut inside the name")
+        << reply(0xE0FF, 0x6a, hex("0004 10") + "abcj") << QStringList{"4", "abc", "-"};
+    QTest::newRow("url of a slot alone")
+        << reply(0xE0FF, 0x6a, hex("0004") + "j") << QStringList{"-1", "-", "-"};
+}
+
+void TestRvx3210Link::hisRepliesDecoded()
+{
+    QFETCH(QByteArray, reply);
+    QFETCH(QStringList, decoded);
+    auto text = [](const QString &s) { return s.isNull() ? QStringLiteral("-") : s; };
+    QStringList got;
+    QObject context;
+    connect(m_rig.link.get(), &Link::hisAddressesReported, &context, [&](const HisAddresses &a) {
+        got = QStringList{text(a.ip), text(a.subnet), text(a.gateway), text(a.dns)};
+    });
+    connect(m_rig.link.get(), &Link::streamUrlReported, &context, [&](const StreamUrl &u) {
+        got = QStringList{QString::number(u.slot), text(u.name), text(u.url)};
+    });
+    LinkTest::deliver(m_rig, {reply});
+    QCOMPARE(got, decoded);
+}
+
+void TestRvx3210Link::hisReplyMovesLaterCommands()
+{
+    // What the HIS board reports is the link's: later HIS commands go to the address reported,
+    // and what a short reply stops short of stays as it was.
+    WireCapture reported("127.0.0.6");
+    m_rig.link->get_HIS_INFO("127.0.0.3", "255.0.0.0", "127.0.0.1", "1.1.1.1");
+    LinkTest::deliver(m_rig, {reply(0xE0FF, 0x24, hex("0000 7f000006 ffffff00 7f00") + "$")});
+    QCOMPARE(m_rig.link->on_HIS_IP() + ' ' + m_rig.link->on_HIS_Subnet() + ' ' +
+                 m_rig.link->on_HIS_Gateway() + ' ' + m_rig.link->on_HIS_DNS(),
+             QString("127.0.0.6 255.255.255.0 127.0.0.1 1.1.1.1"));
+    m_rig.link->readUrl(2);
+    QCOMPARE(reported.take(1).value(0), hex("a56c1500e0ff010000000000000000006a027203ae"));
+    QVERIFY(m_rig.his->takeAll().isEmpty());
 }
 
 void TestRvx3210Link::stallAt1057()

@@ -191,17 +191,12 @@ void TestRvx3220Link::examine()
 void TestRvx3220Link::queuedDatagramsAreAllExamined()
 {
     WatchedLink link;
-    QVERIFY(link.isBound());
     const QByteArray a = frameOf(20, {{0, 0xA5}, {1, 0x6C}, {16, 0x49}, {19, 0xAE}});
     const QByteArray b = hex("0102");
-    // Held back from readyRead, both datagrams wait for one drain.
-    link.socket()->blockSignals(true);
-    QUdpSocket peer;
-    peer.writeDatagram(a, QHostAddress::LocalHost, 7000);
-    peer.writeDatagram(b, QHostAddress::LocalHost, 7000);
-    QTRY_VERIFY(link.socket()->hasPendingDatagrams());
-    link.ReceiveData();
-    link.socket()->blockSignals(false);
+    // Both datagrams of one pass are examined, in order.
+    link.offer(a);
+    link.offer(b);
+    link.endPass();
     QCOMPARE(link.seen, (QList<QByteArray>{a, b}));
 }
 
@@ -209,9 +204,8 @@ void TestRvx3220Link::receivingChangesNothing()
 {
     WatchedLink link;
     link.DevTypeID("127.0.0.2", 0xA5, 0x07);
-    QUdpSocket peer;
-    peer.writeDatagram(frameOf(24, {{0, 0xA5}, {1, 0x6C}, {16, 0x49}, {23, 0xAE}}), QHostAddress::LocalHost,
-                       7000);
+    WireCapture unit;
+    unit.reply(frameOf(24, {{0, 0xA5}, {1, 0x6C}, {16, 0x49}, {23, 0xAE}}));
     QTRY_COMPARE(link.seen.size(), 1);
     QCOMPARE(link.unitAddress(), QString("127.0.0.2"));
     QCOMPARE(link.devClass(), quint8(0xA5));

@@ -13,6 +13,7 @@
 #include "RVX5370/rvx5370.h"
 #include "RVX8000/set.h"
 #include "RVX8000/setdialog.h"
+#include "SwitcherData/rvx3220_workdata.h"
 #include "common/highdpi.h"
 #include "common/panelkeys.h"
 

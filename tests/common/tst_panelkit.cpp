@@ -1,5 +1,6 @@
 // The panel kit driven through its hooks alone: no link, no socket. Mouse events carry explicit
 // global points, so the drags do not depend on where the offscreen windows sit.
+#include "SwitcherData/unitcontrol.h"
 #include "common/centre.h"
 #include "common/keyflash.h"
 #include "common/pictureiconengine.h"
@@ -32,16 +33,35 @@ void mouse(QWidget *to, QEvent::Type type, QPoint local, QPoint global)
     QApplication::sendEvent(to, &event);
 }
 
-// A link stand-in with the six PIP senders under their usual names.
-struct FakeLink
+// A unit that writes down the PIP actions it is told, as "<what> <value>".
+struct FakeLink : UnitControl
 {
+    FakeLink() : UnitControl(Family::Rvx3210) {}
     QStringList sent;
-    void SendCMDPIP_Border_Size(uint8_t v) { sent << QStringLiteral("size %1").arg(v); }
-    void SendCMDPIP_H_Position(uint16_t v) { sent << QStringLiteral("h %1").arg(v); }
-    void SendCMDPIP_V_Position(uint16_t v) { sent << QStringLiteral("v %1").arg(v); }
-    void SendCMDPIP_Border_Enable(uint8_t v) { sent << QStringLiteral("enable %1").arg(v); }
-    void SendCMDPIP_Border_Color(uint8_t v) { sent << QStringLiteral("color %1").arg(v); }
-    void SendCMDPIP_Border_Width(uint8_t v) { sent << QStringLiteral("width %1").arg(v); }
+
+protected:
+    void perform(const Call &c) override
+    {
+        switch (c.action) {
+        case UnitAction::PipSize:
+            sent << QStringLiteral("size %1").arg(c.a);
+            break;
+        case UnitAction::PipPosition:
+            sent << QStringLiteral("%1 %2").arg(QLatin1String(c.a ? "h" : "v")).arg(c.b);
+            break;
+        case UnitAction::PipBorder:
+            sent << QStringLiteral("enable %1").arg(c.a);
+            break;
+        case UnitAction::PipBorderColor:
+            sent << QStringLiteral("color %1").arg(c.a);
+            break;
+        case UnitAction::PipBorderWidth:
+            sent << QStringLiteral("width %1").arg(c.a);
+            break;
+        default:
+            sent << QStringLiteral("other");
+        }
+    }
 };
 
 // A T-bar with its sequencer; what the sequencer does is written down as text.
@@ -292,8 +312,7 @@ void TestPanelKit::flashKeyOrder()
 void TestPanelKit::pipPositionWaitsForSize()
 {
     FakeLink link;
-    PipSettingsPane pane(nullptr, PipCommands::of(&link), PipSettingsPane::Echo::Send,
-                         PipSettingsPane::Position::NeedsSize);
+    PipSettingsPane pane(nullptr, &link, PipSettingsPane::Echo::Send, PipSettingsPane::Position::NeedsSize);
     {
         ModalWatch watch;
         pane.hPosition()->setValue(100);
@@ -313,8 +332,7 @@ void TestPanelKit::pipPositionWaitsForSize()
     // Where a position needs no size, it goes out at once; every change reaches the sender of
     // its own command with its value.
     FakeLink free;
-    PipSettingsPane anyTime(nullptr, PipCommands::of(&free), PipSettingsPane::Echo::Send,
-                            PipSettingsPane::Position::Free);
+    PipSettingsPane anyTime(nullptr, &free, PipSettingsPane::Echo::Send, PipSettingsPane::Position::Free);
     anyTime.vPosition()->setValue(30);
     anyTime.hPosition()->setValue(300);
     anyTime.borderEnable()->setCurrentIndex(1);
@@ -340,8 +358,7 @@ void TestPanelKit::pipStateEcho()
     QFETCH(int, echo);
     QFETCH(QStringList, sent);
     FakeLink link;
-    PipSettingsPane pane(nullptr, PipCommands::of(&link), PipSettingsPane::Echo(echo),
-                         PipSettingsPane::Position::NeedsSize);
+    PipSettingsPane pane(nullptr, &link, PipSettingsPane::Echo(echo), PipSettingsPane::Position::NeedsSize);
     pane.sizeList()->setCurrentIndex(0);
     pane.hPosition()->setValue(1440);
     pane.vPosition()->setValue(810);

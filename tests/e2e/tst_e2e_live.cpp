@@ -9,6 +9,8 @@
 #include "common/noreplymark.h"
 #include "labstate.h"
 #include "modalanswer.h"
+#include "oscpeer.h"
+#include "tallydecode.h"
 
 #include <QDir>
 #include <QListWidget>
@@ -40,31 +42,6 @@ enum Unit
     UnitCount
 };
 
-// One tally display message as a listener reads it: little-endian PBC, VER, FLAGS, SCREEN,
-// then INDEX, CONTROL, LENGTH and the text.
-struct TallyDisplay
-{
-    int index = -1;
-    int rightTally = 0, textTally = 0, leftTally = 0, brightness = 0;
-    QByteArray text;
-};
-
-int le16(const QByteArray &d, int at)
-{
-    return uint8_t(d.at(at)) | uint8_t(d.at(at + 1)) << 8;
-}
-
-bool decode(const QByteArray &d, TallyDisplay *out)
-{
-    if (d.size() < 12 || le16(d, 0) != d.size() - 2 || d.at(2) != 0 || d.at(3) != 0 || le16(d, 4) != 0)
-        return false;
-    const int control = le16(d, 8);
-    const int length = le16(d, 10);
-    if (12 + length != d.size())
-        return false;
-    *out = {le16(d, 6), control & 3, control >> 2 & 3, control >> 4 & 3, control >> 6 & 3, d.mid(12)};
-    return true;
-}
 } // namespace
 
 class tst_E2eLive : public QObject
@@ -95,9 +72,7 @@ private:
     QStringList m_units;
     std::unique_ptr<showsearch> m_window;
     std::unique_ptr<LiveProduction> m_live;
-    QString m_oscsend, m_oscdump;
-    QProcess m_dump;
-    QStringList m_dumped;
+    OscPeer m_osc;
     QUdpSocket m_tally;
     QMap<int, TallyDisplay> m_displays;
 };
@@ -106,10 +81,8 @@ void tst_E2eLive::initTestCase()
 {
     m_units = qEnvironmentVariable("LAB_UNITS").split(QLatin1Char(' '), Qt::SkipEmptyParts);
     QVERIFY2(m_units.size() == UnitCount, "run me through lab/lab.sh with the six units of CMakeLists.txt");
-    m_oscsend = QStandardPaths::findExecutable(QStringLiteral("oscsend"));
-    m_oscdump = QStandardPaths::findExecutable(QStringLiteral("oscdump"));
-    QVERIFY2(!m_oscsend.isEmpty() && !m_oscdump.isEmpty(),
-             "oscsend and oscdump are missing: install liblo-tools (scripts/install-deps.sh)");
+    const QString oscError = m_osc.start(OscPort, DumpPort);
+    QVERIFY2(oscError.isEmpty(), qPrintable(oscError));
     QVERIFY(m_tally.bind(QHostAddress::LocalHost, TallyPort));
 
     LiveOptions options;
@@ -123,22 +96,14 @@ void tst_E2eLive::initTestCase()
     connect(m_window.get(), &showsearch::panelOpened, m_live.get(), &LiveProduction::panelOpened);
     m_window->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
-
-    m_dump.start(m_oscdump, {QStringLiteral("-L"), QString::number(DumpPort)});
-    QVERIFY(m_dump.waitForStarted());
 }
 
-void tst_E2eLive::cleanupTestCase()
-{
-    m_dump.kill();
-    m_dump.waitForFinished();
-}
+void tst_E2eLive::cleanupTestCase() {}
 
 void tst_E2eLive::oscsend(const QStringList &message)
 {
-    QProcess p;
-    p.start(m_oscsend, QStringList{QStringLiteral("127.0.0.1"), QString::number(OscPort)} + message);
-    QVERIFY2(p.waitForFinished(5000) && p.exitCode() == 0, qPrintable(p.readAllStandardError()));
+    QString error;
+    QVERIFY2(m_osc.send(message, &error), qPrintable(error));
 }
 
 int tst_E2eLive::framesTo(Unit unit, const QString &command)
@@ -148,23 +113,12 @@ int tst_E2eLive::framesTo(Unit unit, const QString &command)
 
 bool tst_E2eLive::dumpShows(const QString &want, int ms)
 {
-    return QTest::qWaitFor(
-        [&] {
-            while (m_dump.canReadLine())
-                m_dumped << QString::fromUtf8(m_dump.readLine()).trimmed().section(QLatin1Char(' '), 1);
-            return m_dumped.contains(want);
-        },
-        ms);
+    return m_osc.shows(want, ms);
 }
 
 bool tst_E2eLive::dumpShows(const QRegularExpression &want, int ms)
 {
-    return QTest::qWaitFor(
-        [&] {
-            dumpShows(QString(), 0);
-            return !m_dumped.filter(want).isEmpty();
-        },
-        ms);
+    return m_osc.shows(want, ms);
 }
 
 bool tst_E2eLive::tallyUntil(const std::function<bool(const QMap<int, TallyDisplay> &)> &done, int ms)
@@ -173,7 +127,7 @@ bool tst_E2eLive::tallyUntil(const std::function<bool(const QMap<int, TallyDispl
         [&] {
             while (m_tally.hasPendingDatagrams()) {
                 TallyDisplay d;
-                if (decode(m_tally.receiveDatagram().data(), &d))
+                if (decodeTally(m_tally.receiveDatagram().data(), &d) && d.screen == 0)
                     m_displays.insert(d.index, d);
             }
             return done(m_displays);
@@ -293,15 +247,15 @@ void tst_E2eLive::badInputAnsweredAndNothingSent()
 void tst_E2eLive::feedbackAndTallyFollowTheUnit()
 {
     withPanel(Small, [&](QWidget *panel) {
-        m_dumped.clear();
+        m_osc.dumped().clear();
         oscsend({"/kova/subscribe", "i", QString::number(DumpPort)});
         // The whole state at once: the model, the unit's address, the link and the fields.
         QVERIFY(dumpShows(QStringLiteral("/kova/unit s \"%1\"").arg(m_units.at(Small))));
-        QVERIFY(m_dumped.contains(QStringLiteral("/kova/link i 1")));
-        QVERIFY(m_dumped.contains(QStringLiteral("/kova/model s \"RVX5310\"")));
+        QVERIFY(m_osc.dumped().contains(QStringLiteral("/kova/link i 1")));
+        QVERIFY(m_osc.dumped().contains(QStringLiteral("/kova/model s \"RVX5310\"")));
         // The unit's fields as soon as its state is in.
         QVERIFY2(dumpShows(QRegularExpression(QStringLiteral("^/kova/pgm i \\d$"))),
-                 qPrintable(m_dumped.join(QLatin1Char('\n'))));
+                 qPrintable(m_osc.dumped().join(QLatin1Char('\n'))));
 
         // A change made beside KOVA (a second sender putting input 3 on the programme bus) is
         // followed: it shows on the panel, to its subscribers and in the tally within two periods.
@@ -309,25 +263,26 @@ void tst_E2eLive::feedbackAndTallyFollowTheUnit()
         const QByteArray pgm3 = QByteArray::fromHex("a56c1500a5ff0100000000000000000080034e03ae");
         other.writeDatagram(pgm3, QHostAddress(m_units.at(Small)), 7000);
         QVERIFY2(dumpShows(QStringLiteral("/kova/pgm i 3"), 2 * FollowMs + 1500),
-                 qPrintable(m_dumped.join('\n')));
+                 qPrintable(m_osc.dumped().join('\n')));
         QVERIFY(tallyUntil([](const QMap<int, TallyDisplay> &d) {
-            return d.value(3).rightTally == 1 && d.value(3).textTally == 1 && d.value(3).brightness == 3;
+            return d.value(3).right == 1 && d.value(3).text == 1 && d.value(3).brightness == 3;
         }));
-        QCOMPARE(m_displays.value(3).text, QByteArray("3"));
+        QCOMPARE(m_displays.value(3).label, QByteArray("3"));
         QCOMPARE(panel->findChild<QPushButton *>(QStringLiteral("btn_pgm3"))->styleSheet(),
                  QString::fromLatin1(KeySheet::GradientRed));
         // An OSC cut: the unit swaps its buses, and the feedback says so.
-        const int preview = m_dumped.filter(QStringLiteral("/kova/pvw i ")).last().section(' ', 2).toInt();
+        const int preview =
+            m_osc.dumped().filter(QStringLiteral("/kova/pvw i ")).last().section(' ', 2).toInt();
         oscsend({"/kova/cut"});
         QVERIFY(dumpShows(QStringLiteral("/kova/pgm i %1").arg(preview), 2 * FollowMs + 1500));
         QVERIFY(tallyUntil([preview](const QMap<int, TallyDisplay> &d) {
-            return d.value(preview).rightTally == 1 && d.value(3).leftTally == 2;
+            return d.value(preview).right == 1 && d.value(3).left == 2;
         }));
     });
     // No panel: every tally off.
     QVERIFY(tallyUntil([](const QMap<int, TallyDisplay> &d) {
         for (const TallyDisplay &x : d)
-            if (x.rightTally || x.textTally || x.leftTally)
+            if (x.right || x.text || x.left)
                 return false;
         return !d.isEmpty();
     }));
@@ -339,7 +294,7 @@ void tst_E2eLive::silentUnitIsShown()
     withPanel(Hall, [&](QWidget *panel) {
         oscsend({"/kova/subscribe", "i", QString::number(DumpPort)});
         QVERIFY(dumpShows(QStringLiteral("/kova/link i 1")));
-        m_dumped.clear();
+        m_osc.dumped().clear();
         auto *mark = panel->findChild<NoReplyMark *>();
         QVERIFY(mark && !mark->isVisible());
         // The emulator stopped: the next poll goes unanswered for a second.
@@ -350,7 +305,7 @@ void tst_E2eLive::silentUnitIsShown()
         QVERIFY(dumpShows(QStringLiteral("/kova/link i 0")));
         QVERIFY(tallyUntil([](const QMap<int, TallyDisplay> &d) {
             for (const TallyDisplay &x : d)
-                if (x.rightTally || x.textTally || x.leftTally)
+                if (x.right || x.text || x.left)
                     return false;
             return true;
         }));
@@ -361,7 +316,7 @@ void tst_E2eLive::silentUnitIsShown()
         QVERIFY(dumpShows(QStringLiteral("/kova/link i 1")));
         QVERIFY(tallyUntil([](const QMap<int, TallyDisplay> &d) {
             for (const TallyDisplay &x : d)
-                if (x.rightTally == 1)
+                if (x.right == 1)
                     return true;
             return false;
         }));
@@ -373,15 +328,14 @@ void tst_E2eLive::silentUnitIsShown()
 void tst_E2eLive::unitWithoutStateTalliesItsPanel()
 {
     withPanel(Truck, [&](QWidget *) {
-        m_dumped.clear();
+        m_osc.dumped().clear();
         oscsend({"/kova/subscribe", "i", QString::number(DumpPort)});
         oscsend({"/kova/pgm", "i", "5"});
         oscsend({"/kova/pvw", "i", "2"});
         QVERIFY(dumpShows(QStringLiteral("/kova/pvw i 2")));
-        QVERIFY(m_dumped.contains(QStringLiteral("/kova/pgm i 5")));
+        QVERIFY(m_osc.dumped().contains(QStringLiteral("/kova/pgm i 5")));
         QVERIFY(tallyUntil([](const QMap<int, TallyDisplay> &d) {
-            return d.size() == 6 && d.value(5).rightTally == 1 && d.value(2).leftTally == 2 &&
-                   d.value(1).rightTally == 0;
+            return d.size() == 6 && d.value(5).right == 1 && d.value(2).left == 2 && d.value(1).right == 0;
         }));
         oscsend({"/kova/unsubscribe", "i", QString::number(DumpPort)});
     });

@@ -8,8 +8,10 @@
 
 #include <QListWidget>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTemporaryDir>
 #include <QtTest>
 
 // Search frames the emulator received and the replies it sent.
@@ -43,9 +45,21 @@ void tst_E2eSearch::programBroadcastReachesUnits()
     QProcess kova;
     kova.setProgram(QStringLiteral(KOVA_BINARY));
     kova.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // No saved settings: the program as installed, with no option.
+    QTemporaryDir config;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("XDG_CONFIG_HOME"), config.path());
+    kova.setProcessEnvironment(env);
     kova.start();
     QVERIFY(kova.waitForStarted());
     QTRY_VERIFY_WITH_TIMEOUT(searchFramesLogged() > before, 15000);
+    // With no option it opens no connection of any kind (no broker is asked for): the search's
+    // datagrams are all it sends.
+    QProcess ss;
+    ss.start(QStringLiteral("ss"), {QStringLiteral("-tanp")});
+    QVERIFY(ss.waitForFinished());
+    const QByteArray tcp = ss.readAllStandardOutput();
+    QVERIFY2(!tcp.contains("pid=" + QByteArray::number(kova.processId()) + ','), tcp.constData());
     kova.kill();
     kova.waitForFinished();
 }

@@ -55,16 +55,16 @@ void tst_PanelFlood::eventLoopRunsAndNewestStateIsShown()
     for (int b = 0; b < Bursts; ++b) {
         for (int i = 0; i < PerBurst; ++i)
             unit.reply(stateReply(uint8_t(1 + (b * PerBurst + i) % 4), 2));
-        QTRY_VERIFY(!panel.link()->socket()->hasPendingDatagrams());
+        QTRY_VERIFY(!panel.link()->endpoint()->hasPendingDatagrams() && !panel.link()->holdsBack());
     }
     // The newest state: program on input 3, which no reply of the stream ended on.
     unit.reply(stateReply(3, 1));
     QTRY_VERIFY(lit(panel.lowerRow()->pgmGroup()->button(3), ":/images/red/png/3.png"));
 
-    // Each pass read one batch of a burst and showed the newest state in it, and the timer
-    // fired between every two passes.
+    // Each pass took at most one batch of a burst and showed the newest state in it, and the
+    // timer fired between every two passes.
     constexpr int PassesPerBurst = (PerBurst + UnitLink::LinkDrainBatch - 1) / UnitLink::LinkDrainBatch;
-    QCOMPARE(ticksAtReply.size(), Bursts * PassesPerBurst + 1);
+    QVERIFY(ticksAtReply.size() >= Bursts * PassesPerBurst + 1);
     for (int i = 1; i < ticksAtReply.size(); ++i)
         QVERIFY2(ticksAtReply.at(i) > ticksAtReply.at(i - 1), "two batches were read in one pass");
 

@@ -98,6 +98,7 @@ private slots:
     void packet_data();
     void packet();
     void firstPacketsOnTheWire();
+    void placeNamesScreenAndOffsetsIndexes();
     void changes_data();
     void changes();
     void refreshTellsEveryTargetEverything();
@@ -113,11 +114,14 @@ void TestTslTally::packet_data()
     QTest::addColumn<int>("index");
     QTest::addColumn<int>("control");
     QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<int>("screen");
     QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("programme") << 1 << 0xC5 << QByteArray("CAM 1")
+    QTest::newRow("programme") << 1 << 0xC5 << QByteArray("CAM 1") << 0
                                << QByteArray::fromHex("0f00 00 00 0000 0100 c500 0500 43414d2031");
     QTest::newRow("index above 255, no text")
-        << 0x0102 << 0xE0 << QByteArray() << QByteArray::fromHex("0a00 00 00 0000 0201 e000 0000");
+        << 0x0102 << 0xE0 << QByteArray() << 0 << QByteArray::fromHex("0a00 00 00 0000 0201 e000 0000");
+    QTest::newRow("third unit's screen")
+        << 203 << 0xC0 << QByteArray("3") << 2 << QByteArray::fromHex("0b00 00 00 0200 cb00 c000 0100 33");
 }
 
 void TestTslTally::packet()
@@ -125,7 +129,8 @@ void TestTslTally::packet()
     QFETCH(int, index);
     QFETCH(int, control);
     QFETCH(QByteArray, text);
-    QTEST(TslTally::packet(index, control, text), "bytes");
+    QFETCH(int, screen);
+    QTEST(TslTally::packet(index, control, text, screen), "bytes");
 }
 
 void TestTslTally::firstPacketsOnTheWire()
@@ -139,6 +144,19 @@ void TestTslTally::firstPacketsOnTheWire()
     QCOMPARE(m_a->sinceLast(),
              (QList<QByteArray>{QByteArray::fromHex("0f00 0000 0000 0100 c500 0500 43414d2031"),
                                 QByteArray::fromHex("1000 0000 0000 0200 e000 0600 43616d2d323f")}));
+}
+
+void TestTslTally::placeNamesScreenAndOffsetsIndexes()
+{
+    // The second unit of a production: screen 1, its inputs from index 101.
+    TslTally tally;
+    tally.setPlace(1, 100);
+    tally.setInputs({"1", "2"});
+    tally.setLive(true);
+    tally.setTally(2, 0);
+    tally.setTargets({m_a->target()});
+    QCOMPARE(m_a->sinceLast(), (QList<QByteArray>{QByteArray::fromHex("0b00 0000 0100 6500 c000 0100 31"),
+                                                  QByteArray::fromHex("0b00 0000 0100 6600 c500 0100 32")}));
 }
 
 void TestTslTally::changes_data()

@@ -25,9 +25,21 @@ for f in /usr/bin/kova /usr/bin/kovactl /usr/bin/kova-emulator /usr/share/applic
     /usr/share/metainfo/invalid.kova.Kova.metainfo.xml /usr/share/icons/hicolor/48x48/apps/invalid.kova.Kova.png \
     /usr/share/icons/hicolor/256x256/apps/invalid.kova.Kova.png /usr/share/man/man1/kova.1.gz \
     /usr/share/man/man1/kovactl.1.gz /usr/share/man/man1/kova-emulator.1.gz /usr/share/doc/kova/copyright \
-    /usr/share/doc/kova/changelog.gz; do
+    /usr/share/doc/kova/changelog.gz /usr/bin/kova-hub /usr/share/man/man1/kova-hub.1.gz \
+    /lib/systemd/system/kova-hub.service /etc/kova/hub.conf; do
     grep -qx "$f" "$work/files" || fail "the package lacks $f"
 done
+
+# kova-hub's service is installed, not enabled: no maintainer script and no link under
+# /etc/systemd; its example options are a conffile with every key commented.
+dpkg-deb -e "$deb" "$work/control"
+for script in preinst postinst prerm postrm; do
+    [ -e "$work/control/$script" ] && fail "the package carries a $script script"
+done
+grep -q '^/etc/systemd' "$work/files" && fail "the package enables a service"
+grep -qx /etc/kova/hub.conf "$work/control/conffiles" || fail "/etc/kova/hub.conf is no conffile"
+dpkg-deb --fsys-tarfile "$deb" | tar -xOf - ./etc/kova/hub.conf | grep -v '^#' | grep -q . &&
+    fail "hub.conf sets a key"
 
 # Dependencies: the libraries of the Qt major the tree was built with (and none of the other's),
 # the panels' font, each satisfied by what this (Debian 12) machine has installed.
@@ -58,6 +70,17 @@ for clause in "${clauses[@]}"; do
         ok=1
     done
     [ "$ok" = 1 ] || fail "dependency not satisfiable here: $clause"
+done
+
+# A program linked with the MQTT library needs its package; dpkg-shlibdeps should have named it.
+dpkg-deb -x "$deb" "$work/extract"
+# kova-hub runs on a machine with no display: it needs neither Qt's GUI library nor its widgets.
+objdump -p "$work/extract/usr/bin/kova-hub" | grep -Eq 'NEEDED *libQt[56](Gui|Widgets)' &&
+    fail "kova-hub links Qt's GUI libraries"
+for exe in "$work"/extract/usr/bin/*; do
+    if objdump -p "$exe" | grep -q 'NEEDED *libmosquitto\.so'; then
+        echo "$depends" | grep -q '\blibmosquitto1\b' || fail "$(basename "$exe") links libmosquitto, Depends lacks libmosquitto1"
+    fi
 done
 
 # lintian: no errors (warnings are printed).

@@ -1,7 +1,7 @@
-#include "commands.h"
+#include "unitcommands.h"
 
-#include "SwitcherData/protocol.h"
-#include "SwitcherData/unitcontrol.h"
+#include "protocol.h"
+#include "unitcontrol.h"
 
 namespace {
 
@@ -20,6 +20,16 @@ const char *const PipSizes[] = {"small", "medium", "large"};
 const char *const BorderColors[] = {"white", "red", "blue", "green"};
 
 struct CommandDef;
+
+// A UnitControl that checks and sends nothing, to ask whether a family takes a call.
+class Rehearsal final : public UnitControl
+{
+public:
+    using UnitControl::UnitControl;
+
+protected:
+    void perform(const Call &) override {}
+};
 
 } // namespace
 
@@ -156,7 +166,8 @@ void tbar(CallBuilder &b)
 {
     int stroke = 0;
     int travel = 0;
-    if (b.count(2) && b.number(0, 0, 1, &stroke) && b.number(1, 0, b.traits.travelMax, &travel))
+    if (b.count(2) && b.number(0, 0, 1, &stroke) &&
+        b.number(1, b.traits.travel[stroke].lo, b.traits.travel[stroke].hi, &travel))
         b.send([=](UnitControl &u) { return u.fader(stroke, travel); });
 }
 
@@ -208,11 +219,14 @@ template <int Channel> void level(CallBuilder &b)
 
 void levels(CallBuilder &b)
 {
+    // The panels send the third level as 0, and the master as their master fader gives it.
+    const Range ranges[4] = {
+        {0, Protocol::AudioLevelMax}, {0, Protocol::AudioLevelMax}, {0, 0}, b.traits.levelsMaster};
     int v[4] = {};
     if (!b.count(4))
         return;
     for (int i = 0; i < 4; ++i) {
-        if (!b.number(i, 0, Protocol::AudioLevelMax, &v[i]))
+        if (!b.number(i, ranges[i].lo, ranges[i].hi, &v[i]))
             return;
     }
     b.send([v](UnitControl &u) { return u.levels(v[0], v[1], v[2], v[3]); });
@@ -235,9 +249,10 @@ void pipBorderWidth(CallBuilder &b)
 
 template <bool Horizontal, bool Pop> void position(CallBuilder &b)
 {
-    const int max = Horizontal ? b.traits.pipHMax : b.traits.pipVMax;
+    const FamilyTraits &t = b.traits;
+    const Range range = Pop ? (Horizontal ? t.popH : t.popV) : (Horizontal ? t.pipH : t.pipV);
     int p = 0;
-    if (b.count(1) && b.number(0, 0, max, &p))
+    if (b.count(1) && b.number(0, range.lo, range.hi, &p))
         b.send([p](UnitControl &u) {
             return Pop ? u.popPosition(Horizontal, p) : u.pipPosition(Horizontal, p);
         });
@@ -262,16 +277,24 @@ void menu(CallBuilder &b)
 {
     int key = 0;
     int press = 0;
-    if (b.count(2) && b.choice(0, {"up", "down", "enter"}, &key) && b.choice(1, {"release", "press"}, &press))
-        b.send([=](UnitControl &u) { return u.menu(UnitControl::MenuKey(key), press == 1); });
+    if (!b.count(2) || !b.choice(0, {"up", "down", "enter"}, &key) ||
+        !b.choice(1, {"release", "press"}, &press))
+        return;
+    if (UnitControl::MenuKey(key) == UnitControl::MenuKey::Enter && press == 0)
+        return b.fail(CommandCall::Verdict::NotHere, QStringLiteral("menu: the menu key sends no release"));
+    b.send([=](UnitControl &u) { return u.menu(UnitControl::MenuKey(key), press == 1); });
 }
 
 void setAddress(CallBuilder &b)
 {
-    if (b.count(1) && b.address(0)) {
-        const QString ip = b.args.at(0);
-        b.send([ip](UnitControl &u) { return u.setAddress(ip); });
-    }
+    if (!b.count(1) || !b.address(0))
+        return;
+    const QString ip = b.args.at(0);
+    if (!b.traits.zeroAddress && Protocol::addressBytes(ip) == QByteArray(4, '\0'))
+        return b.fail(
+            CommandCall::Verdict::NotHere,
+            QStringLiteral("set-address: the %1 takes no 0.0.0.0").arg(QLatin1String(b.traits.name)));
+    b.send([ip](UnitControl &u) { return u.setAddress(ip); });
 }
 
 void hisAddress(CallBuilder &b)
@@ -290,6 +313,19 @@ void hisDns(CallBuilder &b)
     }
 }
 
+void readHis(CallBuilder &b)
+{
+    if (b.count(0))
+        b.send([](UnitControl &u) { return u.readHis(); }, true);
+}
+
+void readUrl(CallBuilder &b)
+{
+    int slot = 0;
+    if (b.count(1) && b.number(0, 0, Protocol::UrlSlots - 1, &slot))
+        b.send([slot](UnitControl &u) { return u.readUrl(slot); }, true);
+}
+
 void url(CallBuilder &b)
 {
     using Protocol::UrlMax;
@@ -305,20 +341,25 @@ void url(CallBuilder &b)
         return b.fail(
             CommandCall::Verdict::BadUsage,
             QStringLiteral("url: the name must be Latin-1 text of at most %1 bytes").arg(UrlNameMax));
-    if (address.isEmpty() || address.size() > UrlMax || b.args.at(2) != QString::fromLatin1(address))
+    if (address.size() > UrlMax || b.args.at(2) != QString::fromLatin1(address))
         return b.fail(CommandCall::Verdict::BadUsage,
-                      QStringLiteral("url: the URL must be Latin-1 text of 1 to %1 bytes").arg(UrlMax));
+                      QStringLiteral("url: the URL must be Latin-1 text of at most %1 bytes").arg(UrlMax));
     b.send([=](UnitControl &u) { return u.url(slot, name, address); }, true);
 }
 
 // Every command some family's panel sends, in the order of the panels' rows.
 const CommandDef Commands[] = {
-    {"pgm", "INPUT", "put INPUT (1-4, bar; 1-2 on the RVX5350, 1-6 on the RVX3220) on the programme bus",
+    {"read-state", "", "ask the unit for its state (the DS key; 'state' shows the answer)",
+     UnitAction::ReadState, plain<&UnitControl::readState>},
+    {"pgm", "INPUT",
+     "put INPUT (1-4 and bar; 1-4 on the RVX5370, 1-2 on the RVX5350, 1-6 on the RVX3220) on the programme "
+     "bus",
      UnitAction::Programme, pgm},
     {"pvw", "INPUT", "put INPUT on the preview bus", UnitAction::Preview, pvw},
     {"cut", "", "cut", UnitAction::Cut, plain<&UnitControl::cut>},
     {"auto", "", "auto transition", UnitAction::Auto, plain<&UnitControl::autoTransition>},
-    {"tbar", "STROKE TRAVEL", "move the T-bar: stroke 0 or 1, travel 0-128 (0-126 on the RVX3220)",
+    {"tbar", "STROKE TRAVEL",
+     "move the T-bar: stroke 0 or 1, travel 0-128 (on the RVX3220 0-125 in stroke 0, 0-126 in stroke 1)",
      UnitAction::Fader, tbar},
     {"transition", "EFFECT", "mix, fade, wipe-up, wipe-down, wipe-left or wipe-right", UnitAction::Transition,
      transition},
@@ -334,13 +375,13 @@ const CommandDef Commands[] = {
     {"ch1-level", "LEVEL [SOURCE]", "level 0-100 of channel 1 (the RVX3220 also takes the channel's source)",
      UnitAction::Level, level<1>},
     {"ch2-level", "LEVEL [SOURCE]", "level 0-100 of channel 2", UnitAction::Level, level<2>},
-    {"levels", "CH1 CH2 CH3 MASTER", "the audio faders, 0-127 each", UnitAction::Levels, levels},
+    {"levels", "CH1 CH2 CH3 MASTER",
+     "the audio faders: CH1 and CH2 0-127, CH3 0, MASTER 0-127 (100 on the 8000 series)", UnitAction::Levels,
+     levels},
     {"pip", "on|off", "picture in picture", UnitAction::Pip, onOff<&UnitControl::pip>},
     {"pip-size", "SIZE", "small, medium or large", UnitAction::PipSize, pipSize},
-    {"pip-h", "PIXELS", "horizontal position, 0-1440 (0-960 on the RVX3220)", UnitAction::PipPosition,
-     position<true, false>},
-    {"pip-v", "PIXELS", "vertical position, 0-810 (0-540 on the RVX3220)", UnitAction::PipPosition,
-     position<false, false>},
+    {"pip-h", "PIXELS", "horizontal position, 0-1440", UnitAction::PipPosition, position<true, false>},
+    {"pip-v", "PIXELS", "vertical position, 0-810", UnitAction::PipPosition, position<false, false>},
     {"pip-border", "on|off", "PIP border", UnitAction::PipBorder, onOff<&UnitControl::pipBorder>},
     {"pip-border-color", "COLOR", "white, red, blue or green", UnitAction::PipBorderColor, pipBorderColor},
     {"pip-border-width", "WIDTH", "PIP border width 2-7", UnitAction::PipBorderWidth, pipBorderWidth},
@@ -359,13 +400,19 @@ const CommandDef Commands[] = {
     {"pause", "", "pause the recording", UnitAction::Pause, plain<&UnitControl::pause>},
     {"stream", "on|off", "streaming", UnitAction::Stream, onOff<&UnitControl::stream>},
     {"rotate", "", "the ROTATE key", UnitAction::Rotate, plain<&UnitControl::rotate>},
-    {"menu", "KEY press|release", "menu key up, down or enter", UnitAction::Menu, menu},
+    {"menu", "KEY press|release", "menu key up or down, press or release; enter, press only",
+     UnitAction::Menu, menu},
     {"reset", "", "reset the unit's settings", UnitAction::Reset, plain<&UnitControl::reset>},
-    {"set-address", "IPV4", "give the unit's main board a new address", UnitAction::SetAddress, setAddress},
+    {"set-address", "IPV4", "give the unit's main board a new address (not 0.0.0.0 on the RVX3220)",
+     UnitAction::SetAddress, setAddress},
     {"his-address", "IPV4 MASK GATEWAY", "give the HIS board a new address", UnitAction::HisAddress,
      hisAddress},
     {"his-dns", "IPV4", "the HIS board's DNS server", UnitAction::HisDns, hisDns},
-    {"url", "SLOT NAME URL", "streaming URL slot 0-4 of the HIS board", UnitAction::Url, url},
+    {"his-read", "", "ask the HIS board for its addresses (the network page's read key)", UnitAction::ReadHis,
+     readHis},
+    {"url-read", "SLOT", "ask the HIS board for streaming URL slot 0-4", UnitAction::ReadUrl, readUrl},
+    {"url", "SLOT NAME URL", "streaming URL slot 0-4 of the HIS board (name and URL may be empty)",
+     UnitAction::Url, url},
 };
 
 const CommandDef *find(const QString &name)
@@ -471,7 +518,40 @@ CommandCall CommandCall::check(const QString &name, const QStringList &args, Fam
         def->handler(b);
     if (!b.done)
         b.fail(Verdict::BadUsage, QStringLiteral("%1: not understood").arg(name));
+    // The family's UnitControl has the last word: a call it would refuse is refused here.
+    Rehearsal rehearsal(family);
+    if (b.call.m_verdict == Verdict::Ok && !b.call.m_action(rehearsal)) {
+        b.call.m_verdict = Verdict::NotHere;
+        b.call.m_message =
+            QStringLiteral("%1: the %2's panel sends no such frame").arg(name, QLatin1String(b.traits.name));
+        b.call.m_action = nullptr;
+    }
     return b.call;
+}
+
+CommandCall CommandCall::checkLine(const QString &line, Family family)
+{
+    QStringList words = line.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    if (words.isEmpty()) {
+        CommandCall empty;
+        empty.m_verdict = Verdict::BadUsage;
+        empty.m_message = QStringLiteral("no command given");
+        return empty;
+    }
+    const QString name = words.takeFirst();
+    return check(name, words, family);
+}
+
+QString CommandCall::runLine(UnitControl &unit, const QString &line, bool hisKnown)
+{
+    const CommandCall call = checkLine(line, unit.traits().family);
+    if (call.verdict() != Verdict::Ok)
+        return call.message();
+    if (call.needsHisBoard() && !hisKnown)
+        return QStringLiteral("the unit's HIS board has not answered the search");
+    if (!call.run(unit))
+        return QStringLiteral("the %1 refused it").arg(QLatin1String(unit.traits().name));
+    return QString();
 }
 
 CommandCall CommandCall::checkAnyFamily(const QString &name, const QStringList &args)

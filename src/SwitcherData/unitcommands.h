@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SwitcherData/unitmodel.h"
+#include "unitmodel.h"
 
 #include <QString>
 #include <QStringList>
@@ -23,6 +23,13 @@ public:
 
     // Checks `name args` for `family`. With Ok, run() sends it.
     static CommandCall check(const QString &name, const QStringList &args, Family family);
+    // The same for one line of words as kovactl takes them after the address ("pgm 3", "cut"),
+    // as MQTT and the hub's remote receive them.
+    static CommandCall checkLine(const QString &line, Family family);
+    // Checks and runs one line for `unit` (its family decides): an empty text when it went
+    // out, else why nothing was sent. `hisKnown` tells whether the unit's HIS board has been
+    // found, which the commands for that board need.
+    static QString runLine(UnitControl &unit, const QString &line, bool hisKnown);
     // Checks `name args` against every family: Ok when at least one takes it, so a call that
     // no unit could take is refused before anything goes on the wire.
     static CommandCall checkAnyFamily(const QString &name, const QStringList &args);

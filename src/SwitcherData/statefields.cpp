@@ -1,6 +1,6 @@
 #include "statefields.h"
 
-#include "SwitcherData/protocol.h"
+#include "protocol.h"
 
 namespace {
 
@@ -16,11 +16,6 @@ QString lowered(const char *text)
 template <int N> QJsonValue named(int v, const char *const (&names)[N])
 {
     return v >= 0 && v < N && names[v] ? QJsonValue(QLatin1String(names[v])) : QJsonValue(v);
-}
-
-QJsonValue bus(int v)
-{
-    return v == 9 ? QJsonValue(QStringLiteral("bar")) : QJsonValue(v);
 }
 
 QJsonValue source(const UnitState &s, F field, int index)
@@ -48,22 +43,23 @@ bool series8000(const UnitState &s)
 QJsonValue shown(const UnitState &s, F field)
 {
     static const char *const audioModes[] = {"afv", "mix"};
-    static const char *const transitions[] = {nullptr, "mix", "fade", nullptr, "wipe"};
     static const char *const sizes[] = {"small", "medium", "large"};
     static const char *const colors[] = {"white", "red", "blue", "green"};
     static const char *const recording[] = {"idle", "recording", "paused"};
     switch (field) {
     case F::Pgm:
     case F::Pvw:
-        return bus(s.value(field));
+        return busValue(s.value(field));
     case F::AudioMode:
         return named(s.audioMode(), audioModes);
     case F::Ch1Source:
         return source(s, field, s.ch1SourceIndex());
     case F::Ch2Source:
         return source(s, field, s.ch2SourceIndex());
-    case F::Transition:
-        return named(s.transition(), transitions);
+    case F::Transition: {
+        const QString name = transitionName(s.transition());
+        return name.isEmpty() ? QJsonValue(s.transition()) : QJsonValue(name);
+    }
     case F::Wipe:
         return wipe(s);
     case F::Ftb:
@@ -121,6 +117,25 @@ QVector<StateField> stateFields(const UnitState &state)
         out.append({QLatin1String(name), shown(state, field)});
     }
     return out;
+}
+
+QJsonValue busValue(int input)
+{
+    return input == Protocol::BarInput ? QJsonValue(QStringLiteral("bar")) : QJsonValue(input);
+}
+
+QString transitionName(int code)
+{
+    static const char *const names[] = {nullptr, "mix", "fade", nullptr, "wipe"};
+    return code >= 0 && code < 5 && names[code] ? QLatin1String(names[code]) : QString();
+}
+
+QJsonObject stateJson(const UnitState &state)
+{
+    QJsonObject values;
+    for (const StateField &f : stateFields(state))
+        values.insert(f.name, f.value);
+    return values;
 }
 
 QString fieldText(const QJsonValue &value)
