@@ -4,6 +4,7 @@
 //   bench_panels PANEL restyle loopback, only the paths that restyle keys (no CPU figures)
 //   bench_panels PANEL lab     across the lab's veth pair, run as the command of lab/lab.sh;
 //                              the stand-in unit is a copy of this program in the unit namespace
+//   bench_panels floor         no panel: Qt's cost of the sheet swaps a moving reply asks for
 //   bench_panels unit MAIN HIS OPERATOR
 //                              that copy: reports each arrival on stdout, sends on request
 //
@@ -13,6 +14,7 @@
 // it opens sockets.
 #include "RVX3210/below_widget.h"
 #include "RVX3210/plane_top.h"
+#include "RVX3210/rvx3210styles.h"
 #include "RVX3210/rvx3210ui.h"
 #include "RVX3210/upper_widget.h"
 #include "RVX3220/pgm.h"
@@ -27,6 +29,7 @@
 #include "SwitcherData/rvx3220_workdata.h"
 #include "SwitcherData/rvx5all_workdata.h"
 #include "common/keysheet.h"
+#include "common/pictureiconengine.h"
 #include "panelbench.h"
 
 #include <QAbstractButton>
@@ -70,7 +73,10 @@ public:
         return m_panel.lowerRow()->pgmGroup()->button(input)->styleSheet().contains(
             QStringLiteral(":/images/red/png/%1.png").arg(input));
     }
-    QAbstractButton *pgmKey(int input) const override { return m_panel.lowerRow()->pgmGroup()->button(input); }
+    QAbstractButton *pgmKey(int input) const override
+    {
+        return m_panel.lowerRow()->pgmGroup()->button(input);
+    }
     QPushButton *cutKey() const override { return m_panel.lowerRow()->btnCut(); }
     QPushButton *ftbKey() const override { return m_panel.upperRow()->btnFTB(); }
     QPushButton *autoKey() const override { return m_panel.lowerRow()->btnAuto(); }
@@ -218,6 +224,16 @@ int main(int argc, char **argv)
     }
     QApplication app(argc, argv);
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
+    if (argc == 2 && std::strcmp(argv[1], "floor") == 0) {
+        // PGM 3's lamp of the RVX3210 family (a picture on the red base) and of the 8000
+        // series (a gradient), through the engine the panels draw pictures with.
+        namespace S = Rvx3210Styles;
+        PictureIconEngine::install();
+        return runFloor({{"RVX3210 family picture sheets", KeySheet::image(S::PgmWhite[2], S::BaseRed),
+                          KeySheet::image(S::PgmRed[2], S::BaseRed)},
+                         {"8000-series gradient sheets", QString::fromLatin1(KeySheet::GradientOff),
+                          QString::fromLatin1(KeySheet::GradientRed)}});
+    }
     const std::unique_ptr<PanelRig> rig = makeRig(QString::fromLatin1(argv[1]));
     if (!rig) {
         std::fprintf(stderr, "no panel named %s\n", argv[1]);

@@ -14,10 +14,11 @@
 #include "benchclock.h"
 #include "testframes.h"
 
+#include <QAbstractButton>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QAbstractButton>
+#include <QHBoxLayout>
 #include <QNetworkDatagram>
 #include <QProcess>
 #include <QPushButton>
@@ -32,9 +33,9 @@
 #include <netinet/in.h>
 #include <poll.h>
 #include <string>
-#include <tuple>
 #include <sys/resource.h>
 #include <sys/socket.h>
+#include <tuple>
 #include <unistd.h>
 #include <vector>
 
@@ -213,7 +214,8 @@ int loopback(PanelRig &rig, bool restyleOnly)
     qint64 writtenAt = 0;
     QMetaObject::Connection sent;
     if (rig.link())
-        sent = QObject::connect(rig.link(), &ReportingLink::showCurrentData, [&] { writtenAt = t.nsecsElapsed(); });
+        sent = QObject::connect(rig.link(), &ReportingLink::showCurrentData,
+                                [&] { writtenAt = t.nsecsElapsed(); });
     for (int i = 0; cutKey && i < Runs; ++i) {
         t.start();
         cutKey->click();
@@ -641,7 +643,8 @@ int lab(PanelRig &rig)
         rows.push_back({"CUT click to datagram in the unit's socket", cutInUs});
         rows.push_back({"CUT click to the unit process awake with it", cutAwakeUs});
     }
-    rows.push_back({"bare UDP datagram, unit to a plain socket read through the event loop (floor)", floorBackUs});
+    rows.push_back(
+        {"bare UDP datagram, unit to a plain socket read through the event loop (floor)", floorBackUs});
     rows.push_back({"state reply sent by the unit to keys restyled", stateUs});
     rows.push_back({"state reply sent by the unit to the panel repainted", paintedUs});
     printRows(rows);
@@ -663,4 +666,48 @@ int runLab(PanelRig &rig)
 int runUnit(const char *mainIp, const char *hisIp, const char *operatorIp)
 {
     return unitCopy(mainIp, hisIp, operatorIp);
+}
+
+int runFloor(const std::vector<SheetPair> &pairs)
+{
+    std::vector<Row> rows;
+    std::vector<std::vector<double>> wall(pairs.size()), cpu(pairs.size());
+    for (size_t i = 0; i < pairs.size(); ++i) {
+        const SheetPair &pair = pairs[i];
+        QWidget window;
+        QHBoxLayout layout(&window);
+        QPushButton out, in;
+        for (QPushButton *key : {&out, &in}) {
+            key->setFixedSize(70, 55);
+            layout.addWidget(key);
+        }
+        out.setStyleSheet(pair.lit);
+        in.setStyleSheet(pair.unlit);
+        window.show();
+        runFor(200);
+        for (int run = 0; run < Runs; ++run) {
+            // Each run swaps the lamps of the one before, painted in between as on a panel.
+            const bool even = run % 2 == 0;
+            const qint64 cpu0 = threadCpuNs();
+            const qint64 t0 = nowNs();
+            out.setStyleSheet(even ? pair.unlit : pair.lit);
+            in.setStyleSheet(even ? pair.lit : pair.unlit);
+            const qint64 t1 = nowNs();
+            const qint64 cpu1 = threadCpuNs();
+            wall[i].push_back((t1 - t0) / 1e3);
+            cpu[i].push_back((cpu1 - cpu0) / 1e3);
+            QCoreApplication::processEvents();
+        }
+    }
+    std::vector<std::string> names;
+    for (size_t i = 0; i < pairs.size(); ++i) {
+        names.push_back(std::string("two bare keys swapping ") + pairs[i].what);
+        names.push_back(names.back() + ", CPU time of the GUI thread");
+    }
+    for (size_t i = 0; i < pairs.size(); ++i) {
+        rows.push_back({names[2 * i].c_str(), wall[i]});
+        rows.push_back({names[2 * i + 1].c_str(), cpu[i]});
+    }
+    printRows(rows);
+    return 0;
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <utility>
+#include <vector>
 
 class QAbstractButton;
 class QPushButton;
@@ -52,3 +53,14 @@ int runLoopback(PanelRig &rig, bool restyleOnly);
 int runLab(PanelRig &rig);
 // That copy.
 int runUnit(const char *mainIp, const char *hisIp, const char *operatorIp);
+
+// Qt's own cost of what a moving reply asks of a panel, with no panel around it: two bare keys
+// in a plain window, one put out and the other lit, by the very sheets a panel swaps. No
+// panel can restyle its two keys faster than this while its lamps are new style sheets.
+struct SheetPair
+{
+    const char *what;
+    QString unlit;
+    QString lit;
+};
+int runFloor(const std::vector<SheetPair> &pairs);

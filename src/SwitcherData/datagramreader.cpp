@@ -1,6 +1,7 @@
 #include "datagramreader.h"
 
 #include <QMetaObject>
+#include <algorithm>
 #include <cerrno>
 #include <netinet/in.h>
 #include <poll.h>
@@ -28,12 +29,24 @@ DatagramReader *DatagramReader::start(int fd, QObject *owner, const char *name, 
     return reader;
 }
 
+namespace {
+constexpr int Largest = 65536; // no UDP datagram is longer
+constexpr int ThreadBatch = 16;
+// The GUI thread reads little at a time: under a flood the reading thread takes the rest, and
+// paints and clicks come between two of the GUI thread's reads.
+constexpr int HereBatch = 4;
+} // namespace
+
 DatagramReader::DatagramReader(int fd, int wake, QObject *owner, Limits limits, std::function<void()> ready)
-    : QObject(owner), m_fd(fd), m_wake(wake), m_limits(limits), m_ready(std::move(ready))
-{}
+    : QObject(owner), m_fd(fd), m_wake(wake), m_limits(limits), m_ready(std::move(ready)),
+      m_here(new QSocketNotifier(fd, QSocketNotifier::Read, this))
+{
+    connect(m_here, &QSocketNotifier::activated, this, [this] { readHere(); });
+}
 
 DatagramReader::~DatagramReader()
 {
+    delete m_here;
     if (m_thread.joinable()) {
         const uint64_t one = 1;
         (void)!write(m_wake, &one, sizeof one);
@@ -81,12 +94,7 @@ void DatagramReader::askOwner()
 
 void DatagramReader::run()
 {
-    constexpr int Batch = 16;
-    constexpr int Largest = 65536; // no UDP datagram is longer
-    std::vector<char> buffers(size_t(Batch) * Largest);
-    sockaddr_in from[Batch];
-    iovec iov[Batch];
-    mmsghdr msgs[Batch];
+    std::vector<char> buffers(size_t(ThreadBatch) * Largest);
     for (;;) {
         pollfd p[2] = {{m_fd, POLLIN, 0}, {m_wake, POLLIN, 0}};
         if (poll(p, 2, -1) < 0) {
@@ -96,28 +104,57 @@ void DatagramReader::run()
         }
         if (p[1].revents || (p[0].revents & POLLNVAL))
             return;
-        for (;;) {
-            for (int i = 0; i < Batch; ++i) {
-                iov[i] = {buffers.data() + size_t(i) * Largest, size_t(Largest)};
-                msgs[i] = {};
-                msgs[i].msg_hdr.msg_name = &from[i];
-                msgs[i].msg_hdr.msg_namelen = sizeof from[i];
-                msgs[i].msg_hdr.msg_iov = &iov[i];
-                msgs[i].msg_hdr.msg_iovlen = 1;
-            }
-            // Read and held under the lock, so a datagram is always somewhere the GUI thread
-            // can see: in the kernel's queue or among the held ones (holds()).
+        // Read and held under the lock, so a datagram is always somewhere the GUI thread can
+        // see: in the kernel's queue or among the held ones (holds()). The lock is let go
+        // between two reads, so the GUI thread takes what is held even during a flood.
+        for (bool empty = false; !empty;) {
             std::lock_guard<std::mutex> lock(m_mutex);
-            const int got = recvmmsg(m_fd, msgs, Batch, MSG_DONTWAIT, nullptr);
-            // A failed read has consumed a pending error (a port unreachable, say), not a
-            // datagram; only an empty queue sends the thread back to wait.
-            if (got < 0 && (errno == EAGAIN || errno == EWOULDBLOCK))
-                break;
-            if (got <= 0)
-                continue;
-            hold(msgs, from, got);
+            empty = readKernel(buffers, ThreadBatch);
         }
     }
+}
+
+void DatagramReader::readHere()
+{
+    bool waiting = false;
+    {
+        std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_hereBuffers.empty())
+            m_hereBuffers.resize(size_t(HereBatch) * Largest);
+        // What this read holds is handed on below, not through a queued call.
+        const bool asked = m_asked;
+        m_asked = true;
+        readKernel(m_hereBuffers, HereBatch);
+        waiting = !m_held.empty();
+        if (!waiting)
+            m_asked = asked;
+    }
+    // Handed on at once; a call the reading thread queued earlier finds the queue empty.
+    if (waiting)
+        m_ready();
+}
+
+bool DatagramReader::readKernel(std::vector<char> &buffers, int batch)
+{
+    sockaddr_in from[ThreadBatch];
+    iovec iov[ThreadBatch];
+    mmsghdr msgs[ThreadBatch];
+    batch = std::min(batch, ThreadBatch);
+    for (int i = 0; i < batch; ++i) {
+        iov[i] = {buffers.data() + size_t(i) * Largest, size_t(Largest)};
+        msgs[i] = {};
+        msgs[i].msg_hdr.msg_name = &from[i];
+        msgs[i].msg_hdr.msg_namelen = sizeof from[i];
+        msgs[i].msg_hdr.msg_iov = &iov[i];
+        msgs[i].msg_hdr.msg_iovlen = 1;
+    }
+    const int got = recvmmsg(m_fd, msgs, unsigned(batch), MSG_DONTWAIT, nullptr);
+    // A failed read has consumed a pending error (a port unreachable, say), not a datagram;
+    // only an empty queue means there is nothing more to read.
+    if (got < 0)
+        return errno == EAGAIN || errno == EWOULDBLOCK;
+    hold(msgs, from, got);
+    return false;
 }
 
 void DatagramReader::hold(const mmsghdr *msgs, const sockaddr_in *from, int count)

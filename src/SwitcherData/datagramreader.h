@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QHostAddress>
 #include <QObject>
+#include <QSocketNotifier>
 #include <deque>
 #include <functional>
 #include <mutex>
@@ -16,6 +17,10 @@
 // sending tens of thousands of datagrams a second) is read off the kernel's queue at once, so
 // the kernel does not drop what arrives behind it while the GUI thread is painting; and with
 // a bound per sender, one sender's flood cannot crowd out another sender's datagram.
+// The GUI thread watches the socket too and reads what it finds there itself: a reply to an
+// idle panel is then handled as soon as the kernel wakes the GUI thread, rather than after a
+// second wake-up passed on by the reading thread (about a tenth of a millisecond on a virtual
+// machine). Both read and queue under one lock, so datagrams keep their order.
 class DatagramReader : public QObject
 {
 public:
@@ -50,7 +55,12 @@ private:
     DatagramReader(int fd, int wake, QObject *owner, Limits limits, std::function<void()> ready);
     void askOwner();
     void run();
+    // One read of up to `batch` datagrams from the kernel into the queue, through `buffers`
+    // (batch × the largest datagram); true when the kernel's queue was empty. Called with the
+    // mutex held.
+    bool readKernel(std::vector<char> &buffers, int batch);
     void hold(const struct mmsghdr *msgs, const struct sockaddr_in *from, int count);
+    void readHere();
 
     int m_fd;
     const int m_wake;
@@ -62,4 +72,7 @@ private:
     std::unordered_map<quint32, int> m_heldFrom;
     int m_heldBytes = 0;
     bool m_asked = false;
+    // The GUI thread's own watch and read buffer (see the class comment).
+    QSocketNotifier *m_here = nullptr;
+    std::vector<char> m_hereBuffers;
 };
