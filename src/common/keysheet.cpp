@@ -5,31 +5,39 @@
 namespace {
 
 // A composed sheet by the constants it is made of.
-struct Parts
+struct SheetKey
 {
     int form;
     const void *first;
     const void *second;
-    bool operator==(const Parts &o) const { return form == o.form && first == o.first && second == o.second; }
+    bool operator==(const SheetKey &o) const
+    {
+        return form == o.form && first == o.first && second == o.second;
+    }
 };
 
-uint qHash(const Parts &p, uint seed = 0)
+uint qHash(const SheetKey &p, uint seed = 0)
 {
     return ::qHash(p.form, seed) ^ ::qHash(p.first, seed) ^ ::qHash(p.second, seed);
 }
 
-enum Form { Image, BorderImage, Text };
+enum Form
+{
+    Image,
+    BorderImage,
+    Text
+};
 
 // Every sheet composed so far (a few dozen), for the life of the program.
-QHash<Parts, QString> &sheets()
+QHash<SheetKey, QString> &sheets()
 {
-    static QHash<Parts, QString> made;
+    static QHash<SheetKey, QString> made;
     return made;
 }
 
-template <class Compose> const QString &composed(Parts parts, Compose compose)
+template <class Compose> const QString &composed(SheetKey parts, Compose compose)
 {
-    QHash<Parts, QString> &sheets = ::sheets();
+    QHash<SheetKey, QString> &sheets = ::sheets();
     auto it = sheets.constFind(parts);
     if (it == sheets.constEnd())
         it = sheets.insert(parts, compose());
@@ -51,7 +59,8 @@ const QString &image(const char *picture, const char *base)
 const QString &borderImage(const char *picture)
 {
     return composed({BorderImage, picture, nullptr}, [=] {
-        return QLatin1String("QPushButton{border-image: url(") + QLatin1String(picture) + QLatin1String(");}");
+        return QLatin1String("QPushButton{border-image: url(") + QLatin1String(picture) +
+               QLatin1String(");}");
     });
 }
 
