@@ -24,6 +24,20 @@ bool asksForTextOnly(int argc, char *argv[])
     return false;
 }
 
+// True when no window system can be reached: no display named and no platform chosen. The GUI
+// application cannot start then, and would abort in the platform plugin before the options
+// are read; they are read first instead, so a mistake in them is told as such.
+bool reachesNoWindowSystem(int argc, char *argv[])
+{
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        if (!qEnvironmentVariableIsEmpty(name))
+            return false;
+    for (int i = 1; i < argc; ++i)
+        if (std::strcmp(argv[i], "-platform") == 0 || std::strcmp(argv[i], "--platform") == 0)
+            return false;
+    return true;
+}
+
 // Reads the saved live settings and the command line over them; 0 to run, else the exit code.
 int readOptions(LiveOptions *options)
 {
@@ -47,23 +61,29 @@ int readOptions(LiveOptions *options)
 
 int main(int argc, char *argv[])
 {
+    enableHighDpi();
     LiveOptions options;
-    if (asksForTextOnly(argc, argv)) {
+    const bool textOnly = asksForTextOnly(argc, argv);
+    const bool optionsFirst = textOnly || reachesNoWindowSystem(argc, argv);
+    if (optionsFirst) {
         QCoreApplication core(argc, argv);
         QCoreApplication::setApplicationVersion(QStringLiteral(KOVA_VERSION));
         const int code = readOptions(&options);
-        return code < 0 ? 0 : code;
+        if (textOnly || code != 0)
+            return code < 0 ? 0 : code;
+        // Right options and no window system: the GUI application below says why it cannot
+        // start.
     }
 
-    enableHighDpi();
     QApplication app(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(KOVA_VERSION));
     // Wayland compositors match the window to its menu entry and icon by this name.
     QGuiApplication::setDesktopFileName(QStringLiteral("invalid.kova.Kova"));
 
     // The live features' settings, then the command line over them for this run.
-    if (const int code = readOptions(&options))
-        return code < 0 ? 0 : code;
+    if (!optionsFirst)
+        if (const int code = readOptions(&options))
+            return code < 0 ? 0 : code;
     LiveProduction live(options);
     QString message;
     if (!live.start(&message)) {
