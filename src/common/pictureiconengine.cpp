@@ -12,9 +12,9 @@
 #include <QFile>
 #include <QHash>
 #include <QIconEnginePlugin>
-#include <QPluginLoader>
 #include <QPainter>
 #include <QPixmap>
+#include <QPluginLoader>
 #include <QStyle>
 #include <QStyleOption>
 

@@ -14,8 +14,8 @@
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QIcon>
-#include <QPluginLoader>
 #include <QMouseEvent>
+#include <QPluginLoader>
 #include <QPointer>
 #include <QSlider>
 #include <QSpinBox>
@@ -400,7 +400,8 @@ void TestPanelKit::picturesLoadedOnceFromThePluginFile()
     QVERIFY2(!PictureIconEngine::pluginFolder().isEmpty(), "the plugin file was not found or did not load");
     QVERIFY(QCoreApplication::libraryPaths().contains(PictureIconEngine::pluginFolder()));
     for (const QStaticPlugin &plugin : QPluginLoader::staticPlugins())
-        QVERIFY(plugin.metaData().value(QLatin1String("className")).toString() != QLatin1String("PictureIconPlugin"));
+        QVERIFY(plugin.metaData().value(QLatin1String("className")).toString() !=
+                QLatin1String("PictureIconPlugin"));
     for (const char *file : {":/images/red/png/3.png", ":/images/white/CUT.bmp"}) {
         const QIcon first(QString::fromLatin1(file)), second(QString::fromLatin1(file));
         const QSize size = first.availableSizes().value(0);
